@@ -1,0 +1,12 @@
+# Everything that is not ours, in one place; README.md gives the reason for each.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets DBus Svg)
+find_package(nlohmann_json 3.11 REQUIRED)
+find_package(date REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-screensaver)
+if(OSTREL_TESTS)
+  find_package(GTest REQUIRED)
+endif()
+if(OSTREL_BENCH)
+  find_package(benchmark REQUIRED)
+endif()

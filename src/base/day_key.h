@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+namespace ostrel {
+
+// A day of the Gregorian calendar, without a time zone.
+struct CalendarDay {
+    int year = 2001;
+    int month = 1;  // 1 to 12
+    int day = 1;    // 1 to 31
+
+    auto operator<=>(const CalendarDay&) const = default;
+};
+
+// "yyyy-MM-dd" in Western digits, whatever the locale: names a day in every per-day record. Keys of
+// years 0 to 9999 sort by date.
+[[nodiscard]] std::string dayKey(CalendarDay day);
+
+}  // namespace ostrel

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace ostrel {
+
+// Prints `message` on standard error and aborts: for a broken invariant, never for bad input.
+[[noreturn]] void fatal(std::string_view message);
+
+}  // namespace ostrel

@@ -1,0 +1,47 @@
+#include "core/settings/document.h"
+
+namespace ostrel {
+
+DocumentBytes::DocumentBytes(PreferencesStore& preferences, std::string_view key,
+                             OnEncodingFailure onFailure)
+    : preferences_(preferences), key_(key), onFailure_(onFailure) {}
+
+std::optional<Json> DocumentBytes::read() {
+    const std::optional<std::string> bytes = preferences_.read(key_);
+    if (!bytes) {
+        return std::nullopt;
+    }
+    std::optional<Json> json = parseJson(*bytes);
+    if (!json) {
+        unreadable_ = true;
+    }
+    return json;
+}
+
+void DocumentBytes::write(const Json& document) {
+    JsonText encoded = printJson(document);
+    if (const auto fault = preferences_.encodingFault()) {
+        encoded = {std::nullopt, *fault};
+    }
+    if (!encoded.text) {
+        if (onFailure_ == OnEncodingFailure::post) {
+            preferences_.persistenceWriteFailed.send(
+                {PersistenceError::Kind::encodeFailed, key_, encoded.error});
+        }
+        return;
+    }
+    if (std::exchange(unreadable_, false)) {
+        preferences_.setAside(key_);
+    }
+    preferences_.write(key_, *encoded.text);
+}
+
+void DocumentBytes::remove() {
+    if (std::exchange(unreadable_, false)) {
+        preferences_.setAside(key_);
+    } else {
+        preferences_.remove(key_);
+    }
+}
+
+}  // namespace ostrel

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "core/settings/json_codec.h"
+#include "platform/api/preferences_store.h"
+
+namespace ostrel {
+
+// The bytes under one key of the preferences, and whether they may be written over.
+class DocumentBytes {
+  public:
+    enum class OnEncodingFailure { post, stayQuiet };
+
+    DocumentBytes(PreferencesStore& preferences, std::string_view key, OnEncodingFailure onFailure);
+
+    [[nodiscard]] std::optional<Json> read();
+    void markUnreadable() { unreadable_ = true; }
+    void write(const Json& document);
+    void remove();
+
+  private:
+    PreferencesStore& preferences_;
+    std::string key_;
+    OnEncodingFailure onFailure_;
+    bool unreadable_ = false;
+};
+
+// One record of type T, kept as one JSON document under one key.
+//
+// What cannot be read counts as absent. Its bytes stay as they are until the first save, which sets
+// them aside before it writes: nobody loses a history to one bad byte.
+template <class T>
+class Document {
+  public:
+    using OnEncodingFailure = DocumentBytes::OnEncodingFailure;
+
+    Document(PreferencesStore& preferences, std::string_view key,
+             OnEncodingFailure onFailure = OnEncodingFailure::post)
+        : bytes_(preferences, key, onFailure) {}
+
+    [[nodiscard]] std::optional<T> load() {
+        const std::optional<Json> json = bytes_.read();
+        if (!json) {
+            return std::nullopt;
+        }
+        std::optional<T> record = JsonCodec<T>::decode(*json);
+        if (!record) {
+            bytes_.markUnreadable();
+        }
+        return record;
+    }
+
+    // A record that cannot be encoded leaves the stored bytes untouched and, unless told to stay
+    // quiet, posts persistenceWriteFailed.
+    void save(const T& record) { bytes_.write(JsonCodec<T>::encode(record)); }
+
+    void remove() { bytes_.remove(); }
+
+  private:
+    DocumentBytes bytes_;
+};
+
+}  // namespace ostrel

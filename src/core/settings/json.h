@@ -1,0 +1,24 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ostrel {
+
+// Objects keep the order of their keys, so that documents read in the order of their fields.
+using Json = nlohmann::ordered_json;
+
+// Absent when the bytes are no JSON document (RFC 8259) in valid UTF-8.
+[[nodiscard]] std::optional<Json> parseJson(std::string_view bytes);
+
+struct JsonText {
+    std::optional<std::string> text;
+    std::string error;  // why there is no text
+};
+
+// Refuses what JSON cannot hold: numbers that are not finite and text that is not UTF-8.
+[[nodiscard]] JsonText printJson(const Json& document);
+
+}  // namespace ostrel

@@ -1,0 +1,62 @@
+#include "core/settings/settings_store.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/settings/preset_catalog.h"
+#include "core/settings/settings_migrator.h"
+
+namespace ostrel {
+namespace {
+
+void normalizePresetDurations(SettingsModel& settings) {
+    if (settings.presetDurationsNormalized) {
+        return;
+    }
+    if (const auto preset = PresetCatalog::find(settings.activePresetID)) {
+        PresetCatalog::writeInto(settings, *preset);
+    } else {
+        // The eye duration alone: the other three were never offered outside their ranges.
+        settings.eyeBreakDurationSec =
+            std::clamp(settings.eyeBreakDurationSec, TimingRanges::kEyeDurationSec.least,
+                       TimingRanges::kEyeDurationSec.most);
+    }
+    settings.presetDurationsNormalized = true;
+}
+
+void migrateReminders(SettingsModel& settings) {
+    if (settings.remindersMigrated) {
+        return;
+    }
+    settings.breakSoonLeadSec = PreBreakDefaults::legacyBreakSoonLeadSec(settings.notifyBreakSoon);
+    settings.preBreakToastLeadSec = PreBreakDefaults::kToastLeadSec;
+    settings.remindersMigrated = true;
+}
+
+}  // namespace
+
+SettingsStore::SettingsStore(PreferencesStore& preferences)
+    : document_(preferences, kKey), settings_((SettingsMigrator::migrate(preferences), load())) {}
+
+SettingsModel SettingsStore::load() {
+    const std::optional<SettingsModel> decoded = document_.load();
+    SettingsModel settings = decoded.value_or(SettingsModel{});
+    normalizePresetDurations(settings);
+    migrateReminders(settings);
+    if (settings != decoded) {
+        document_.save(settings);
+    }
+    return settings;
+}
+
+void SettingsStore::update(const std::function<void(SettingsModel&)>& change) {
+    SettingsModel next = *settings_;
+    change(next);
+    if (next == *settings_) {
+        return;
+    }
+    document_.save(next);
+    settings_.set(std::move(next));
+}
+
+}  // namespace ostrel

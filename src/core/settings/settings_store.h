@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "base/published.h"
+#include "core/settings/document.h"
+#include "core/settings/settings_model.h"
+#include "platform/api/preferences_store.h"
+
+namespace ostrel {
+
+// Owns the live settings: loads and repairs them when it is made, publishes and saves each change.
+//
+// The document under kKey is complete and matches what is published as soon as the store exists. A
+// document without an object in it is replaced by the defaults.
+class SettingsStore {
+  public:
+    static constexpr std::string_view kKey = "ostrel.settings.v1";
+
+    explicit SettingsStore(PreferencesStore& preferences);
+    SettingsStore(const SettingsStore&) = delete;
+    SettingsStore& operator=(const SettingsStore&) = delete;
+
+    [[nodiscard]] const Published<SettingsModel>& settings() const { return settings_; }
+
+    // Applies `change` to a copy and publishes it as a whole, saved before observers hear of it.
+    void update(const std::function<void(SettingsModel&)>& change);
+
+  private:
+    [[nodiscard]] SettingsModel load();
+
+    Document<SettingsModel> document_;
+    Published<SettingsModel> settings_;
+};
+
+}  // namespace ostrel

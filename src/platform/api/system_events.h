@@ -1,0 +1,17 @@
+#pragma once
+
+#include "base/signal.h"
+
+namespace ostrel {
+
+// What the system tells every program. All signals arrive on the main thread.
+class SystemEvents {
+  public:
+    virtual ~SystemEvents() = default;
+
+    Signal<> willSleep;     // the computer is about to sleep
+    Signal<> didWake;       // it is awake again; wall-clock timers that are overdue fire after this
+    Signal<> clockChanged;  // the clock was set or the time zone changed
+};
+
+}  // namespace ostrel
