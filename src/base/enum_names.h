@@ -9,7 +9,9 @@ namespace ostrel {
 // Names of an enumeration whose enumerators count up from 0: declare next to it
 //   constexpr std::array<std::string_view, 2> enumNames(Kind) { return {"eye", "body"}; }
 template <class E>
-concept NamedEnum = requires(E value) { enumNames(value).size(); };
+concept NamedEnum = requires(E value) {
+    enumNames(value).size();
+};
 
 template <NamedEnum E>
 [[nodiscard]] constexpr std::string_view nameOf(E value) {

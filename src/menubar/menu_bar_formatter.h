@@ -14,7 +14,9 @@ namespace ostrel {
 namespace MenuBarFormatter {
 
 enum class Channel { eye, body };
-constexpr std::array<std::string_view, 2> enumNames(Channel) { return {"eye", "body"}; }
+constexpr std::array<std::string_view, 2> enumNames(Channel) {
+    return {"eye", "body"};
+}
 
 enum class Status { running, paused, away, off };
 constexpr std::array<std::string_view, 4> enumNames(Status) {

@@ -24,8 +24,8 @@ namespace ostrel {
 class SettingsStore;
 class TimerEngine;
 
-// Puts due breaks on the screen, one at a time: counts the break down, keeps one window per display,
-// turns keys and buttons into actions and ends the break with exactly one CloseReason.
+// Puts due breaks on the screen, one at a time: counts the break down, keeps one window per
+// display, turns keys and buttons into actions and ends the break with exactly one CloseReason.
 //
 // The break is over at the close; its windows may still be fading out. An overlay must never lock
 // anybody out: no window takes the keyboard before it has painted, and a break that nothing was
@@ -66,7 +66,9 @@ class OverlayManager : public OverlayWindowListener {
         return activeSession_;
     }
     [[nodiscard]] const Published<bool>& bannerDismissed() const { return bannerDismissed_; }
-    [[nodiscard]] const Published<std::int64_t>& recentSkipCount() const { return recentSkipCount_; }
+    [[nodiscard]] const Published<std::int64_t>& recentSkipCount() const {
+        return recentSkipCount_;
+    }
     [[nodiscard]] const Published<std::optional<std::uint32_t>>& primaryDisplayID() const {
         return primaryDisplayID_;
     }

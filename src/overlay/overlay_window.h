@@ -20,7 +20,9 @@ constexpr std::array<std::string_view, 4> enumNames(KeyOutcome) {
 
 // What a window shows: the whole break, or on all other displays the tint and the time.
 enum class Role { primary, secondary };
-constexpr std::array<std::string_view, 2> enumNames(Role) { return {"primary", "secondary"}; }
+constexpr std::array<std::string_view, 2> enumNames(Role) {
+    return {"primary", "secondary"};
+}
 
 // One display as the overlay manager sees it.
 struct ScreenSnapshot {

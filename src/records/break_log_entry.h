@@ -25,7 +25,9 @@ struct BreakLogEntry {
     bool operator==(const BreakLogEntry&) const = default;
 };
 
-constexpr std::array<std::string_view, 2> enumNames(BreakLogEntry::Kind) { return {"eye", "body"}; }
+constexpr std::array<std::string_view, 2> enumNames(BreakLogEntry::Kind) {
+    return {"eye", "body"};
+}
 constexpr std::array<std::string_view, 5> enumNames(BreakLogEntry::Outcome) {
     return {"completed", "skipped", "postponed", "autoFadeOut", "deferred"};
 }

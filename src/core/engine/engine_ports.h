@@ -39,14 +39,14 @@ class BreakNotifying {
 class EngineToasts {
   public:
     enum class Message {
-        merged,             // argument: minutes until the body break
-        preBreakEye,        // seconds left; offers start now and postpone
-        preBreakBody,       // likewise
+        merged,        // argument: minutes until the body break
+        preBreakEye,   // seconds left; offers start now and postpone
+        preBreakBody,  // likewise
         pauseEnded,
         postponeNoneLeft,
         breakHeld,
         breakDropped,
-        awayCreditBoth,     // minutes away
+        awayCreditBoth,  // minutes away
         awayCreditEye,
         awayCreditBody,
     };

@@ -29,13 +29,13 @@ constexpr std::array<std::string_view, 4> enumNames(HoldEnd) {
     return {"opened", "dropped", "cancelled", "folded"};
 }
 
-// The break scheduler: counts both cadences down once a second, folds an eye break into a body break
-// that is about to come, holds a due break back while a meeting or a video runs, and asks for the
-// break to be opened.
+// The break scheduler: counts both cadences down once a second, folds an eye break into a body
+// break that is about to come, holds a due break back while a meeting or a video runs, and asks for
+// the break to be opened.
 //
-// A request restarts the countdown at once: a cycle counts from when its break was due, not from its
-// end. Of the penalty only the break that is put on the screen takes anything: a break that is held,
-// dropped or cancelled leaves the pool as it is.
+// A request restarts the countdown at once: a cycle counts from when its break was due, not from
+// its end. Of the penalty only the break that is put on the screen takes anything: a break that is
+// held, dropped or cancelled leaves the pool as it is.
 class TimerEngine {
   public:
     static constexpr std::int64_t kMergeSlackSec = 300;
@@ -77,7 +77,8 @@ class TimerEngine {
     // starts.
     void configure(const PresetDefinition& preset);
 
-    // Once a second on the run loop, when the engine ticks automatically. A second call does nothing.
+    // Once a second on the run loop, when the engine ticks automatically. A second call does
+    // nothing.
     void startTicking();
     void tick();
 
@@ -95,8 +96,8 @@ class TimerEngine {
     // to follow soon.
     void bodyBreakNotCompleted();
 
-    // From the overlay: a body break was completed. Returns whether an eye break was folded into it;
-    // asking takes it, so that no eye break is credited twice.
+    // From the overlay: a body break was completed. Returns whether an eye break was folded into
+    // it; asking takes it, so that no eye break is credited twice.
     [[nodiscard]] bool takeMergedEyeBreak();
 
     void markUserIdle();
@@ -133,21 +134,26 @@ class TimerEngine {
 
     [[nodiscard]] const BreakTimer& timer(BreakKind kind) const;
     [[nodiscard]] CycleFlags& flags(BreakKind kind);
-    void change(BreakKind kind, const std::function<void(BreakTimer&)>& edit);
+    void setRemaining(BreakKind kind, std::int64_t remainingSec);
+    void setRunning(bool isRunning);
+    void setAway(bool isAway);
 
     void stepEye();
     void stepBody();
     void countDown(BreakKind kind);
     [[nodiscard]] bool eyeWillMerge() const;
-    void foldEyeIntoBody();
+    void foldEyeIntoBody(std::int64_t secondsUntilBody);
     void undoMerge();
     void resetTimer(BreakKind kind);
+    void restartCountdowns();
+    void clearPenalties();
     void clearCycleFlags();
     void warn(BreakKind kind);
     [[nodiscard]] bool isInWarningWindow(BreakKind kind, std::int64_t leadSec) const;
 
     void requestBreak(BreakKind kind);
     void openBreak(BreakKind kind);
+    void sendOpen(BreakKind kind);
     [[nodiscard]] bool hasReasonToHold() const;
     [[nodiscard]] bool hasHoldRunOut() const;
     void beginHold(BreakKind kind);
@@ -159,12 +165,14 @@ class TimerEngine {
 
     void creditAway(std::int64_t awaySec);
     void resume(Countdowns countdowns);
-    void setRunning(bool isRunning);
-    void beginPauseForgotten();
+    void restorePause();
     void armPauseForgotten();
+    void schedulePauseForgotten();
+    void withdrawPauseForgotten();
     void armUserPauseEnd();
     void stopSchedule();
 
+    void logEntry(BreakKind kind, BreakLogEntry::Outcome outcome, WallTime startedAt);
     void showToast(EngineToasts::Message message, std::optional<std::int64_t> argument = {});
     void dismissToast();
     void withdrawBreakSoon();

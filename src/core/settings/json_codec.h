@@ -38,7 +38,9 @@ template <class Record, class Value>
 Field(const char*, Value Record::*) -> Field<Record, Value>;
 
 template <class T>
-concept JsonRecord = requires { T::fields(); };
+concept JsonRecord = requires {
+    T::fields();
+};
 
 template <JsonRecord T, class Visit>
 void forEachField(Visit&& visit) {
@@ -114,8 +116,8 @@ struct JsonCodec<E> {
 
 // Lists and sets are arrays; one entry that cannot be read makes the whole unreadable.
 template <class T>
-    requires std::same_as<T, std::vector<typename T::value_type>> ||
-             std::same_as<T, std::set<typename T::value_type>>
+requires std::same_as<T, std::vector<typename T::value_type>> ||
+    std::same_as<T, std::set<typename T::value_type>>
 struct JsonCodec<T> {
     static Json encode(const T& values) {
         Json array = Json::array();

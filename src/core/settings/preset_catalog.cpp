@@ -16,13 +16,20 @@ const std::array<PresetDefinition, 3>& all() {
     return presets;
 }
 
-const PresetDefinition& light() { return all()[0]; }
-const PresetDefinition& standard() { return all()[1]; }
-const PresetDefinition& strict() { return all()[2]; }
+const PresetDefinition& light() {
+    return all()[0];
+}
+const PresetDefinition& standard() {
+    return all()[1];
+}
+const PresetDefinition& strict() {
+    return all()[2];
+}
 
 std::optional<PresetDefinition> find(std::string_view id) {
-    const auto found = std::find_if(all().begin(), all().end(),
-                                    [id](const PresetDefinition& preset) { return preset.id == id; });
+    const auto found =
+        std::find_if(all().begin(), all().end(),
+                     [id](const PresetDefinition& preset) { return preset.id == id; });
     return found == all().end() ? std::nullopt : std::optional(*found);
 }
 

@@ -16,6 +16,8 @@ std::vector<std::string> PresenceDefaults::deferAppBundleIDs() {
             "com.google.Chrome.app.kjbdgfilnfhdoflbpgamdcdgpehopbep"};
 }
 
-std::set<std::int64_t> WorkHoursDefaults::workDays() { return {2, 3, 4, 5, 6}; }
+std::set<std::int64_t> WorkHoursDefaults::workDays() {
+    return {2, 3, 4, 5, 6};
+}
 
 }  // namespace ostrel

@@ -21,7 +21,9 @@ constexpr std::array<std::string_view, 4> enumNames(OverlayTint) {
 }
 
 enum class OverlayStyle { guided, minimal };
-constexpr std::array<std::string_view, 2> enumNames(OverlayStyle) { return {"guided", "minimal"}; }
+constexpr std::array<std::string_view, 2> enumNames(OverlayStyle) {
+    return {"guided", "minimal"};
+}
 
 enum class BreakPresentation { fullScreen, gentle };
 constexpr std::array<std::string_view, 2> enumNames(BreakPresentation) {
@@ -30,8 +32,8 @@ constexpr std::array<std::string_view, 2> enumNames(BreakPresentation) {
 
 // Everything the user can configure: a plain value, changed only through the SettingsStore.
 //
-// No value is cross-checked: an interval outside TimingRanges, a start after the end or an empty set
-// of work days is taken as it stands.
+// No value is cross-checked: an interval outside TimingRanges, a start after the end or an empty
+// set of work days is taken as it stands.
 struct SettingsModel {
     enum class Appearance { system, light, dark };
     enum class ChimeMode { off, start, end, both };
@@ -72,8 +74,8 @@ struct SettingsModel {
     bool notifyConsecutiveSkips = true;
     bool notifyPauseForgotten = true;
     bool notifyWeeklySummary = true;
-    std::int64_t breakSoonLeadSec = PreBreakDefaults::kBreakSoonLeadSec;   // 0: never
-    std::int64_t preBreakToastLeadSec = PreBreakDefaults::kToastLeadSec;   // 0: never
+    std::int64_t breakSoonLeadSec = PreBreakDefaults::kBreakSoonLeadSec;  // 0: never
+    std::int64_t preBreakToastLeadSec = PreBreakDefaults::kToastLeadSec;  // 0: never
     bool remindersMigrated = true;
     bool hasOnboarded = false;
     Appearance appearance = Appearance::system;

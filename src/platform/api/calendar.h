@@ -37,7 +37,8 @@ class Calendar {
 
     // `time` moved by whole calendar days, with its time of day kept where that day has it. Absent
     // outside the calendar's years.
-    [[nodiscard]] virtual std::optional<WallTime> addDays(WallTime time, std::int64_t days) const = 0;
+    [[nodiscard]] virtual std::optional<WallTime> addDays(WallTime time,
+                                                          std::int64_t days) const = 0;
 
     // Whole calendar days from the day of `from` to the day of `to`; negative when that is earlier.
     [[nodiscard]] virtual std::int64_t daysBetween(WallTime from, WallTime to) const = 0;

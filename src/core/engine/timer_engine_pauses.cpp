@@ -1,0 +1,141 @@
+// TimerEngine: pausing by reason and what ends a pause.
+
+#include <utility>
+
+#include "core/engine/timer_engine.h"
+#include "core/settings/settings_store.h"
+
+namespace ostrel {
+
+void TimerEngine::pause(PauseReason reason, std::optional<WallTime> until) {
+    SessionStateStore& session = services_.sessionStateStore;
+    const bool begins = !session.isPaused();
+    const WallTime now = services_.now();
+    session.addReason(reason, until, now);
+    if (begins) {
+        session.setPendingPauseForgottenFireAt(now + wallSec(kPauseForgottenSec));
+    }
+    if (begins || reason == PauseReason::user) {
+        armPauseForgotten();
+        schedulePauseForgotten();
+    }
+    if (reason == PauseReason::user) {
+        armUserPauseEnd();
+    }
+    setRunning(false);
+    stopSchedule();
+}
+
+// Also when the schedule is switched off: nothing that was due or announced stays behind.
+void TimerEngine::stopSchedule() {
+    clearCycleFlags();
+    cancelHold();
+    shouldCloseOverlayForPause.send();
+}
+
+void TimerEngine::pauseByUser(PauseDuration duration) {
+    pause(PauseReason::user, pauseEnd(duration, *services_.settingsStore.settings(),
+                                      services_.calendar, services_.now()));
+}
+
+void TimerEngine::endPause(PauseReason reason, Countdowns countdowns) {
+    SessionStateStore& session = services_.sessionStateStore;
+    if (!session.holds(reason)) {
+        return;
+    }
+    session.removeReason(reason);
+    if (reason == PauseReason::user) {
+        userPauseTimer_.cancel();
+        withdrawPauseForgotten();
+    }
+    if (!session.isPaused()) {
+        resume(countdowns);
+    }
+}
+
+void TimerEngine::endAllPauses() {
+    if (!services_.sessionStateStore.isPaused()) {
+        return;
+    }
+    services_.sessionStateStore.clearAllReasons();
+    userPauseTimer_.cancel();
+    resume(Countdowns::keep);
+}
+
+void TimerEngine::togglePause() {
+    if (services_.sessionStateStore.isPaused()) {
+        endAllPauses();
+    } else {
+        pauseByUser(PauseDuration::indefinite());
+    }
+}
+
+void TimerEngine::resume(Countdowns countdowns) {
+    setRunning(true);
+    pauseForgottenTimer_.cancel();
+    withdrawPauseForgotten();
+    if (services_.sessionStateStore.current()->pendingPauseForgottenFireAt) {
+        services_.sessionStateStore.setPendingPauseForgottenFireAt(std::nullopt);
+    }
+    if (countdowns == Countdowns::restart) {
+        restartCountdowns();
+    }
+    clearCycleFlags();
+}
+
+void TimerEngine::setRunning(bool isRunning) {
+    TimerState next = *state_;
+    next.eye.isRunning = isRunning;
+    next.body.isRunning = isRunning;
+    state_.set(next);
+}
+
+// After a relaunch in the middle of a timed pause of the user.
+void TimerEngine::restorePause() {
+    if (services_.sessionStateStore.isPaused()) {
+        armUserPauseEnd();
+        armPauseForgotten();
+    }
+}
+
+void TimerEngine::armUserPauseEnd() {
+    userPauseTimer_.cancel();
+    const auto until = services_.sessionStateStore.current()->userPauseUntil;
+    if (!until) {
+        return;
+    }
+    userPauseTimer_ = services_.runLoop.callAt(*until, [this] {
+        endPause(PauseReason::user);
+        // Somebody else may still hold the schedule: then the pause has not ended for the user.
+        if (!services_.sessionStateStore.isPaused()) {
+            showToast(EngineToasts::Message::pauseEnded);
+        }
+    });
+}
+
+// The reminder waits with the system, also across a relaunch. It must not reach anybody who did not
+// pause: when it falls due and the user does not hold the pause, it is withdrawn.
+void TimerEngine::armPauseForgotten() {
+    if (const auto fireAt = services_.sessionStateStore.current()->pendingPauseForgottenFireAt) {
+        pauseForgottenTimer_ = services_.runLoop.callAt(*fireAt, [this] {
+            if (!services_.sessionStateStore.holds(PauseReason::user)) {
+                withdrawPauseForgotten();
+            }
+        });
+    }
+}
+
+void TimerEngine::schedulePauseForgotten() {
+    const auto fireAt = services_.sessionStateStore.current()->pendingPauseForgottenFireAt;
+    if (fireAt && services_.collaborators.notificationCenter) {
+        services_.collaborators.notificationCenter->schedulePauseForgotten(*fireAt);
+    }
+}
+
+void TimerEngine::withdrawPauseForgotten() {
+    if (services_.collaborators.notificationCenter) {
+        services_.collaborators.notificationCenter->cancelPauseForgotten();
+    }
+}
+
+}  // namespace ostrel

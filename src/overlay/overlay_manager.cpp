@@ -1,0 +1,258 @@
+#include "overlay/overlay_manager.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "core/engine/timer_engine.h"
+#include "core/settings/settings_store.h"
+
+namespace ostrel {
+namespace {
+
+constexpr std::uint32_t kEscapeKey = 53;
+constexpr std::uint32_t kReturnKey = 36;
+constexpr std::uint32_t kSpaceKey = 49;
+constexpr std::uint32_t kPKey = 35;
+constexpr int kGenericHaptic = 0;
+
+RunLoopClock::duration runLoopSec(double seconds) {
+    return std::chrono::duration_cast<RunLoopClock::duration>(
+        std::chrono::duration<double>(seconds));
+}
+
+CloseReason closeReasonOf(OverlayAction action) {
+    switch (action) {
+        case OverlayAction::done:
+            return CloseReason::done;
+        case OverlayAction::skip:
+            return CloseReason::skipped;
+        case OverlayAction::postpone:
+            break;
+    }
+    return CloseReason::postponed;
+}
+
+}  // namespace
+
+OverlayManager::OverlayManager(Services services, Timing timing)
+    : services_(std::move(services)), timing_(timing) {
+    if (timing_.tickInterval <= 0) {
+        fatal("a break that does not count down");
+    }
+    TimerEngine& engine = services_.timerEngine;
+    subscriptions_.push_back(engine.shouldOpenEyeBreak.subscribe([this](std::int64_t penaltySec) {
+        present(BreakKind::eye, settingsStore().settings()->eyeBreakDurationSec, penaltySec);
+    }));
+    subscriptions_.push_back(engine.shouldOpenBodyBreak.subscribe([this](std::int64_t penaltySec) {
+        present(BreakKind::body, settingsStore().settings()->bodyBreakDurationSec, penaltySec);
+    }));
+    subscriptions_.push_back(
+        engine.shouldCloseOverlayForPause.subscribe([this] { close(CloseReason::forcedByPause); }));
+    subscriptions_.push_back(
+        services_.systemEvents.willSleep.subscribe([this] { close(CloseReason::forcedBySleep); }));
+    subscriptions_.push_back(services_.displays.changed.subscribe([this] {
+        if (activeSession_->has_value()) {
+            syncWindows();
+            didRebuildWindows.send();
+        }
+    }));
+    engine.setIsOverlayPresented([this] { return activeSession_->has_value(); });
+}
+
+OverlayManager::~OverlayManager() {
+    services_.timerEngine.setIsOverlayPresented(nullptr);
+}
+
+void OverlayManager::present(BreakKind kind, std::int64_t baseDurationSec,
+                             std::int64_t penaltySec) {
+    if (activeSession_->has_value()) {
+        return;
+    }
+    ActiveOverlaySession session;
+    session.kind = kind;
+    session.baseDurationSec = baseDurationSec;
+    session.penaltySec = penaltySec;
+    session.startedAt = services_.now();
+    session.remainingSec = addSec(baseDurationSec, penaltySec);
+    const OverlayRecords& records = services_.records;
+    if (records.rotation) {
+        session.guideStartIndex = records.rotation->startIndex(kind);
+    }
+    if (const auto& messages = settingsStore().settings()->customBreakMessages; !messages.empty()) {
+        const std::int64_t index = records.rotation ? records.rotation->nextMessageIndex() : 0;
+        session.message = messages[static_cast<std::size_t>(index) % messages.size()];
+    }
+
+    fadingWindows_.clear();
+    activeSession_.set(session);
+    bannerDismissed_.set(false);
+    didFireAutoFade_ = false;
+    recentSkipCount_.set(records.penaltyEngine ? records.penaltyEngine->recentSkipCount() : 0);
+    syncWindows();
+    if (records.chimes) {
+        records.chimes->playStart();
+    }
+    services_.haptics.play(kGenericHaptic);
+    if (penaltySec > 0) {
+        penaltyAppliedPublisher.send(penaltySec);
+    }
+    countdownTimer_ = services_.runLoop.repeat(
+        runLoopSec(timing_.tickInterval), runLoopSec(timing_.tickInterval), [this] { tick(); });
+    firstPaintTimer_ = services_.runLoop.callAfter(runLoopSec(kFirstPaintLimitSec),
+                                                   [this] { takeDownUnpainted(); });
+    didPresent.send();
+}
+
+void OverlayManager::tick() {
+    ActiveOverlaySession session = **activeSession_;
+    session.remainingSec = std::max<std::int64_t>(
+        subtractSec(session.remainingSec, wholeSec(timing_.tickInterval)), 0);
+    activeSession_.set(session);
+    if (session.remainingSec == 0 && !std::exchange(didFireAutoFade_, true)) {
+        reachZero();
+    }
+}
+
+void OverlayManager::reachZero() {
+    if (services_.records.chimes) {
+        services_.records.chimes->playEnd();
+    }
+    const BreakKind kind = (*activeSession_)->kind;
+    autoFadeTimer_ =
+        services_.runLoop.callAfter(runLoopSec(timing_.autoFadeDelaySec), [this, kind] {
+            const auto& session = *activeSession_;
+            if (session && session->kind == kind && session->remainingSec == 0) {
+                close(CloseReason::autoFade);
+            }
+        });
+    didReachZero.send(kind);
+}
+
+void OverlayManager::close(CloseReason reason) {
+    if (!activeSession_->has_value()) {
+        return;
+    }
+    const ActiveOverlaySession session = **activeSession_;
+    countdownTimer_.cancel();
+    autoFadeTimer_.cancel();
+    firstPaintTimer_.cancel();
+    if (services_.records.rotation) {
+        services_.records.rotation->advancePast(session);
+    }
+    applyEffects(session, reason);
+    closeWindows();
+    activeSession_.set(std::nullopt);
+    didClose.send(session.kind, reason);
+}
+
+void OverlayManager::applyEffects(const ActiveOverlaySession& session, CloseReason reason) {
+    using Outcome = BreakLogEntry::Outcome;
+    const OverlayRecords& records = services_.records;
+    switch (reason) {
+        case CloseReason::skipped:
+            log(session, session.kind, Outcome::skipped, session.penaltySec);
+            if (records.penaltyEngine) {
+                records.penaltyEngine->registerSkip(session.kind);
+            }
+            services_.haptics.play(kGenericHaptic);
+            break;
+        case CloseReason::skippedGently:
+            log(session, session.kind, Outcome::skipped, session.penaltySec);
+            if (records.dailyCounter) {
+                records.dailyCounter->recordSkip();
+            }
+            break;
+        case CloseReason::done:
+            complete(session, Outcome::completed);
+            return;
+        case CloseReason::autoFade:
+            complete(session, Outcome::autoFadeOut);
+            return;
+        case CloseReason::postponed:
+            log(session, session.kind, Outcome::postponed, session.penaltySec);
+            if (records.postponeService && records.postponeService->tryPostpone()) {
+                services_.timerEngine.postponePresented(session.kind);
+            }
+            return;
+        case CloseReason::forcedBySleep:
+        case CloseReason::forcedByPause:
+            break;
+    }
+    if (session.kind == BreakKind::body) {
+        services_.timerEngine.bodyBreakNotCompleted();
+    }
+}
+
+void OverlayManager::complete(const ActiveOverlaySession& session, BreakLogEntry::Outcome outcome) {
+    log(session, session.kind, outcome, session.penaltySec);
+    DailyCounting* counter = services_.records.dailyCounter;
+    if (session.kind == BreakKind::eye) {
+        if (counter) {
+            counter->recordEyeCompleted();
+        }
+        return;
+    }
+    if (counter) {
+        counter->recordBodyCompleted();
+    }
+    if (services_.timerEngine.takeMergedEyeBreak()) {
+        if (counter) {
+            counter->recordEyeCompleted();
+        }
+        log(session, BreakKind::eye, BreakLogEntry::Outcome::completed, 0);
+    }
+}
+
+void OverlayManager::log(const ActiveOverlaySession& session, BreakKind kind,
+                         BreakLogEntry::Outcome outcome, std::int64_t penaltySec) {
+    if (services_.records.breakLog) {
+        services_.records.breakLog->append({services_.makeUuid(), session.startedAt,
+                                            services_.now(), kind, outcome, penaltySec,
+                                            session.totalSec()});
+    }
+}
+
+bool OverlayManager::offers(OverlayAction action) const {
+    switch (action) {
+        case OverlayAction::done:
+            return true;
+        case OverlayAction::skip:
+            return !settingsStore().settings()->strictMode;
+        case OverlayAction::postpone:
+            return services_.records.postponeService &&
+                   services_.records.postponeService->remainingPostpones() > 0;
+    }
+    return false;
+}
+
+bool OverlayManager::enables(OverlayAction action) const {
+    const auto& session = *activeSession_;
+    return session && offers(action) &&
+           (action != OverlayAction::done || session->remainingSec <= 0);
+}
+
+bool OverlayManager::press(OverlayAction action) {
+    if (!enables(action)) {
+        return false;
+    }
+    close(closeReasonOf(action));
+    return true;
+}
+
+// Modifiers play no part: Shift-Escape skips like Escape.
+KeyOutcome OverlayManager::handleKey(std::uint32_t virtualKeyCode) {
+    switch (virtualKeyCode) {
+        case kEscapeKey:
+            return press(OverlayAction::skip) ? KeyOutcome::skip : KeyOutcome::ignored;
+        case kReturnKey:
+        case kSpaceKey:
+            return press(OverlayAction::done) ? KeyOutcome::done : KeyOutcome::ignored;
+        case kPKey:
+            return press(OverlayAction::postpone) ? KeyOutcome::postpone : KeyOutcome::ignored;
+        default:
+            return KeyOutcome::ignored;
+    }
+}
+
+}  // namespace ostrel

@@ -1,0 +1,116 @@
+// The windows of OverlayManager: one per display, in step with the displays.
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "core/settings/settings_store.h"
+#include "overlay/overlay_manager.h"
+
+namespace ostrel {
+namespace {
+
+using Windows = std::vector<std::unique_ptr<OverlayWindow>>;
+
+Windows::iterator findWindow(Windows& windows, std::optional<std::uint32_t> displayID) {
+    return std::find_if(windows.begin(), windows.end(), [displayID](const auto& window) {
+        return window->displayID() == displayID;
+    });
+}
+
+}  // namespace
+
+// Also settles which display is the primary one: the main display, or the first while displays are
+// being reconfigured and the main one is not among them.
+std::vector<ScreenSnapshot> OverlayManager::takeSnapshots() {
+    std::vector<ScreenSnapshot> snapshots;
+    const auto mainID = services_.displays.mainDisplayID();
+    std::optional<std::uint32_t> primaryID;
+    for (const Displays::Display& display : services_.displays.current()) {
+        snapshots.push_back({display.displayID, display.frame});
+        if (display.displayID == mainID) {
+            primaryID = mainID;
+        }
+    }
+    if (!primaryID && !snapshots.empty()) {
+        primaryID = snapshots.front().displayID;
+    }
+    primaryDisplayID_.set(primaryID);
+    return snapshots;
+}
+
+// A window whose display stayed is kept, so that nothing flickers there.
+void OverlayManager::syncWindows() {
+    Windows before = std::exchange(openWindows_, {});
+    for (const ScreenSnapshot& screen : takeSnapshots()) {
+        const Role role = screen.displayID == *primaryDisplayID_ ? Role::primary : Role::secondary;
+        if (const auto kept = findWindow(before, screen.displayID); kept != before.end()) {
+            (*kept)->cover(screen, role);
+            openWindows_.push_back(std::move(*kept));
+            before.erase(kept);
+        } else {
+            openWindows_.push_back(
+                services_.windows.make(*this, (*activeSession_)->kind, screen, role));
+        }
+    }
+    for (const auto& gone : before) {
+        std::erase(paintedDisplayIDs_, gone->displayID());
+        if (keyboardDisplayID_ == gone->displayID()) {
+            keyboardDisplayID_.reset();
+        }
+    }
+    before.clear();
+    giveKeyboardToPrimary();
+}
+
+void OverlayManager::didPaint(OverlayWindow& window) {
+    if (activeSession_->has_value() &&
+        std::find(paintedDisplayIDs_.begin(), paintedDisplayIDs_.end(), window.displayID()) ==
+            paintedDisplayIDs_.end()) {
+        paintedDisplayIDs_.push_back(window.displayID());
+        giveKeyboardToPrimary();
+    }
+}
+
+// Until the primary window has painted the keyboard stays where it is.
+void OverlayManager::giveKeyboardToPrimary() {
+    const auto primaryID = *primaryDisplayID_;
+    const bool hasPainted =
+        primaryID && std::find(paintedDisplayIDs_.begin(), paintedDisplayIDs_.end(), *primaryID) !=
+                         paintedDisplayIDs_.end();
+    const auto primary = findWindow(openWindows_, primaryID);
+    if (!hasPainted || primary == openWindows_.end() || keyboardDisplayID_ == primaryID) {
+        return;
+    }
+    if (const auto holder = findWindow(openWindows_, keyboardDisplayID_);
+        keyboardDisplayID_ && holder != openWindows_.end()) {
+        (*holder)->releaseKeyboard();
+    }
+    keyboardDisplayID_ = primaryID;
+    (*primary)->takeKeyboard();
+}
+
+void OverlayManager::closeWindows() {
+    keyboardDisplayID_.reset();
+    paintedDisplayIDs_.clear();
+    if (services_.motion.reduceMotion()) {
+        openWindows_.clear();
+        return;
+    }
+    fadingWindows_ = std::exchange(openWindows_, {});
+    for (const auto& window : fadingWindows_) {
+        window->fadeOut(timing_.fadeOutDurationSec);
+    }
+    fadeOutTimer_ =
+        services_.runLoop.callAfter(std::chrono::duration_cast<RunLoopClock::duration>(
+                                        std::chrono::duration<double>(timing_.fadeOutDurationSec)),
+                                    [this] { fadingWindows_.clear(); });
+}
+
+void OverlayManager::takeDownUnpainted() {
+    if (paintedDisplayIDs_.empty()) {
+        close(CloseReason::forcedBySleep);
+    }
+}
+
+}  // namespace ostrel

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/api/displays.h"
+#include "platform/api/haptics.h"
+#include "platform/api/motion_settings.h"
+
+namespace ostrel {
+
+// Displays as a script sets them.
+class VirtualDisplays : public Displays {
+  public:
+    VirtualDisplays() { set({{1, {0, 0, 1920, 1080}}}, 1); }
+
+    [[nodiscard]] std::vector<Display> current() const override { return displays_; }
+    [[nodiscard]] std::optional<std::uint32_t> mainDisplayID() const override { return mainID_; }
+
+    void set(std::vector<Display> displays, std::optional<std::uint32_t> mainID) {
+        displays_ = std::move(displays);
+        mainID_ = mainID;
+        changed.send();
+    }
+
+  private:
+    std::vector<Display> displays_;
+    std::optional<std::uint32_t> mainID_;
+};
+
+class VirtualMotionSettings : public MotionSettings {
+  public:
+    [[nodiscard]] bool reduceMotion() const override { return reduceMotion_; }
+    void setReduceMotion(bool reduceMotion) { reduceMotion_ = reduceMotion; }
+
+  private:
+    bool reduceMotion_ = false;
+};
+
+// Tells of each tap instead of giving it.
+class VirtualHaptics : public Haptics {
+  public:
+    void play(int pattern) override { played.send(pattern); }
+
+    Signal<int> played;
+};
+
+}  // namespace ostrel

@@ -1,0 +1,66 @@
+#include "platform/virtual/virtual_run_loop.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace ostrel {
+namespace {
+
+constexpr double kNanosecondsPerSec = 1e9;
+
+}  // namespace
+
+Timer VirtualRunLoop::repeat(RunLoopClock::duration first, RunLoopClock::duration period,
+                             Callback callback) {
+    return queue_.add(now_ + first, period, std::move(callback));
+}
+
+Timer VirtualRunLoop::callAfter(RunLoopClock::duration delay, Callback callback) {
+    return queue_.add(now_ + std::max(delay, RunLoopClock::duration::zero()),
+                      RunLoopClock::duration::zero(), std::move(callback));
+}
+
+Timer VirtualRunLoop::callAt(WallTime due, Callback callback) {
+    return queue_.add(due, std::move(callback));
+}
+
+WallTime VirtualRunLoop::wallNow() const {
+    return wallOrigin_ + WallClock::duration{static_cast<double>(now_.time_since_epoch().count()) /
+                                             kNanosecondsPerSec};
+}
+
+void VirtualRunLoop::runDue() {
+    while (queue_.runNext(now_, wallNow())) {
+    }
+}
+
+void VirtualRunLoop::runUntil(RunLoopTime end) {
+    runUpTo(end);
+    runDue();
+}
+
+void VirtualRunLoop::runUpTo(RunLoopTime end) {
+    for (auto due = nextDue(); due && *due < end; due = nextDue()) {
+        now_ = std::max(now_, *due);
+        runDue();
+    }
+    now_ = std::max(now_, end);
+}
+
+std::optional<RunLoopTime> VirtualRunLoop::nextDue() const {
+    std::optional<RunLoopTime> next = queue_.nextRunLoopDue();
+    if (const auto wallDue = queue_.nextWallDue()) {
+        const double delaySec = std::max((*wallDue - wallNow()).count(), 0.0);
+        // Beyond the range of run-loop time is never.
+        if (delaySec < 1e9) {
+            const RunLoopTime at =
+                now_ +
+                RunLoopClock::duration(std::llround(std::ceil(delaySec * kNanosecondsPerSec)));
+            next = next ? std::min(*next, at) : at;
+        }
+    }
+    return next;
+}
+
+}  // namespace ostrel
