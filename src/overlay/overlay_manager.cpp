@@ -90,6 +90,7 @@ void OverlayManager::present(BreakKind kind, std::int64_t baseDurationSec,
     didFireAutoFade_ = false;
     recentSkipCount_.set(records.penaltyEngine ? records.penaltyEngine->recentSkipCount() : 0);
     syncWindows();
+    didPresent.send();
     if (records.chimes) {
         records.chimes->playStart();
     }
@@ -101,7 +102,6 @@ void OverlayManager::present(BreakKind kind, std::int64_t baseDurationSec,
         runLoopSec(timing_.tickInterval), runLoopSec(timing_.tickInterval), [this] { tick(); });
     firstPaintTimer_ = services_.runLoop.callAfter(runLoopSec(kFirstPaintLimitSec),
                                                    [this] { takeDownUnpainted(); });
-    didPresent.send();
 }
 
 void OverlayManager::tick() {
@@ -115,10 +115,11 @@ void OverlayManager::tick() {
 }
 
 void OverlayManager::reachZero() {
+    const BreakKind kind = (*activeSession_)->kind;
+    didReachZero.send(kind);
     if (services_.records.chimes) {
         services_.records.chimes->playEnd();
     }
-    const BreakKind kind = (*activeSession_)->kind;
     autoFadeTimer_ =
         services_.runLoop.callAfter(runLoopSec(timing_.autoFadeDelaySec), [this, kind] {
             const auto& session = *activeSession_;
@@ -126,7 +127,6 @@ void OverlayManager::reachZero() {
                 close(CloseReason::autoFade);
             }
         });
-    didReachZero.send(kind);
 }
 
 void OverlayManager::close(CloseReason reason) {

@@ -99,7 +99,8 @@ class OverlayManager : public OverlayWindowListener {
     // Seconds of skip penalty, when a break that carries one starts.
     Signal<std::int64_t> penaltyAppliedPublisher;
 
-    // For those who tell what happens. didPresent comes when the windows are open.
+    // For those who only tell what happens: their observers must not close the break. didPresent
+    // comes when the windows are open.
     Signal<> didPresent;
     Signal<> didRebuildWindows;
     Signal<BreakLogEntry::Kind> didReachZero;

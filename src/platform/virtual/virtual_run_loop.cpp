@@ -35,6 +35,12 @@ void VirtualRunLoop::runDue() {
     }
 }
 
+// Run-loop timers that are due at exactly this instant are left out.
+void VirtualRunLoop::runOverdueWallTimers() {
+    while (queue_.runNext(now_ - RunLoopClock::duration(1), wallNow())) {
+    }
+}
+
 void VirtualRunLoop::runUntil(RunLoopTime end) {
     runUpTo(end);
     runDue();

@@ -32,6 +32,9 @@ class VirtualRunLoop : public RunLoop {
     // Runs what is due now.
     void runDue();
 
+    // After a sleep: the wall-clock timers that are overdue run before anything else.
+    void runOverdueWallTimers();
+
   private:
     [[nodiscard]] std::optional<RunLoopTime> nextDue() const;
 

@@ -1,0 +1,180 @@
+#include "app/simulator/event_log.h"
+
+#include <cmath>
+#include <memory>
+#include <utility>
+
+#include "core/settings/settings_model.h"
+#include "menubar/menu_bar_context.h"
+#include "menubar/menu_bar_tooltip.h"
+
+namespace ostrel {
+namespace {
+
+// Whole numbers without a fraction: 1200, not 1200.0.
+Json number(double value) {
+    if (value == std::trunc(value) && std::abs(value) < 1e15) {
+        return static_cast<std::int64_t>(value);
+    }
+    return value;
+}
+
+Json timerFields(const BreakTimer& timer) {
+    return {{"remainingSec", timer.remainingSec},
+            {"isRunning", timer.isRunning},
+            {"isAway", timer.isAway},
+            {"pendingPenaltySec", timer.pendingPenaltySec}};
+}
+
+Json pauseFields(const SessionStateModel& session) {
+    const Json document = JsonCodec<SessionStateModel>::encode(session);
+    return {{"isPaused", session.isPaused},
+            {"pauseReasons", document["pauseReasons"]},
+            {"userPauseUntil", document.value("userPauseUntil", Json())}};
+}
+
+Json menuBarFields(const MenuBarFormatter::Context& context) {
+    const MenuBarFormatter::Output shown = MenuBarFormatter::format(context);
+    Json tooltip = Json::array();
+    for (const LocalizedText& line : menuBarTooltip(context)) {
+        tooltip.push_back({{"key", line.key}, {"args", line.args}});
+    }
+    return {{"title", shown.title},
+            {"status", nameOf(shown.status)},
+            {"nearest", nameOf(shown.nearest)},
+            {"eyeFraction", shown.eyeFraction},
+            {"bodyFraction", shown.bodyFraction},
+            {"penaltyPending", shown.penaltyPending},
+            {"tooltip", tooltip}};
+}
+
+Json optionalText(const std::optional<std::string>& text) {
+    return text ? Json(*text) : Json();
+}
+
+}  // namespace
+
+EventLog::EventLog(VirtualPlatform& platform, SecondsNow secondsNow, Print print)
+    : platform_(platform), secondsNow_(std::move(secondsNow)), print_(std::move(print)) {}
+
+void EventLog::print(std::string_view event, Json fields) {
+    Json line = {{"at", number(secondsNow_())},
+                 {"time", isoLocalTime(platform_.calendar, platform_.runLoop.wallNow())},
+                 {"event", event}};
+    line.update(fields);
+    print_(line.dump());
+}
+
+std::vector<Subscription> EventLog::watchPlatform() {
+    std::vector<Subscription> watching;
+    MemoryPreferences& preferences = platform_.preferences;
+    watching.push_back(preferences.written.subscribe([this](const std::string& key) {
+        print("preferences.written", {{"key", key}});
+    }));
+    watching.push_back(preferences.removed.subscribe([this](const std::string& key) {
+        print("preferences.removed", {{"key", key}});
+    }));
+    watching.push_back(
+        preferences.persistenceWriteFailed.subscribe([this](const PersistenceError& error) {
+            print("persistence.failed", {{"key", error.key}});
+        }));
+    watching.push_back(platform_.haptics.played.subscribe([this](int pattern) {
+        print("haptic", {{"pattern", pattern}});
+    }));
+    return watching;
+}
+
+std::vector<Subscription> EventLog::watch(AppEnvironment& environment) {
+    std::vector<Subscription> watching;
+    OverlayManager& overlay = environment.overlayManager();
+    watching.push_back(overlay.didPresent.subscribe([this, &overlay] {
+        const ActiveOverlaySession& session = **overlay.activeSession();
+        print("overlay.opened", {{"kind", nameOf(session.kind)},
+                                 {"baseDurationSec", session.baseDurationSec},
+                                 {"penaltySec", session.penaltySec},
+                                 {"totalSec", session.totalSec()},
+                                 {"guideStartIndex", session.guideStartIndex},
+                                 {"message", optionalText(session.message)},
+                                 {"presentation", "fullScreen"},
+                                 {"windows", windows(overlay)}});
+    }));
+    watching.push_back(overlay.didRebuildWindows.subscribe([this, &overlay] {
+        print("overlay.windows", {{"windows", windows(overlay)}});
+    }));
+    watching.push_back(overlay.didReachZero.subscribe([this](BreakKind kind) {
+        print("overlay.zero", {{"kind", nameOf(kind)}});
+    }));
+    watching.push_back(overlay.didClose.subscribe([this](BreakKind kind, CloseReason reason) {
+        print("overlay.closed", {{"kind", nameOf(kind)}, {"reason", nameOf(reason)}});
+    }));
+    watching.push_back(overlay.penaltyAppliedPublisher.subscribe([this](std::int64_t penaltySec) {
+        print("penalty.applied", {{"penaltySec", penaltySec}});
+    }));
+    TimerEngine& engine = environment.timerEngine();
+    watching.push_back(engine.holdBegan.subscribe([this](BreakKind kind) {
+        print("hold.began", {{"kind", nameOf(kind)}});
+    }));
+    watching.push_back(engine.holdEnded.subscribe([this](BreakKind kind, HoldEnd how) {
+        print("hold.ended", {{"kind", nameOf(kind)}, {"how", nameOf(how)}});
+    }));
+    const auto& session = environment.sessionStateStore().current();
+    auto shown = std::make_shared<Json>(pauseFields(SessionStateModel{}));
+    const auto printPause = [this, shown](const SessionStateModel& state) {
+        Json fields = pauseFields(state);
+        if (fields != *shown) {
+            *shown = fields;
+            print("pause.changed", std::move(fields));
+        }
+    };
+    printPause(*session);
+    watching.push_back(session.onChange(printPause));
+    return watching;
+}
+
+Json EventLog::windows(const OverlayManager& overlay) const {
+    Json list = Json::array();
+    for (const auto& window : overlay.openWindows()) {
+        list.push_back({{"displayID", window->displayID()}, {"role", nameOf(window->role())}});
+    }
+    return list;
+}
+
+void EventLog::printSnapshot(AppEnvironment& environment, const Json& label) {
+    const TimerEngine& engine = environment.timerEngine();
+    const OverlayManager& manager = environment.overlayManager();
+    Json overlay;
+    if (const auto& session = *manager.activeSession()) {
+        overlay = {{"kind", nameOf(session->kind)},
+                   {"baseDurationSec", session->baseDurationSec},
+                   {"penaltySec", session->penaltySec},
+                   {"startedAt", secondsSinceReference(session->startedAt)},
+                   {"remainingSec", session->remainingSec},
+                   {"extensionsAppliedSec", session->extensionsAppliedSec},
+                   {"guideStartIndex", session->guideStartIndex},
+                   {"message", optionalText(session->message)},
+                   {"totalSec", session->totalSec()},
+                   {"windows", windows(manager)}};
+    }
+    print(
+        "snapshot",
+        {{"label", label},
+         {"timer",
+          {{"eye", timerFields(engine.state()->eye)}, {"body", timerFields(engine.state()->body)}}},
+         {"eyeMergedIntoBody", engine.eyeMergedIntoBody()},
+         {"isDeferring", engine.isDeferring()},
+         {"session",
+          JsonCodec<SessionStateModel>::encode(*environment.sessionStateStore().current())},
+         {"overlay", overlay},
+         {"menuBar", menuBarFields(menuBarContext(engine, environment.sessionStateStore(),
+                                                  environment.settingsStore()))}});
+}
+
+void EventLog::printEnd() {
+    Json documents = Json::object();
+    for (const auto& [key, bytes] : platform_.preferences.contents()) {
+        documents[key] = parseJson(bytes).value_or(Json(bytes));
+    }
+    print("end", {{"preferences", documents}});
+}
+
+}  // namespace ostrel

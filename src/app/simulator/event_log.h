@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/environment/app_environment.h"
+#include "app/simulator/virtual_platform.h"
+#include "base/subscription.h"
+#include "core/settings/json.h"
+
+namespace ostrel {
+
+// Turns what happens in an environment into lines of JSON, each with `at`, `time` and `event`.
+class EventLog {
+  public:
+    using Print = std::function<void(const std::string& line)>;
+    using SecondsNow = std::function<double()>;
+
+    // `secondsNow` counts from the start of the scenario.
+    EventLog(VirtualPlatform& platform, SecondsNow secondsNow, Print print);
+
+    [[nodiscard]] std::vector<Subscription> watchPlatform();
+    // The subscriptions must die before the environment.
+    [[nodiscard]] std::vector<Subscription> watch(AppEnvironment& environment);
+
+    void print(std::string_view event, Json fields = Json::object());
+    void printSnapshot(AppEnvironment& environment, const Json& label);
+    void printEnd();
+
+  private:
+    [[nodiscard]] Json windows(const OverlayManager& overlay) const;
+
+    VirtualPlatform& platform_;
+    SecondsNow secondsNow_;
+    Print print_;
+};
+
+}  // namespace ostrel

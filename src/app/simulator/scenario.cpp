@@ -1,0 +1,295 @@
+#include "app/simulator/scenario.h"
+
+#include <array>
+#include <set>
+#include <utility>
+
+#include "app/simulator/scenario_reader.h"
+#include "core/settings/preset_catalog.h"
+#include "core/settings/settings_model.h"
+
+namespace ostrel {
+namespace {
+
+constexpr double kLongestSec = 1e9;  // a good thirty years
+
+std::string inQuotes(std::string_view text) {
+    return '"' + std::string(text) + '"';
+}
+
+double seconds(ScenarioReader& in, const Json& json, double least) {
+    const auto value = in.read<double>(json, "a number of seconds");
+    if (value < least || value > kLongestSec) {
+        in.fail("a number of seconds out of range");
+    }
+    return value;
+}
+
+std::string timeZone(ScenarioReader& in, const Json& json) {
+    auto name = in.read<std::string>(json, "the name of a time zone");
+    if (in.ok() && !isKnownTimeZone(name)) {
+        in.fail("unknown time zone " + inQuotes(name));
+    }
+    return name;
+}
+
+LocalTime localTime(ScenarioReader& in, const Json& json) {
+    const auto text = in.read<std::string>(json, "a local date and time");
+    const auto time = parseLocalTime(text);
+    if (in.ok() && !time) {
+        in.fail("not a local date and time such as \"2026-03-09T09:00:00\": " + inQuotes(text));
+    }
+    return time.value_or(LocalTime{});
+}
+
+ScenarioDisplays displays(ScenarioReader& in, const Json& json) {
+    ScenarioDisplays result;
+    std::set<std::uint32_t> seen;
+    if (!json.is_array()) {
+        in.fail("must be a list of displays");
+        return result;
+    }
+    for (const Json& entry : json) {
+        Displays::Display display;
+        bool isMain = false;
+        in.eachKey(entry, "a display", [&](const std::string& key, const Json& value) {
+            if (key == "displayID") {
+                display.displayID = in.read<std::uint32_t>(value, "a display number");
+            } else if (key == "x") {
+                display.frame.x = in.read<double>(value, "a number");
+            } else if (key == "y") {
+                display.frame.y = in.read<double>(value, "a number");
+            } else if (key == "width") {
+                display.frame.width = in.read<double>(value, "a number");
+            } else if (key == "height") {
+                display.frame.height = in.read<double>(value, "a number");
+            } else if (key == "main") {
+                isMain = in.read<bool>(value, "true or false");
+            } else {
+                in.fail("unknown key " + inQuotes(key));
+            }
+        });
+        if (!seen.insert(display.displayID).second) {
+            in.fail("two displays have the same displayID");
+        }
+        if (isMain) {
+            result.mainID = display.displayID;
+        }
+        result.displays.push_back(display);
+    }
+    return result;
+}
+
+Json settingsFields(ScenarioReader& in, const Json& json) {
+    in.eachKey(json, "an object of settings", [&](const std::string& key, const Json& value) {
+        bool isKnown = false;
+        forEachField<SettingsModel>([&]<class Value>(const Field<SettingsModel, Value>& field) {
+            if (field.key == key) {
+                isKnown = true;
+                if (!JsonCodec<Value>::decode(value)) {
+                    in.fail("settings field " + inQuotes(key) + " cannot hold " + value.dump());
+                }
+            }
+        });
+        if (!isKnown) {
+            in.fail("unknown settings field " + inQuotes(key));
+        }
+    });
+    return json;
+}
+
+std::string presetID(ScenarioReader& in, const Json& json) {
+    auto id = in.read<std::string>(json, "the identifier of a preset");
+    if (in.ok() && !PresetCatalog::find(id)) {
+        in.fail("unknown preset " + inQuotes(id));
+    }
+    return id;
+}
+
+PauseDuration pauseDuration(ScenarioReader& in, const Json& json) {
+    if (json == "untilNextMorning") {
+        return PauseDuration::untilNextMorning();
+    }
+    if (json == "indefinite") {
+        return PauseDuration::indefinite();
+    }
+    std::optional<std::int64_t> minutes;
+    if (json.is_object() && json.size() == 1 && json.contains("minutes")) {
+        minutes = JsonCodec<std::int64_t>::decode(json["minutes"]);
+    }
+    if (!minutes || *minutes < 0 || *minutes > static_cast<std::int64_t>(kLongestSec)) {
+        in.fail(R"(must be {"minutes": 30}, "untilNextMorning" or "indefinite")");
+    }
+    return PauseDuration::forMinutes(minutes.value_or(0));
+}
+
+void onlyTrue(ScenarioReader& in, const Json& json) {
+    if (json != true) {
+        in.fail("must be true");
+    }
+}
+
+std::optional<std::string> snapshotLabel(ScenarioReader& in, const Json& json) {
+    if (json.is_string()) {
+        return json.get<std::string>();
+    }
+    onlyTrue(in, json);
+    return std::nullopt;
+}
+
+using ReadAction = StepAction (*)(ScenarioReader& in, const Json& value);
+
+constexpr std::pair<std::string_view, ReadAction> kVerbs[] = {
+    {"displays",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::SetDisplays{displays(in, v)};
+     }},
+    {"sleepSec",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::Sleep{seconds(in, v, 0)};
+     }},
+    {"shiftClockSec",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::ShiftClock{seconds(in, v, -kLongestSec)};
+     }},
+    {"timeZone",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::SetTimeZone{timeZone(in, v)};
+     }},
+    {"settings",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::ChangeSettings{settingsFields(in, v)};
+     }},
+    {"applyPreset",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::ApplyPreset{presetID(in, v)};
+     }},
+    {"pause",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::Pause{pauseDuration(in, v)};
+     }},
+    {"resume",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         onlyTrue(in, v);
+         return step::Resume{};
+     }},
+    {"startNow",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::StartNow{in.read<BreakLogEntry::Kind>(v, "\"eye\" or \"body\"")};
+     }},
+    {"key",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::PressKey{in.read<std::uint32_t>(v, "a virtual key code")};
+     }},
+    {"overlay",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::PressOverlay{in.read<OverlayAction>(v, R"("done", "skip" or "postpone")")};
+     }},
+    {"relaunchAfterSec",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::Relaunch{seconds(in, v, 0)};
+     }},
+    {"failEncoding",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::FailEncoding{in.read<bool>(v, "true or false")};
+     }},
+    {"snapshot",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::Snapshot{snapshotLabel(in, v)};
+     }},
+};
+
+Step readStep(ScenarioReader& in, const Json& json, double previousAt) {
+    Step result;
+    bool hasAt = false;
+    int verbs = 0;
+    in.eachKey(json, "a step", [&](const std::string& key, const Json& value) {
+        if (key == "at") {
+            result.at = seconds(in, value, 0);
+            hasAt = true;
+            return;
+        }
+        ++verbs;
+        for (const auto& [verb, readAction] : kVerbs) {
+            if (verb == key) {
+                const auto place = in.enter(key);
+                result.action = readAction(in, value);
+                return;
+            }
+        }
+        in.fail("unknown verb " + inQuotes(key));
+    });
+    if (!hasAt) {
+        in.fail("\"at\" is missing");
+    } else if (verbs != 1) {
+        in.fail("a step has exactly one verb");
+    } else if (result.at < previousAt) {
+        in.fail("\"at\" is earlier than in the step before");
+    }
+    return result;
+}
+
+std::map<std::string, std::string> preferences(ScenarioReader& in, const Json& json) {
+    std::map<std::string, std::string> documents;
+    in.eachKey(json, "an object of documents", [&](const std::string& key, const Json& value) {
+        documents[key] = value.is_string() ? value.get<std::string>() : value.dump();
+    });
+    return documents;
+}
+
+std::vector<Step> steps(ScenarioReader& in, const Json& json) {
+    std::vector<Step> result;
+    if (!json.is_array()) {
+        in.fail("must be a list of steps");
+        return result;
+    }
+    double previousAt = 0;
+    for (std::size_t i = 0; i < json.size() && in.ok(); ++i) {
+        const auto place = in.enterItem(i);
+        result.push_back(readStep(in, json[i], previousAt));
+        previousAt = result.back().at;
+    }
+    return result;
+}
+
+}  // namespace
+
+ScenarioResult parseScenario(std::string_view text) {
+    const std::optional<Json> json = parseJson(text);
+    if (!json) {
+        return {std::nullopt, "not a JSON document"};
+    }
+    ScenarioReader in;
+    Scenario scenario;
+    bool hasDuration = false;
+    in.eachKey(*json, "a scenario", [&](const std::string& key, const Json& value) {
+        const auto place = in.enter(key);
+        if (key == "timeZone") {
+            scenario.timeZone = timeZone(in, value);
+        } else if (key == "start") {
+            scenario.start = localTime(in, value);
+        } else if (key == "durationSec") {
+            scenario.durationSec = seconds(in, value, 0);
+            hasDuration = true;
+        } else if (key == "preferences") {
+            scenario.preferences = preferences(in, value);
+        } else if (key == "displays") {
+            scenario.displays = displays(in, value);
+        } else if (key == "reduceMotion") {
+            scenario.reduceMotion = in.read<bool>(value, "true or false");
+        } else if (key == "steps") {
+            scenario.steps = steps(in, value);
+        } else {
+            in.fail("unknown key");
+        }
+    });
+    if (in.ok() && !hasDuration) {
+        in.fail("\"durationSec\" is missing");
+    }
+    if (!in.ok()) {
+        return {std::nullopt, in.error()};
+    }
+    return {std::move(scenario), {}};
+}
+
+}  // namespace ostrel

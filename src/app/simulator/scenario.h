@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "core/engine/pause_duration.h"
+#include "core/settings/json.h"
+#include "overlay/active_overlay_session.h"
+#include "platform/api/displays.h"
+#include "platform/calendar/local_time.h"
+
+namespace ostrel {
+
+struct ScenarioDisplays {
+    std::vector<Displays::Display> displays;
+    std::optional<std::uint32_t> mainID;
+};
+
+// What a step does; one type per verb.
+namespace step {
+struct SetDisplays {
+    ScenarioDisplays displays;
+};
+struct Sleep {
+    double seconds;
+};
+struct ShiftClock {
+    double seconds;
+};
+struct SetTimeZone {
+    std::string name;
+};
+struct ChangeSettings {
+    Json fields;
+};
+struct ApplyPreset {
+    std::string id;
+};
+struct Pause {
+    PauseDuration duration;
+};
+struct Resume {};
+struct StartNow {
+    BreakLogEntry::Kind kind;
+};
+struct PressKey {
+    std::uint32_t keyCode;
+};
+struct PressOverlay {
+    OverlayAction action;
+};
+struct Relaunch {
+    double afterSec;
+};
+struct FailEncoding {
+    bool fails;
+};
+struct Snapshot {
+    std::optional<std::string> label;
+};
+}  // namespace step
+
+using StepAction = std::variant<step::SetDisplays, step::Sleep, step::ShiftClock, step::SetTimeZone,
+                                step::ChangeSettings, step::ApplyPreset, step::Pause, step::Resume,
+                                step::StartNow, step::PressKey, step::PressOverlay, step::Relaunch,
+                                step::FailEncoding, step::Snapshot>;
+
+struct Step {
+    double at = 0;  // seconds since the start, never decreasing
+    StepAction action;
+};
+
+// A scripted stretch of time, checked: every value in it can be used.
+struct Scenario {
+    std::string timeZone = "UTC";
+    LocalTime start{{2026, 3, 9}, 9, 0, 0};
+    double durationSec = 0;
+    std::map<std::string, std::string> preferences;  // bytes by key
+    ScenarioDisplays displays{{{1, {0, 0, 1920, 1080}}}, 1};
+    bool reduceMotion = false;
+    std::vector<Step> steps;
+};
+
+struct ScenarioResult {
+    std::optional<Scenario> scenario;
+    std::string error;  // what is wrong and where: `steps[3]: unknown verb "frontmots"`
+};
+
+[[nodiscard]] ScenarioResult parseScenario(std::string_view text);
+
+}  // namespace ostrel

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+
+#include "app/environment/platform.h"
+#include "app/simulator/recording_windows.h"
+#include "platform/calendar/zoned_calendar.h"
+#include "platform/virtual/memory_preferences.h"
+#include "platform/virtual/virtual_devices.h"
+#include "platform/virtual/virtual_run_loop.h"
+
+namespace ostrel {
+
+// A whole operating system under the control of a script or a test.
+class VirtualPlatform {
+  public:
+    VirtualPlatform(std::string zone, WallTime start)
+        : timeZone(std::move(zone)), calendar([this] { return timeZone; }), runLoop(start) {}
+    VirtualPlatform(const VirtualPlatform&) = delete;
+    VirtualPlatform& operator=(const VirtualPlatform&) = delete;
+
+    [[nodiscard]] Platform platform(MakeUuid makeUuid) {
+        return {runLoop,        [this] { return runLoop.wallNow(); },
+                calendar,       preferences,
+                displays,       systemEvents,
+                motion,         haptics,
+                overlayWindows, std::move(makeUuid)};
+    }
+
+    std::string timeZone;
+    ZonedCalendar calendar;
+    VirtualRunLoop runLoop;
+    MemoryPreferences preferences;
+    VirtualDisplays displays;
+    SystemEvents systemEvents;
+    VirtualMotionSettings motion;
+    VirtualHaptics haptics;
+    RecordingWindows overlayWindows;
+};
+
+}  // namespace ostrel
