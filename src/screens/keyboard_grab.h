@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QTimer>
+#include <functional>
+
+namespace ostrel {
+
+// Holds the keyboard for a window. While it is wanted and another program has it, asks again until
+// it is given.
+class KeyboardGrab {
+  public:
+    static constexpr int kRetryMs = 200;
+
+    // Takes (true) or lets go of (false) the keyboard; answers whether that worked.
+    using SetGrabbed = std::function<bool(bool isGrabbed)>;
+
+    explicit KeyboardGrab(SetGrabbed setGrabbed);
+    KeyboardGrab(const KeyboardGrab&) = delete;
+    KeyboardGrab& operator=(const KeyboardGrab&) = delete;
+    ~KeyboardGrab() { release(); }
+
+    void take();
+    void release();
+
+  private:
+    void attempt();
+
+    SetGrabbed setGrabbed_;
+    bool isHeld_ = false;
+    QTimer retry_;
+};
+
+}  // namespace ostrel

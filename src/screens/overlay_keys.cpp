@@ -1,0 +1,43 @@
+#include "screens/overlay_keys.h"
+
+#include <QChar>
+#include <QKeyEvent>
+
+namespace ostrel::OverlayKeys {
+namespace {
+
+constexpr quint32 kScanCodeOfP = 33;  // X11 and Wayland
+constexpr int kFirstSpecialKey = 0x01000000;
+
+bool isLetterOfAnotherScript(int key) {
+    if (key <= 0 || key >= kFirstSpecialKey) {
+        return false;
+    }
+    const auto character = static_cast<char32_t>(key);
+    return QChar::isLetter(character) && QChar::script(character) != QChar::Script_Latin;
+}
+
+}  // namespace
+
+std::optional<std::uint32_t> virtualKeyCode(const QKeyEvent& event) {
+    switch (event.key()) {
+        case Qt::Key_Escape:
+            return kEscape;
+        case Qt::Key_Return:
+            return kReturn;
+        case Qt::Key_Enter:
+            return kEnter;
+        case Qt::Key_Space:
+            return kSpace;
+        case Qt::Key_P:
+            return kP;
+        default:
+            break;
+    }
+    if (event.nativeScanCode() == kScanCodeOfP && isLetterOfAnotherScript(event.key())) {
+        return kP;
+    }
+    return std::nullopt;
+}
+
+}  // namespace ostrel::OverlayKeys

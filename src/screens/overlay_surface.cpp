@@ -1,0 +1,143 @@
+#include "screens/overlay_surface.h"
+
+#include <QGuiApplication>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+#include <utility>
+
+#include "core/settings/settings_store.h"
+#include "overlay/overlay_manager.h"
+#include "screens/overlay_view.h"
+#include "screens/texts.h"
+#include "screens/x11_selections.h"
+
+namespace ostrel {
+namespace {
+
+QScreen* screenOf(const QRect& frame) {
+    QScreen* screen = QGuiApplication::screenAt(frame.center());
+    return screen ? screen : QGuiApplication::primaryScreen();
+}
+
+// What is on the display now; null where that cannot be had.
+QPixmap pictureOf(QScreen& screen, const QRect& frame) {
+    const QRect within = frame.translated(-screen.geometry().topLeft());
+    return screen.grabWindow(0, within.x(), within.y(), within.width(), within.height());
+}
+
+}  // namespace
+
+OverlaySurface::OverlaySurface(OverlayManager& manager, BreakLogEntry::Kind kind, Role role,
+                               OnFirstPaint onFirstPaint)
+    : manager_(manager), onFirstPaint_(std::move(onFirstPaint)) {
+    Qt::WindowFlags flags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+    if (X11Selections::isX11()) {
+        flags |= Qt::X11BypassWindowManagerHint;
+    }
+    setWindowFlags(flags);
+    setWindowTitle(
+        Texts::of(kind == BreakLogEntry::Kind::eye ? "overlay.window.eye" : "overlay.window.body"));
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    // Every pixel is drawn here.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_NoSystemBackground);
+    view_ = new OverlayView(manager, kind, role, this);
+    // No button begins with the focus, so that a stray Space presses nothing.
+    setFocus();
+}
+
+void OverlaySurface::appear(const QRect& frame) {
+    QScreen* screen = screenOf(frame);
+    if (X11Selections::hasCompositor()) {
+        setAttribute(Qt::WA_TranslucentBackground);
+    } else if (screen) {
+        backdrop_.setPicture(pictureOf(*screen, frame));
+    }
+    if (screen) {
+        setScreen(screen);
+    }
+    view_->setContentOpacity(manager_.motion().reduceMotion() ? 1.0 : 0.0);
+    setGeometry(frame);
+    if (X11Selections::isX11()) {
+        show();
+    } else {
+        showFullScreen();
+    }
+}
+
+void OverlaySurface::moveTo(const QRect& frame) {
+    if (frame != geometry()) {
+        setGeometry(frame);
+    }
+}
+
+void OverlaySurface::setRole(Role role) {
+    view_->setRole(role);
+}
+
+void OverlaySurface::fadeOut(double seconds) {
+    QPixmap picture(size() * devicePixelRatioF());
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    picture.fill(Qt::transparent);
+    render(&picture);
+    lastPicture_ = picture;
+    view_->hide();
+    setFocus();
+    fade_.run(seconds, [this](double share) {
+        lastOpacity_ = 1.0 - share;
+        update();
+        if (share >= 1.0) {
+            hide();
+        }
+    });
+}
+
+void OverlaySurface::retire() {
+    fade_.stop();
+    view_->detach();
+    hide();
+}
+
+void OverlaySurface::resizeEvent(QResizeEvent*) {
+    view_->setGeometry(rect());
+    prepareBackdrop();
+}
+
+void OverlaySurface::prepareBackdrop() {
+    backdrop_.prepare(size(), devicePixelRatioF(), view_->look(),
+                      manager_.settingsStore().settings()->overlayDimOpacity);
+}
+
+void OverlaySurface::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    for (const QRect& area : event->region()) {
+        if (lastPicture_.isNull()) {
+            backdrop_.paint(painter, area);
+        } else {
+            backdrop_.paintDesktop(painter, area);
+        }
+    }
+    if (!lastPicture_.isNull()) {
+        painter.setOpacity(lastOpacity_);
+        painter.drawPixmap(QPoint(), lastPicture_);
+    }
+    const bool isOnScreen = windowHandle() && windowHandle()->isExposed();
+    if (isOnScreen && !std::exchange(hasPainted_, true)) {
+        // What is painted now is on the screen when the loop turns.
+        QMetaObject::invokeMethod(
+            this, [this] { beginFadeIn(); }, Qt::QueuedConnection);
+    }
+}
+
+void OverlaySurface::beginFadeIn() {
+    if (!manager_.motion().reduceMotion() && lastPicture_.isNull()) {
+        fade_.run(kFadeInSec, [this](double share) { view_->setContentOpacity(share); });
+    }
+    if (onFirstPaint_) {
+        onFirstPaint_();
+    }
+}
+
+}  // namespace ostrel

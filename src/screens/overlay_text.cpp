@@ -1,0 +1,68 @@
+#include "screens/overlay_text.h"
+
+#include <QPainter>
+#include <QTextLayout>
+
+namespace ostrel {
+
+OverlayText::OverlayText(const OverlayLook& look, const Type& type, QWidget* parent)
+    : QLabel(parent), look_(look), type_(type) {
+    setTextFormat(Qt::PlainText);
+    adopt();
+}
+
+void OverlayText::adopt() {
+    QFont font = look_.font(type_.size, type_.weight);
+    font.setLetterSpacing(QFont::PercentageSpacing, type_.letterSpacingPercent);
+    setFont(font);
+    update();
+}
+
+int OverlayText::heightForWidth(int width) const {
+    return text().isEmpty() ? 0
+                            : static_cast<int>(lines(width).size()) * fontMetrics().lineSpacing();
+}
+
+int OverlayText::fullWidth() const {
+    // Breaking lines rounds: a width cut too close would wrap.
+    return fontMetrics().horizontalAdvance(text()) + 2;
+}
+
+QStringList OverlayText::lines(int width) const {
+    const QString whole = text().simplified();
+    QTextLayout layout(whole, font());
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList found;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        const QString rest = whole.mid(line.textStart());
+        const bool isLast = found.size() + 1 == type_.mostLines;
+        found += isLast ? fontMetrics().elidedText(rest, Qt::ElideRight, width)
+                        : rest.left(line.textLength());
+        if (isLast) {
+            break;
+        }
+    }
+    layout.endLayout();
+    return found;
+}
+
+void OverlayText::paintEvent(QPaintEvent*) {
+    if (look_.opacity <= 0.0) {
+        return;
+    }
+    QPainter painter(this);
+    painter.setOpacity(look_.opacity);
+    painter.setPen(look_.*type_.colour);
+    QRect row(0, 0, width(), fontMetrics().lineSpacing());
+    for (const QString& line : lines(width())) {
+        painter.drawText(row, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextSingleLine,
+                         line.trimmed());
+        row.translate(0, row.height());
+    }
+}
+
+}  // namespace ostrel

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "base/subscription.h"
+#include "overlay/active_overlay_session.h"
+#include "overlay/overlay_window.h"
+#include "screens/overlay_look.h"
+
+namespace ostrel {
+
+class ActionButton;
+class CountdownRing;
+class OverlayText;
+class PenaltyBanner;
+
+// What a break shows on one display, without what lies behind it: kind, time, actions, banner. It
+// follows the manager's session and calls its actions.
+//
+// In the `minimal` style the actions come into view when the pointer moves or one of them has the
+// focus.
+class OverlayView : public QWidget {
+  public:
+    // `manager` outlives the view's subscriptions.
+    OverlayView(OverlayManager& manager, BreakLogEntry::Kind kind, Role role, QWidget* parent);
+    ~OverlayView() override;
+
+    void setRole(Role role);
+    [[nodiscard]] const OverlayLook& look() const { return look_; }
+    // 0 invisible to 1.
+    void setContentOpacity(double opacity);
+
+    // Hears of the manager no more.
+    void detach();
+
+  protected:
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void makePieces();
+    void refresh();
+    void refreshTitle(const ActiveOverlaySession& session);
+    void refreshActions();
+    void revealActions();
+    void adoptLook();
+
+    void arrange();
+    [[nodiscard]] int arrangeBanner();
+    [[nodiscard]] int arrangeActions();
+    void arrangeMiddle(int top, int bottom);
+    [[nodiscard]] int titleHeight(int width) const;
+    void placeTitle(int bottom, int width);
+
+    OverlayManager& manager_;
+    const BreakLogEntry::Kind kind_;
+    Role role_;
+    OverlayLook look_;
+    PenaltyBanner* banner_ = nullptr;
+    OverlayText* overline_ = nullptr;
+    OverlayText* title_ = nullptr;
+    OverlayText* message_ = nullptr;
+    CountdownRing* ring_ = nullptr;
+    std::vector<ActionButton*> actions_;
+    QPointF firstPointerPosition_;
+    bool hasPointerPosition_ = false;
+    std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace ostrel

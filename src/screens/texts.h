@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <initializer_list>
+#include <span>
+#include <string_view>
+#include <variant>
+
+// The words behind the localisation keys.
+namespace ostrel::Texts {
+
+struct Entry {
+    std::string_view key;
+    std::string_view text;
+};
+
+// What replaces a placeholder: a whole number for %lld, a text for %@.
+using Argument = std::variant<std::int64_t, QString>;
+
+// Every key with its English text. A translation is the same table with other texts; it may change
+// the order of placeholders by numbering them: %2$@ takes the second argument.
+[[nodiscard]] std::span<const Entry> english();
+
+// The text of `key` with its placeholders filled in. An unknown key stands for itself.
+[[nodiscard]] QString of(std::string_view key, std::initializer_list<Argument> arguments = {});
+
+// Fills the placeholders of one text. An argument that is missing leaves its placeholder in place.
+[[nodiscard]] QString fill(const QString& text, std::initializer_list<Argument> arguments);
+
+}  // namespace ostrel::Texts
