@@ -1,0 +1,170 @@
+#include "platform/linux/linux_run_loop.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractEventDispatcher>
+#include <cerrno>
+#include <ctime>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "platform/linux/event_loop.h"
+#include "platform/linux/linux_clock.h"
+
+namespace ostrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct LinuxRunLoopTest : ::testing::Test {
+    LinuxRunLoop loop{systemWallTime};
+    std::string log;
+
+    RunLoop::Callback note(char what) {
+        return [this, what] { log += what; };
+    }
+};
+
+TEST_F(LinuxRunLoopTest, TimersFireOnceDueAndInTheOrderOfTheirTimes) {
+    const RunLoopTime began = loop.now();
+    const WallTime wallBegan = systemWallTime();
+    RunLoopClock::duration late{0};
+    const Timer slow = loop.callAfter(60ms, note('c'));
+    const Timer quick = loop.callAfter(20ms, [&] {
+        late = loop.now() - began;
+        log += 'a';
+    });
+    const Timer wall = loop.callAt(wallBegan + WallClock::duration{0.04}, [&] {
+        EXPECT_GE((systemWallTime() - wallBegan).count(), 0.04);
+        log += 'b';
+    });
+    const Timer past = loop.callAt(wallTimeAt(-1e300), note('0'));
+    const Timer never =
+        loop.callAt(wallTimeAt(std::numeric_limits<double>::quiet_NaN()), note('x'));
+    EXPECT_EQ(log, "");
+    ASSERT_TRUE(runUntil([&] { return log.size() >= 4; }));
+    EXPECT_EQ(log, "0abc");
+    EXPECT_GE(late, 20ms);
+}
+
+TEST_F(LinuxRunLoopTest, NothingFiresInsideTheCallThatArmsIt) {
+    std::vector<Timer> timers;
+    timers.push_back(loop.callAfter(-5s, [&] {
+        log += '(';
+        timers.push_back(loop.callAfter(0s, note('1')));
+        timers.push_back(loop.callAt(wallTimeAt(0), note('2')));
+        log += ')';
+    }));
+    EXPECT_EQ(log, "");
+    ASSERT_TRUE(runUntil([&] { return log.size() == 4; }));
+    EXPECT_EQ(log.substr(0, 2), "()");
+}
+
+TEST_F(LinuxRunLoopTest, RepeatingTimersKeepTheirGridAndSkipWhatWasMissed) {
+    std::vector<RunLoopClock::duration> at;
+    const RunLoopTime began = loop.now();
+    const Timer timer = loop.repeat(20ms, 20ms, [&] {
+        at.push_back(loop.now() - began);
+        while (at.size() == 1 && loop.now() - began < 70ms) {
+        }
+    });
+    ASSERT_TRUE(runUntil([&] { return at.size() == 3; }));
+    // Due 20 (busy until 70), then the missed ones as one, then the grid: 80.
+    EXPECT_GE(at[1], 70ms);
+    EXPECT_GE(at[2], 79ms);
+}
+
+TEST_F(LinuxRunLoopTest, WakesOnlyForTimersThatAreDueAndOnceForTimersOfOneMoment) {
+    const Timer first = loop.repeat(30ms, 30ms, note('a'));
+    for (const RunLoopTime armed = loop.now(); loop.now() - armed < 3ms;) {
+    }
+    const Timer second = loop.repeat(30ms, 30ms, note('b'));
+    const Timer third = loop.repeat(60ms, 60ms, note('c'));
+    std::vector<Timer> stopped;
+    for (int i = 1; i < 50; ++i) {
+        stopped.push_back(loop.callAfter(i * 3ms, note('x')));
+        stopped.push_back(
+            loop.callAt(systemWallTime() + WallClock::duration{i * 0.003}, note('x')));
+    }
+    stopped.clear();
+    int wakeUps = 0;
+    const auto counter = QObject::connect(QAbstractEventDispatcher::instance(),
+                                          &QAbstractEventDispatcher::awake, [&] { ++wakeUps; });
+    ASSERT_TRUE(runUntil([&] { return log.size() == 10; }));
+    QObject::disconnect(counter);
+    EXPECT_EQ(log, "ababcababc");
+    // The four moments 30, 60, 90 and 120 ms.
+    EXPECT_LE(wakeUps, 4);
+}
+
+TEST_F(LinuxRunLoopTest, TimersStoppedByOthersOrByThemselvesDoNotFire) {
+    Timer self;
+    Timer victim = loop.callAfter(6ms, note('x'));
+    self = loop.repeat(5ms, 1ms, [&] {
+        log += 'a';
+        victim.cancel();
+        self.cancel();
+    });
+    const Timer end = loop.callAfter(30ms, note('e'));
+    ASSERT_TRUE(runUntil([&] { return log.find('e') != std::string::npos; }));
+    EXPECT_EQ(log, "ae");
+}
+
+TEST_F(LinuxRunLoopTest, AnEventLoopInsideACallbackKeepsAllTimersRunning) {
+    const Timer ticking = loop.repeat(10ms, 10ms, note('t'));
+    const Timer modal = loop.callAfter(15ms, [&] {
+        EXPECT_TRUE(runUntil([&] { return log.size() >= 3; }));
+        log += 'm';
+    });
+    ASSERT_TRUE(runUntil([&] { return !log.empty() && log.find('m') < log.size() - 1; }));
+    EXPECT_GE(log.find('m'), 3U);
+}
+
+TEST_F(LinuxRunLoopTest, ATimerThatArmsItselfForThePastLeavesOthersTheirTurn) {
+    Timer endless;
+    std::function<void()> again = [&] { endless = loop.callAt(wallTimeAt(0), again); };
+    again();
+    bool served = false;
+    QTimer::singleShot(0, qApp, [&] { served = true; });
+    EXPECT_TRUE(runUntil([&] { return served; }));
+    endless.cancel();
+}
+
+TEST(LinuxRunLoopClockTest, WallTimersFollowAClockThatIsSet) {
+    WallTime wallNow = wallTimeAt(800'000'000);
+    LinuxRunLoop loop([&] { return wallNow; });
+    std::string log;
+    const Subscription watch = loop.clockWasSet.subscribe([&] { log += 's'; });
+    const Timer hour = loop.callAt(wallNow + 1h, [&] { log += 'h'; });
+    const Timer soon = loop.callAt(wallNow + WallClock::duration{0.03}, [&] { log += 'x'; });
+    wallNow -= 2h;  // puts both off
+    loop.handleClockChange();
+    runFor(60ms);
+    EXPECT_EQ(log, "s");
+    wallNow += 3h;
+    loop.handleClockChange();
+    EXPECT_EQ(log, "ssxh");
+}
+
+// The clock is set to what it shows already, which the kernel tells all the same.
+TEST(LinuxRunLoopClockTest, TheSystemTellsOfAClockThatIsSet) {
+    if (!qEnvironmentVariableIsSet("OSTREL_TEST_SET_CLOCK")) {
+        GTEST_SKIP() << "sets the system's clock only when OSTREL_TEST_SET_CLOCK is set";
+    }
+    LinuxRunLoop loop(systemWallTime);
+    int told = 0;
+    const Subscription watch = loop.clockWasSet.subscribe([&] { ++told; });
+    for (int round = 1; round <= 2; ++round) {
+        timespec now{};
+        clock_gettime(CLOCK_REALTIME, &now);
+        ASSERT_EQ(clock_settime(CLOCK_REALTIME, &now), 0) << std::generic_category().message(errno);
+        EXPECT_TRUE(runUntil([&] { return told == round; }, 2s));
+    }
+    const Timer timer =
+        loop.callAt(systemWallTime() + WallClock::duration{0.02}, [&] { told = 9; });
+    EXPECT_TRUE(runUntil([&] { return told == 9; }));
+}
+
+}  // namespace
+}  // namespace ostrel
