@@ -1,0 +1,134 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "base/published.h"
+#include "base/signal.h"
+
+namespace ostrel {
+
+using Heard = std::vector<int>;
+
+TEST(SignalTest, ObserversAreCalledInTheOrderOfSubscription) {
+    Signal<int> signal;
+    Heard heard;
+    const auto first = signal.subscribe([&](int value) { heard.push_back(value); });
+    const auto second = signal.subscribe([&](int value) { heard.push_back(10 * value); });
+    signal.send(1);
+    EXPECT_EQ(heard, (Heard{1, 10}));
+}
+
+TEST(SignalTest, ObserverAddedInMidRoundWaitsForTheNext) {
+    Signal<int> signal;
+    Heard heard;
+    std::vector<Subscription> added;
+    const auto adder = signal.subscribe([&](int) {
+        added.push_back(signal.subscribe([&](int value) { heard.push_back(value); }));
+    });
+    signal.send(1);
+    EXPECT_EQ(heard, Heard{});
+    signal.send(2);
+    EXPECT_EQ(heard, (Heard{2}));
+}
+
+TEST(SignalTest, ObserverRemovedInMidRoundIsCalledNoMore) {
+    Signal<int> signal;
+    Heard heard;
+    Subscription later;
+    Subscription self;
+    const auto remover = signal.subscribe([&](int) { later.cancel(); });
+    // The closure goes with its subscription, in the middle of its own call.
+    self = signal.subscribe([&, alive = std::make_shared<int>(7)](int) {
+        self.cancel();
+        heard.push_back(*alive);
+    });
+    later = signal.subscribe([&](int) { heard.push_back(99); });
+    signal.send(1);
+    signal.send(2);
+    EXPECT_EQ(heard, (Heard{7}));
+}
+
+TEST(SignalTest, SignalDestroyedInMidRoundEndsIt) {
+    auto signal = std::make_unique<Signal<int>>();
+    Heard heard;
+    const auto destroyer = signal->subscribe([&](int value) {
+        signal.reset();
+        heard.push_back(value);
+    });
+    const auto after = signal->subscribe([&](int) { heard.push_back(99); });
+    signal->send(1);
+    EXPECT_EQ(heard, (Heard{1}));
+}
+
+TEST(SignalTest, SubscriptionMayOutliveItsSignal) {
+    Subscription outlives;
+    {
+        const Signal<> signal;
+        outlives = signal.subscribe([] {});
+    }
+    outlives.cancel();
+    EXPECT_FALSE(outlives);
+}
+
+TEST(SignalTest, SendingFromAnObserverRunsAWholeRoundInBetween) {
+    Signal<int> signal;
+    Heard heard;
+    const auto first = signal.subscribe([&](int value) {
+        heard.push_back(value);
+        if (value == 1) {
+            signal.send(2);
+        }
+    });
+    const auto second = signal.subscribe([&](int value) { heard.push_back(10 * value); });
+    signal.send(1);
+    EXPECT_EQ(heard, (Heard{1, 2, 20, 10}));
+}
+
+TEST(SubscriptionTest, AssigningOverOneTakesItBack) {
+    Signal<int> signal;
+    Heard heard;
+    Subscription only = signal.subscribe([&](int) { heard.push_back(1); });
+    only = signal.subscribe([&](int) { heard.push_back(2); });
+    signal.send(0);
+    EXPECT_EQ(heard, (Heard{2}));
+}
+
+TEST(PublishedTest, TellsChangesAndNothingElse) {
+    Published<int> value(5);
+    Heard heard;
+    const auto watch = value.onChange([&](int now) { heard.push_back(now); });
+    value.set(5);
+    value.set(6);
+    EXPECT_EQ(heard, (Heard{6}));
+}
+
+TEST(PublishedTest, EverybodyHearsTheNewestValueOnceWhenAnObserverSetsIt) {
+    Published<int> value(0);
+    Heard first;
+    Heard second;
+    const auto corrector = value.onChange([&](int now) {
+        first.push_back(now);
+        if (now > 10) {
+            value.set(10);
+        }
+    });
+    const auto watch = value.onChange([&](int now) { second.push_back(now); });
+    value.set(25);
+    EXPECT_EQ(first, (Heard{25, 10}));
+    EXPECT_EQ(second, (Heard{10}));
+}
+
+TEST(PublishedTest, MayBeDestroyedByItsOwnObserver) {
+    auto value = std::make_unique<Published<int>>(0);
+    int calls = 0;
+    const auto destroyer = value->onChange([&](int) {
+        ++calls;
+        value.reset();
+    });
+    const auto after = value->onChange([&](int) { ++calls; });
+    value->set(1);
+    EXPECT_EQ(calls, 1);
+}
+
+}  // namespace ostrel

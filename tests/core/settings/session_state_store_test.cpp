@@ -1,0 +1,128 @@
+#include "core/settings/session_state_store.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/virtual/memory_preferences.h"
+
+namespace ostrel {
+
+using namespace std::chrono_literals;
+
+constexpr WallTime kNow{WallClock::duration{794'915'400.25}};  // 2026-03-11 09:50 UTC
+using Reasons = std::set<PauseReason>;
+
+struct SessionStateStoreTest : ::testing::Test {
+    SessionStateStore launch(WallTime now = kNow) { return {preferences, now}; }
+    MemoryPreferences preferences;
+};
+
+TEST_F(SessionStateStoreTest, PauseBeginsWithTheFirstReasonAndEndsWithTheLast) {
+    auto store = launch();
+    store.addReason(PauseReason::user, kNow + 1h, kNow);
+    store.setPendingPauseForgottenFireAt(kNow + 1h);
+    store.addReason(PauseReason::focus, kNow + 9h, kNow + 5min);
+    EXPECT_EQ(store.current()->pausedAt, kNow);
+    EXPECT_EQ(store.current()->userPauseUntil, kNow + 1h) << "focus has no end of its own";
+    store.removeReason(PauseReason::user);
+    EXPECT_TRUE(store.isPaused());
+    EXPECT_FALSE(store.current()->userPauseUntil);
+    EXPECT_TRUE(store.current()->pendingPauseForgottenFireAt);
+    store.removeReason(PauseReason::focus);
+    SessionStateModel unpaused;
+    unpaused.lastQuitAt = kNow;
+    EXPECT_EQ(*store.current(), unpaused);
+}
+
+TEST_F(SessionStateStoreTest, OnlyATimedUserPauseWithinADaySurvivesARelaunch) {
+    using Until = std::optional<WallClock::duration>;
+    struct {
+        Reasons reasons;
+        Until until;
+        bool survives;
+    } const cases[] = {
+        {{PauseReason::user, PauseReason::schedule}, 2h, true},
+        {{PauseReason::user}, 24h, true},
+        {{PauseReason::user}, 24h + 1s, false},
+        {{PauseReason::user}, 25h, false},
+        {{PauseReason::user}, 0s, false},
+        {{PauseReason::user}, 0.5s, true},
+        {{PauseReason::user}, -1s, false},
+        {{PauseReason::user}, std::nullopt, false},
+        {{PauseReason::focus, PauseReason::schedule}, 2h, false},
+    };
+    for (const auto& [reasons, until, survives] : cases) {
+        preferences.remove(SessionStateStore::kKey);
+        SessionStateModel before;
+        {
+            auto store = launch(kNow - 1h);
+            store.setLastQuitAt(kNow - 30min);
+            store.setSystemSleepWakeMarker(kNow - 2h);
+            for (const PauseReason reason : reasons) {
+                store.addReason(reason, until ? std::optional(kNow + *until) : std::nullopt,
+                                kNow - 1h);
+            }
+            store.setPendingPauseForgottenFireAt(kNow);
+            before = *store.current();
+        }
+        const auto store = launch();
+        SessionStateModel expected = before;
+        expected.isPaused = survives;
+        expected.pauseReasons = survives ? Reasons{PauseReason::user} : Reasons{};
+        if (!survives) {
+            expected.pausedAt.reset();
+            expected.userPauseUntil.reset();
+        }
+        EXPECT_EQ(*store.current(), expected) << (until ? until->count() : -1);
+    }
+}
+
+TEST_F(SessionStateStoreTest, UserPauseExpiresAtItsEnd) {
+    auto store = launch();
+    EXPECT_FALSE(store.hasUserPauseExpired(kNow));
+    store.addReason(PauseReason::user, kNow + 60s, kNow);
+    EXPECT_FALSE(store.hasUserPauseExpired(kNow + 59s));
+    EXPECT_TRUE(store.hasUserPauseExpired(kNow + 60s));
+    store.addReason(PauseReason::user, std::nullopt, kNow);
+    EXPECT_FALSE(store.hasUserPauseExpired(kNow + 99h));
+}
+
+TEST_F(SessionStateStoreTest, DocumentWithoutARequiredFieldCountsAsNone) {
+    const char* const documents[] = {
+        R"({"isPaused":true,"pauseReasons":["user"],"userPauseUntil":794919000})",
+        R"({"isPaused":true,"lastQuitAt":1,"userPauseUntil":794919000})",
+        R"({"lastQuitAt":1,"pauseReasons":["user"],"userPauseUntil":794919000})",
+        R"({"isPaused":true,"lastQuitAt":1,"pauseReasons":["boss"]})",
+        R"({"isPaused":1,"lastQuitAt":1,"pauseReasons":[]})",
+        R"({"isPaused":true,"lastQuitAt":"1","pauseReasons":[]})",
+        R"({"isPaused":true,"lastQuitAt":1,"pauseReasons":[],"pausedAt":"now"})",
+    };
+    for (const char* document : documents) {
+        preferences.write(SessionStateStore::kKey, document);
+        const auto store = launch();
+        EXPECT_EQ(store.current()->lastQuitAt, kNow) << document;
+        EXPECT_FALSE(store.isPaused()) << document;
+        EXPECT_EQ(preferences.read(SessionStateStore::kKey), document) << "untouched until a write";
+    }
+    auto store = launch();
+    store.setLastQuitAt(kNow);
+    EXPECT_EQ(preferences.damaged().size(), 1U);
+}
+
+TEST_F(SessionStateStoreTest, DatesRoundTripBitForBitAndAbsentOnesAreLeftOut) {
+    const double seconds[] = {794'915'400.123456, 0.1, -1e9 / 3, 794'915'400.0};
+    for (const double value : seconds) {
+        auto store = launch();
+        store.setLastQuitAt(wallTimeAt(value));
+        EXPECT_EQ(launch().current()->lastQuitAt, wallTimeAt(value));
+    }
+    EXPECT_EQ(preferences.read(SessionStateStore::kKey),
+              R"({"isPaused":false,"lastQuitAt":794915400.0,"pauseReasons":[]})");
+}
+
+TEST_F(SessionStateStoreTest, IsPausedFollowsTheReasonsWhateverIsStored) {
+    preferences.write(SessionStateStore::kKey,
+                      R"({"isPaused":true,"lastQuitAt":1,"pauseReasons":[],"pausedAt":null})");
+    EXPECT_FALSE(launch().isPaused());
+}
+
+}  // namespace ostrel

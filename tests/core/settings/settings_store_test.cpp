@@ -1,0 +1,123 @@
+#include "core/settings/settings_store.h"
+
+#include <gtest/gtest.h>
+
+#include "core/settings/settings_migrator.h"
+#include "platform/virtual/memory_preferences.h"
+
+namespace ostrel {
+
+constexpr std::string_view kKey = SettingsStore::kKey;
+
+struct SettingsStoreTest : ::testing::Test {
+    SettingsStoreTest() {
+        watching = preferences.written.subscribe([this](const std::string&) { ++writes; });
+    }
+    Json stored() { return *parseJson(*preferences.read(kKey)); }
+    SettingsModel load(std::string_view bytes) {
+        preferences.write(kKey, bytes);
+        writes = 0;
+        return *SettingsStore(preferences).settings();
+    }
+    MemoryPreferences preferences;
+    int writes = 0;
+    Subscription watching;
+};
+
+TEST_F(SettingsStoreTest, FirstLaunchLeavesACompleteDocument) {
+    const SettingsStore store(preferences);
+    EXPECT_EQ(*store.settings(), SettingsModel{});
+    EXPECT_EQ(stored(), JsonCodec<SettingsModel>::encode(SettingsModel{}));
+}
+
+TEST_F(SettingsStoreTest, DocumentThatIsNoObjectIsReplacedAndSetAside) {
+    for (const char* bytes : {"", "nonsense", "[]", "{\"strictMode\":true", "\"\xff\""}) {
+        EXPECT_EQ(load(bytes), SettingsModel{}) << bytes;
+        EXPECT_EQ(stored(), JsonCodec<SettingsModel>::encode(SettingsModel{})) << bytes;
+        EXPECT_EQ(std::prev(preferences.damaged().end())->second, bytes);
+    }
+    EXPECT_EQ(preferences.damaged().size(), 5U);
+}
+
+TEST_F(SettingsStoreTest, RemindersAreMigratedOnceAndWrittenBack) {
+    const std::pair<const char*, std::int64_t> cases[] = {
+        {R"({"remindersMigrated":false,"notifyBreakSoon":true,"preBreakToastLeadSec":5})", 120},
+        {R"({"remindersMigrated":false,"notifyBreakSoon":false})", 0},
+    };
+    for (const auto& [bytes, leadSec] : cases) {
+        const SettingsModel settings = load(bytes);
+        EXPECT_EQ(settings.breakSoonLeadSec, leadSec);
+        EXPECT_EQ(settings.preBreakToastLeadSec, 10);
+        EXPECT_TRUE(settings.remindersMigrated);
+        EXPECT_EQ(stored()["breakSoonLeadSec"], leadSec);
+        writes = 0;
+        EXPECT_EQ(*SettingsStore(preferences).settings(), settings);
+        EXPECT_EQ(writes, 0);
+    }
+}
+
+TEST_F(SettingsStoreTest, PresetDurationsAreNormalizedOnce) {
+    const auto timings = [this](const char* presetID, std::int64_t eyeDurationSec) {
+        const SettingsModel s = load(Json({{"presetDurationsNormalized", false},
+                                           {"activePresetID", presetID},
+                                           {"eyeBreakIntervalSec", 60},
+                                           {"eyeBreakDurationSec", eyeDurationSec},
+                                           {"bodyBreakDurationSec", 60}})
+                                         .dump());
+        EXPECT_TRUE(s.presetDurationsNormalized);
+        return std::vector{s.eyeBreakIntervalSec, s.eyeBreakDurationSec, s.bodyBreakIntervalSec,
+                           s.bodyBreakDurationSec};
+    };
+    EXPECT_EQ(timings("strict", 60), (std::vector<std::int64_t>{900, 90, 2400, 300}));
+    EXPECT_EQ(timings("mine", 600), (std::vector<std::int64_t>{60, 240, 3000, 60}));
+    EXPECT_EQ(timings("mine", 5), (std::vector<std::int64_t>{60, 20, 3000, 60}));
+}
+
+TEST_F(SettingsStoreTest, CompleteOrNotADocumentThatNeedsNoRepairIsLeftAsItIs) {
+    load(R"({"strictMode":true})");
+    EXPECT_EQ(writes, 0);
+    EXPECT_EQ(preferences.read(kKey), R"({"strictMode":true})");
+}
+
+TEST_F(SettingsStoreTest, ChangeIsSavedWhenObserversHearOfIt) {
+    SettingsStore store(preferences);
+    std::vector<bool> heard;
+    const auto watch = store.settings().onChange([&](const SettingsModel& settings) {
+        heard.push_back(settings.strictMode && stored()["strictMode"] == true);
+    });
+    store.update([](SettingsModel& settings) { settings.strictMode = true; });
+    store.update([](SettingsModel&) {});
+    EXPECT_EQ(heard, (std::vector<bool>{true}));
+}
+
+TEST_F(SettingsStoreTest, WhatCannotBeEncodedIsKeptInMemoryAndTold) {
+    SettingsStore store(preferences);
+    const std::string before = *preferences.read(kKey);
+    std::vector<std::string> failures;
+    const auto watch = preferences.persistenceWriteFailed.subscribe(
+        [&](const PersistenceError& error) { failures.push_back(error.key); });
+    store.update([](SettingsModel& settings) { settings.languageRaw = "\xff"; });
+    store.update([](SettingsModel& settings) {
+        settings.languageRaw = "en";
+        settings.overlayDimOpacity = std::numeric_limits<double>::infinity();
+    });
+    EXPECT_EQ(failures, (std::vector<std::string>{"ostrel.settings.v1", "ostrel.settings.v1"}));
+    EXPECT_EQ(preferences.read(kKey), before);
+    EXPECT_EQ(store.settings()->languageRaw, "en");
+}
+
+TEST(SettingsMigratorTest, TakesTheHighestNumberAmongTheKeys) {
+    using Keys = std::vector<std::string>;
+    const std::pair<Keys, std::optional<std::int64_t>> cases[] = {
+        {{}, std::nullopt},
+        {{"ostrel.settings.v1", "ostrel.settings.v7"}, 7},
+        {{"ostrel.settings.v", "ostrel.settings.vX", "ostrel.settings.v1.damaged"}, std::nullopt},
+        {{"ostrel.settings.v2x", "ostrel.breakLog.v9", "ostrel.settings.v1"}, 1},
+        {{"ostrel.settings.v99999999999999999999"}, std::nullopt},
+    };
+    for (const auto& [keys, highest] : cases) {
+        EXPECT_EQ(SettingsMigrator::highestVersion(keys), highest);
+    }
+}
+
+}  // namespace ostrel
