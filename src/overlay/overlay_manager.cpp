@@ -89,6 +89,9 @@ void OverlayManager::present(BreakKind kind, std::int64_t baseDurationSec,
     bannerDismissed_.set(false);
     didFireAutoFade_ = false;
     recentSkipCount_.set(records.penaltyEngine ? records.penaltyEngine->recentSkipCount() : 0);
+    // Armed before there are windows: the first one to paint disarms it.
+    firstPaintTimer_ = services_.runLoop.callAfter(runLoopSec(kFirstPaintLimitSec),
+                                                   [this] { close(CloseReason::forcedBySleep); });
     syncWindows();
     didPresent.send();
     if (records.chimes) {
@@ -100,8 +103,6 @@ void OverlayManager::present(BreakKind kind, std::int64_t baseDurationSec,
     }
     countdownTimer_ = services_.runLoop.repeat(
         runLoopSec(timing_.tickInterval), runLoopSec(timing_.tickInterval), [this] { tick(); });
-    firstPaintTimer_ = services_.runLoop.callAfter(runLoopSec(kFirstPaintLimitSec),
-                                                   [this] { takeDownUnpainted(); });
 }
 
 void OverlayManager::tick() {

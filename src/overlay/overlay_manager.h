@@ -117,7 +117,6 @@ class OverlayManager : public OverlayWindowListener {
     void syncWindows();
     void giveKeyboardToPrimary();
     void closeWindows();
-    void takeDownUnpainted();
 
     Services services_;
     const Timing timing_;

@@ -67,6 +67,7 @@ void OverlayManager::didPaint(OverlayWindow& window) {
     if (activeSession_->has_value() &&
         std::find(paintedDisplayIDs_.begin(), paintedDisplayIDs_.end(), window.displayID()) ==
             paintedDisplayIDs_.end()) {
+        firstPaintTimer_.cancel();
         paintedDisplayIDs_.push_back(window.displayID());
         giveKeyboardToPrimary();
     }
@@ -105,12 +106,6 @@ void OverlayManager::closeWindows() {
         services_.runLoop.callAfter(std::chrono::duration_cast<RunLoopClock::duration>(
                                         std::chrono::duration<double>(timing_.fadeOutDurationSec)),
                                     [this] { fadingWindows_.clear(); });
-}
-
-void OverlayManager::takeDownUnpainted() {
-    if (paintedDisplayIDs_.empty()) {
-        close(CloseReason::forcedBySleep);
-    }
 }
 
 }  // namespace ostrel

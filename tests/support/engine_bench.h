@@ -15,10 +15,9 @@
 #include "platform/calendar/zoned_calendar.h"
 #include "platform/virtual/memory_preferences.h"
 #include "platform/virtual/virtual_run_loop.h"
+#include "support/events.h"
 
 namespace ostrel {
-
-using Events = std::vector<std::string>;
 
 // An engine on a virtual run loop with every collaborator present, which writes down all that
 // leaves the engine as "SECOND what": a test names the whole of it.
@@ -30,7 +29,6 @@ class EngineBench : MeetingPresenceGuarding,
                     PostponeRation,
                     BreakLogging {
   public:
-    // How long `penaltyPool` and the others have to be set before launch().
     std::int64_t postponesLeft = 1;
     bool meetingActive = false;
     bool videoPlaying = false;

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/simulator/virtual_platform.h"
+#include "core/engine/timer_engine.h"
+#include "core/settings/session_state_store.h"
+#include "core/settings/settings_store.h"
+#include "overlay/overlay_manager.h"
+#include "support/events.h"
+
+namespace ostrel {
+
+// An overlay manager over the virtual platform, with an engine that does not tick and every record
+// present or absent, which writes down all that leaves the manager as "SECOND what".
+class OverlayBench : BreakLogging,
+                     DailyCounting,
+                     SkipPenalties,
+                     PostponeRation,
+                     GuideRotation,
+                     ChimePlaying {
+  public:
+    enum class Records { present, absent };
+
+    explicit OverlayBench(Records records = Records::present)
+        : platform_("UTC", WallTime{WallClock::duration{794'915'400}}),
+          settings_(platform_.preferences),
+          session_(platform_.preferences, now()),
+          engine_({settings_,
+                   session_,
+                   platform_.calendar,
+                   platform_.runLoop,
+                   [this] { return now(); },
+                   seededUuids(1),
+                   {}},
+                  TimerEngine::Ticking::manual),
+          overlay_({settings_, engine_, platform_.overlayWindows, platform_.displays,
+                    platform_.systemEvents, platform_.motion, platform_.haptics, platform_.runLoop,
+                    [this] { return now(); }, seededUuids(1),
+                    records == Records::present ? OverlayRecords{this, this, this, this, this, this}
+                                                : OverlayRecords{}}) {
+        engine_.configure(PresetCatalog::standard());
+        watching_.push_back(platform_.haptics.played.subscribe([this](int) { note("tap"); }));
+        watching_.push_back(overlay_.penaltyAppliedPublisher.subscribe(
+            [this](std::int64_t seconds) { note("penalty " + std::to_string(seconds)); }));
+        watching_.push_back(overlay_.didClose.subscribe([this](BreakKind kind, CloseReason reason) {
+            note("close " + std::string(nameOf(kind)) + " " + std::string(nameOf(reason)));
+        }));
+    }
+
+    std::int64_t postponesLeft = 1;
+    std::int64_t rotationIndex = 0;
+    int rotationAdvances = 0;
+
+    OverlayManager& overlay() { return overlay_; }
+    TimerEngine& engine() { return engine_; }
+    RecordingWindows& windows() { return platform_.overlayWindows; }
+    VirtualDisplays& displays() { return platform_.displays; }
+    VirtualMotionSettings& motion() { return platform_.motion; }
+    SystemEvents& systemEvents() { return platform_.systemEvents; }
+    [[nodiscard]] WallTime now() const { return platform_.runLoop.wallNow(); }
+
+    void setUp(const std::function<void(SettingsModel&)>& change) { settings_.update(change); }
+    void run(double seconds) {
+        platform_.runLoop.runFor(
+            std::chrono::round<RunLoopClock::duration>(std::chrono::duration<double>(seconds)));
+    }
+    // Ticks until an eye break has been folded into the coming body break.
+    void foldEyeIntoBody() {
+        settings_.update([](SettingsModel& settings) {
+            settings.activePresetID = "bench";
+            settings.eyeBreakIntervalSec = 100;
+            settings.bodyBreakIntervalSec = 300;
+        });
+        engine_.configure(PresetCatalog::active(*settings_.settings()));
+        for (int i = 0; i < 100; ++i) {
+            engine_.tick();
+        }
+    }
+    Events take() { return std::exchange(events_, {}); }
+
+  private:
+    void note(const std::string& what) {
+        const double second =
+            static_cast<double>(platform_.runLoop.now().time_since_epoch().count()) / 1e9;
+        char text[32];
+        std::snprintf(text, sizeof text, "%g ", second);
+        events_.push_back(text + what);
+    }
+
+    void append(const BreakLogEntry& entry) override {
+        note("log " + std::string(nameOf(entry.kind)) + " " + std::string(nameOf(entry.outcome)) +
+             " " + std::to_string(entry.durationSec) + " +" +
+             std::to_string(entry.penaltyAppliedSec));
+    }
+    void recordEyeCompleted() override { note("eye completed"); }
+    void recordBodyCompleted() override { note("body completed"); }
+    void recordSkip() override { note("skip counted"); }
+    const Published<std::int64_t>& unconsumedPenaltySec() const override { return pool_; }
+    std::int64_t consumePenalty() override { return 0; }
+    void clearPenalty() override {}
+    void expireIfStale() override {}
+    void registerSkip(BreakKind kind) override { note("skip of " + std::string(nameOf(kind))); }
+    std::int64_t recentSkipCount() override { return 2; }
+    std::int64_t remainingPostpones() override { return postponesLeft; }
+    bool tryPostpone() override { return postponesLeft > 0 && postponesLeft-- > 0; }
+    std::int64_t startIndex(BreakKind) override { return rotationIndex; }
+    std::int64_t nextMessageIndex() override { return rotationIndex; }
+    void advancePast(const ActiveOverlaySession&) override { ++rotationAdvances; }
+    void playStart() override { note("start chime"); }
+    void playEnd() override { note("end chime"); }
+
+    Events events_;
+    Published<std::int64_t> pool_;
+    VirtualPlatform platform_;
+    SettingsStore settings_;
+    SessionStateStore session_;
+    TimerEngine engine_;
+    OverlayManager overlay_;
+    std::vector<Subscription> watching_;
+};
+
+}  // namespace ostrel
