@@ -1,0 +1,259 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sched.h>
+#include <signal.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <fstream>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/linux/file_preferences.h"
+#include "platform/linux/forked_child.h"
+#include "platform/linux/temporary_folder.h"
+#include "platform/virtual/virtual_run_loop.h"
+
+namespace ostrel {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+constexpr const char* kSettings = "ostrel.settings.v1";
+constexpr const char* kLog = "ostrel.breakLog.v1";
+
+// A document of round `round` that shows any missing or foreign byte.
+std::string document(int round) {
+    const std::string number = std::to_string(round) + ";";
+    std::string text;
+    for (int i = 0; i < 200 + round % 7 * 3000; ++i) {
+        text += number;
+    }
+    return text;
+}
+
+int roundOf(const std::string& text) {
+    return std::atoi(text.c_str());
+}
+
+struct FilePreferencesKillTest : ::testing::Test {
+    TemporaryFolder folder;
+
+    // Writes round after round and tells each that was written, until it is killed.
+    [[noreturn]] void writeForEver(int round, int told) const {
+        VirtualRunLoop loop(wallTimeAt(0));
+        FilePreferences store(folder.path(), loop);
+        while (true) {
+            ++round;
+            store.write(kSettings, document(round));
+            store.write(kLog, document(round));
+            if (write(told, &round, sizeof round) != sizeof round) {
+                _exit(1);
+            }
+        }
+    }
+
+    // The last round that the writer told of.
+    static int killAfter(pid_t writer, int told, std::chrono::microseconds wait) {
+        int last = 0;
+        int round = 0;
+        EXPECT_EQ(read(told, &last, sizeof last), ssize_t{sizeof last});
+        pollfd silence{.fd = -1, .events = 0, .revents = 0};
+        const timespec moment{.tv_sec = 0, .tv_nsec = wait.count() * 1000};
+        ppoll(&silence, 1, &moment, nullptr);
+        kill(writer, SIGKILL);
+        int status = 0;
+        waitpid(writer, &status, 0);
+        EXPECT_TRUE(WIFSIGNALED(status)) << "the writer ended by itself";
+        while (read(told, &round, sizeof round) == sizeof round) {
+            last = round;
+        }
+        return last;
+    }
+};
+
+TEST_F(FilePreferencesKillTest, AProcessKilledAtAnyMomentLeavesWholeDocuments) {
+    const char* configured = std::getenv("OSTREL_TEST_KILLS");
+    const int kills = configured != nullptr ? std::atoi(configured) : 300;
+    ASSERT_GT(kills, 0);
+    std::mt19937 random(20'260'309);
+    std::uniform_int_distribution<int> microseconds(0, 8'000);
+    int round = 0;
+    int betweenTheTwo = 0;
+    for (int killed = 0; killed < kills && !HasFailure(); ++killed) {
+        std::array<int, 2> channel{};
+        ASSERT_EQ(pipe2(channel.data(), O_CLOEXEC), 0);
+        const pid_t writer = fork();
+        if (writer == 0) {
+            writeForEver(round, channel[1]);
+        }
+        close(channel[1]);
+        round = killAfter(writer, channel[0], std::chrono::microseconds(microseconds(random)));
+        close(channel[0]);
+
+        VirtualRunLoop loop(wallTimeAt(0));
+        const FilePreferences store(folder.path(), loop);
+        const std::string settings = store.read(kSettings).value_or("");
+        const std::string log = store.read(kLog).value_or("");
+        for (const std::string& text : {settings, log}) {
+            EXPECT_EQ(text, document(roundOf(text))) << "after kill " << killed;
+            EXPECT_GE(roundOf(text), round) << "a written document is gone";
+            EXPECT_LE(roundOf(text), round + 1);
+        }
+        betweenTheTwo += roundOf(settings) != roundOf(log) ? 1 : 0;
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 2) << "left-overs";
+    }
+    RecordProperty("killedBetweenTheDocuments", betweenTheTwo);
+}
+
+// What a store on a failing disk does, whatever makes it fail; `full` breaks the disk for anything
+// of more than a few bytes, `mend` repairs it.
+template <class Full, class Mend>
+void goesOnThroughAFailingDisk(const fs::path& folder, Full full, Mend mend) {
+    VirtualRunLoop loop(wallTimeAt(0));
+    FilePreferences store(folder, loop);
+    std::vector<PersistenceError> told;
+    const Subscription watch = store.persistenceWriteFailed.subscribe(
+        [&](const PersistenceError& error) { told.push_back(error); });
+    const auto onDisk = [&](const char* key) { return FilePreferences(folder, loop).read(key); };
+    store.write(kSettings, "old");
+
+    full();
+    const std::string large(300'000, 'x');
+    store.write(kSettings, large);
+    store.write(kLog, large + "1");
+    loop.runFor(2min);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0].kind, PersistenceError::Kind::writeFailed);
+    EXPECT_EQ(told[0].key, kSettings);
+    EXPECT_FALSE(told[0].description.empty());
+    EXPECT_EQ(store.read(kSettings), large);
+    EXPECT_EQ(store.keys(), (std::vector<std::string>{kLog, kSettings}));
+    EXPECT_EQ(onDisk(kSettings), "old");
+    EXPECT_EQ(onDisk(kLog), std::nullopt);
+
+    mend();
+    loop.runFor(29s);
+    EXPECT_EQ(onDisk(kSettings), "old") << "tried every half minute, not more often";
+    loop.runFor(1s);
+    EXPECT_EQ(onDisk(kSettings), large);
+    EXPECT_EQ(onDisk(kLog), large + "1");
+
+    full();
+    store.write(kLog, large + "2");
+    EXPECT_EQ(told.size(), 2U) << "a new series is told again";
+    mend();
+    store.write(kSettings, "small");
+    EXPECT_EQ(onDisk(kLog), large + "2") << "tried again at the next write of another key";
+}
+
+TEST(FilePreferencesFailureTest, AFullDiskIsToldOnceAndTriedAgain) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path();
+    const bool ran = passesInChild([&] {
+        const int spaces = geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
+        if (unshare(spaces) != 0 ||
+            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            mount("tmpfs", path.c_str(), "tmpfs", 0, "size=2m") != 0) {
+            return false;
+        }
+        const fs::path filler = folder.path() / "filler";
+        goesOnThroughAFailingDisk(
+            folder.path(),
+            [&] {
+                std::ofstream file(filler, std::ios::binary);
+                while (file.write(std::string(4096, 'f').data(), 4096).flush()) {
+                }
+            },
+            [&] { fs::remove(filler); });
+        return true;
+    });
+    if (!ran) {
+        GTEST_SKIP() << "this user may not mount a file system to fill";
+    }
+}
+
+TEST(FilePreferencesFailureTest, AWriteCutOffAtAnyLengthIsToldOnceAndTriedAgain) {
+    const TemporaryFolder folder;
+    EXPECT_TRUE(passesInChild([&] {
+        signal(SIGXFSZ, SIG_IGN);
+        const auto limitTo = [](rlim_t bytes) {
+            rlimit limit{};
+            getrlimit(RLIMIT_FSIZE, &limit);
+            limit.rlim_cur = bytes;
+            EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+        };
+        goesOnThroughAFailingDisk(
+            folder.path(), [&] { limitTo(100'000); }, [&] { limitTo(RLIM_INFINITY); });
+        return true;
+    }));
+}
+
+TEST(FilePreferencesFailureTest, AFolderThatCannotBeMadeOrEnteredIsSurvived) {
+    const TemporaryFolder folder;
+    const fs::path blocked = folder.path() / "file" / "ostrel";
+    std::ofstream(folder.path() / "file") << "in the way";
+    VirtualRunLoop loop(wallTimeAt(0));
+    FilePreferences store(blocked, loop);
+    int told = 0;
+    const Subscription watch = store.persistenceWriteFailed.subscribe([&](const auto&) { ++told; });
+    EXPECT_EQ(store.read(kSettings), std::nullopt);
+    store.remove(kSettings);
+    store.setAside(kSettings);
+    EXPECT_EQ(told, 0);
+    store.write(kSettings, "kept");
+    EXPECT_EQ(told, 1);
+    store.remove(kSettings);
+    EXPECT_EQ(store.read(kSettings), std::nullopt);
+    store.write(kSettings, "kept");
+    fs::remove(folder.path() / "file");
+    loop.runFor(30s);
+    EXPECT_EQ(FilePreferences(blocked, loop).read(kSettings), "kept");
+}
+
+TEST(FilePreferencesFailureTest, AReadOnlyFolderKeepsWhatIsThereAndLosesNothing) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path();
+    const bool ran = passesInChild([&] {
+        VirtualRunLoop loop(wallTimeAt(0));
+        FilePreferences store(folder.path(), loop);
+        store.write(kSettings, "damaged");
+        store.write(kLog, "old");
+        const int spaces = geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
+        if (unshare(spaces) != 0 ||
+            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            mount(path.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) != 0 ||
+            mount(nullptr, path.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
+            return false;
+        }
+        store.setAside(kSettings);
+        EXPECT_EQ(store.read(kSettings), std::nullopt);
+        store.write(kSettings, "new");
+        store.remove(kLog);
+        EXPECT_EQ(store.keys(), std::vector<std::string>{kSettings});
+        EXPECT_EQ(FilePreferences(folder.path(), loop).read(kLog), "old");
+
+        EXPECT_EQ(umount(path.c_str()), 0);
+        loop.runFor(30s);
+        EXPECT_EQ(FilePreferences(folder.path(), loop).read(kSettings), "new");
+        EXPECT_FALSE(fs::exists(folder.path() / "ostrel.breakLog.v1.json"));
+        std::ifstream aside(folder.path() / "ostrel.settings.v1.json.damaged");
+        std::string bytes;
+        aside >> bytes;
+        EXPECT_EQ(bytes, "damaged");
+        return true;
+    });
+    if (!ran) {
+        GTEST_SKIP() << "this user may not mount a folder read-only";
+    }
+}
+
+}  // namespace
+}  // namespace ostrel
