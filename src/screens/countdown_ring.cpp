@@ -10,7 +10,7 @@
 namespace ostrel {
 namespace {
 
-constexpr double kStroke = 0.016;  // of the ring's diameter
+constexpr double kStroke = 0.014;  // of the ring's diameter
 constexpr double kTimeHeight = 0.215;
 constexpr double kLongTime = 0.17;  // of 100 minutes and more
 constexpr double kGap = 0.05;       // left around the ring for its round ends

@@ -7,64 +7,57 @@
 namespace ostrel {
 namespace {
 
-// The least share of the tint where the content is.
-constexpr double kLeastCentreOpacity = 0.88;
-constexpr double kCentreReach = 0.62;  // of the shorter side
+// Of a white desktop this much has to be gone in the middle.
+constexpr double kLeastCentreDimming = 0.86;
 
-QColor withOpacity(QColor colour, double opacity) {
-    colour.setAlphaF(static_cast<float>(opacity));
-    return colour;
-}
+// How far the shade reaches, in half widths and half heights of the display: the actions at its
+// foot are still within.
+constexpr double kReachAcross = 1.06;
+constexpr double kReachDown = 1.5;
 
 // What has to be laid over `dim` to come to `wanted`.
 double coverBeyond(double dim, double wanted) {
     return dim >= wanted ? 0.0 : 1.0 - (1.0 - wanted) / (1.0 - dim);
 }
 
-void copy(QPainter& painter, const QPixmap& from, const QRect& area) {
-    const double ratio = from.devicePixelRatio();
-    painter.drawPixmap(
-        QRectF(area), from,
-        QRectF(area.x() * ratio, area.y() * ratio, area.width() * ratio, area.height() * ratio));
+double smoothStep(double share) {
+    return share * share * (3.0 - 2.0 * share);
 }
 
 }  // namespace
 
-void OverlayBackdrop::prepare(QSize size, double devicePixelRatio, const OverlayLook& look,
-                              double dimOpacity) {
-    const double dim = std::clamp(dimOpacity, 0.0, 1.0);
-    tinted_ = QPixmap(size * devicePixelRatio);
-    tinted_.setDevicePixelRatio(devicePixelRatio);
-    const QRect whole(QPoint(), size);
-    if (picture_.isNull()) {
-        tinted_.fill(Qt::transparent);
-    }
-    QPainter painter(&tinted_);
-    if (!picture_.isNull()) {
-        painter.drawPixmap(whole, picture_);
-    }
-    painter.fillRect(whole, withOpacity(look.tint, dim));
-
-    const double more = coverBeyond(dim, kLeastCentreOpacity);
-    if (more <= 0.0) {
-        return;
-    }
-    const double reach = kCentreReach * std::min(size.width(), size.height());
-    QRadialGradient shade(QRectF(whole).center(), reach);
-    // Smooth at both ends: no edge can be seen.
-    for (const auto& [at, share] :
-         {std::pair{0.0, 1.0}, {0.5, 0.92}, {0.7, 0.66}, {0.85, 0.28}, {0.94, 0.07}, {1.0, 0.0}}) {
-        shade.setColorAt(at, withOpacity(look.tint, more * share));
-    }
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(shade);
-    painter.drawEllipse(QRectF(whole).center(), reach, reach);
+void OverlayBackdrop::setTint(const QColor& tint, double dimOpacity) {
+    tint_ = tint;
+    dimOpacity_ = std::clamp(dimOpacity, 0.0, 1.0);
 }
 
-void OverlayBackdrop::paint(QPainter& painter, const QRect& area) const {
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    copy(painter, tinted_, area);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+void OverlayBackdrop::paint(QPainter& painter, const QRect& area, QSize surface) const {
+    paintDesktop(painter, area);
+    QColor tint = tint_;
+    tint.setAlphaF(static_cast<float>(dimOpacity_));
+    painter.fillRect(area, tint);
+    paintShade(painter, area, surface);
+}
+
+// Black, whatever the tint: a dark colour at low opacity has too few shades and shows as bands.
+void OverlayBackdrop::paintShade(QPainter& painter, const QRect& area, QSize surface) const {
+    const double shade = coverBeyond(dimOpacity_, kLeastCentreDimming);
+    if (shade <= 0.0) {
+        return;
+    }
+    QRadialGradient gradient(QPointF(), 1.0);
+    constexpr int kStops = 12;
+    for (int i = 0; i <= kStops; ++i) {
+        const double at = static_cast<double>(i) / kStops;
+        gradient.setColorAt(
+            at, QColor::fromRgbF(0, 0, 0, static_cast<float>(shade * (1.0 - smoothStep(at)))));
+    }
+    QBrush brush(gradient);
+    const QPointF centre = QRectF(QPointF(), QSizeF(surface)).center();
+    brush.setTransform(
+        QTransform::fromTranslate(centre.x(), centre.y())
+            .scale(surface.width() / 2.0 * kReachAcross, surface.height() / 2.0 * kReachDown));
+    painter.fillRect(area, brush);
 }
 
 void OverlayBackdrop::paintDesktop(QPainter& painter, const QRect& area) const {
@@ -72,7 +65,10 @@ void OverlayBackdrop::paintDesktop(QPainter& painter, const QRect& area) const {
     if (picture_.isNull()) {
         painter.fillRect(area, Qt::transparent);
     } else {
-        copy(painter, picture_, area);
+        const double ratio = picture_.devicePixelRatio();
+        painter.drawPixmap(QRectF(area), picture_,
+                           QRectF(area.x() * ratio, area.y() * ratio, area.width() * ratio,
+                                  area.height() * ratio));
     }
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }

@@ -13,24 +13,27 @@ namespace ostrel {
 // What lies behind the content: the tint over the desktop, darker around the middle so that the
 // content can be read over a white desktop too.
 //
-// Drawn once and copied from then on. Without a picture of the desktop the desktop itself shines
-// through, which takes a compositor.
+// Without a picture of the desktop the desktop itself shines through, which takes a compositor.
 class OverlayBackdrop {
   public:
-    // `dimOpacity` is taken as 0 to 1.
-    void prepare(QSize size, double devicePixelRatio, const OverlayLook& look, double dimOpacity);
-
     // A null picture means none.
     void setPicture(const QPixmap& picture) { picture_ = picture; }
 
-    void paint(QPainter& painter, const QRect& area) const;
+    // `dimOpacity` is taken as 0 to 1.
+    void setTint(const QColor& tint, double dimOpacity);
+
+    // Replaces what is in `area` of a surface of this size.
+    void paint(QPainter& painter, const QRect& area, QSize surface) const;
 
     // The desktop alone, as before the break.
     void paintDesktop(QPainter& painter, const QRect& area) const;
 
   private:
+    void paintShade(QPainter& painter, const QRect& area, QSize surface) const;
+
     QPixmap picture_;
-    QPixmap tinted_;
+    QColor tint_;
+    double dimOpacity_ = 1.0;
 };
 
 }  // namespace ostrel

@@ -44,6 +44,7 @@ OverlaySurface::OverlaySurface(OverlayManager& manager, BreakLogEntry::Kind kind
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
     view_ = new OverlayView(manager, kind, role, this);
+    backdrop_.setTint(view_->look().tint, manager.settingsStore().settings()->overlayDimOpacity);
     // No button begins with the focus, so that a stray Space presses nothing.
     setFocus();
 }
@@ -102,19 +103,13 @@ void OverlaySurface::retire() {
 
 void OverlaySurface::resizeEvent(QResizeEvent*) {
     view_->setGeometry(rect());
-    prepareBackdrop();
-}
-
-void OverlaySurface::prepareBackdrop() {
-    backdrop_.prepare(size(), devicePixelRatioF(), view_->look(),
-                      manager_.settingsStore().settings()->overlayDimOpacity);
 }
 
 void OverlaySurface::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     for (const QRect& area : event->region()) {
         if (lastPicture_.isNull()) {
-            backdrop_.paint(painter, area);
+            backdrop_.paint(painter, area, size());
         } else {
             backdrop_.paintDesktop(painter, area);
         }

@@ -41,7 +41,6 @@ class OverlaySurface : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    void prepareBackdrop();
     void beginFadeIn();
 
     OverlayManager& manager_;
