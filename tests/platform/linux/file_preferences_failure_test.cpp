@@ -130,6 +130,9 @@ void goesOnThroughAFailingDisk(const fs::path& folder, Full full, Mend mend) {
     store.write(kSettings, large);
     store.write(kLog, large + "1");
     loop.runFor(2min);
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        EXPECT_NE(entry.path().filename().native().front(), '.') << "a temporary file stays";
+    }
     ASSERT_EQ(told.size(), 1U);
     EXPECT_EQ(told[0].kind, PersistenceError::Kind::writeFailed);
     EXPECT_EQ(told[0].key, kSettings);

@@ -1,0 +1,212 @@
+#include "platform/linux/portal_motion_settings.h"
+
+#include <gtest/gtest.h>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusVirtualObject>
+#include <QFile>
+#include <QProcess>
+#include <string>
+
+#include "platform/linux/event_loop.h"
+#include "platform/linux/temporary_folder.h"
+
+namespace ostrel {
+namespace {
+
+using Groups = QMap<QString, QVariantMap>;
+
+const QString kPortal = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString kPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString kInterface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString kGnome = QStringLiteral("org.gnome.desktop.interface");
+const QString kGnomeKey = QStringLiteral("enable-animations");
+
+constexpr const char* kBusConfiguration = R"(<!DOCTYPE busconfig PUBLIC
+ "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>
+<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/>
+<allow own="*"/></policy></busconfig>)";
+
+// A session bus of the test's own, on which no service starts by itself.
+class PrivateBus {
+  public:
+    PrivateBus() {
+        const QString file = QString::fromStdString(folder_.path() / "bus.conf");
+        QFile configuration(file);
+        if (configuration.open(QIODevice::WriteOnly)) {
+            configuration.write(kBusConfiguration);
+            configuration.close();
+        }
+        daemon_.start(QStringLiteral("dbus-daemon"),
+                      {QStringLiteral("--config-file=") + file, QStringLiteral("--nofork"),
+                       QStringLiteral("--print-address")});
+        if (daemon_.waitForStarted() && daemon_.waitForReadyRead()) {
+            address_ = QString::fromLatin1(daemon_.readLine()).trimmed();
+        }
+    }
+    ~PrivateBus() {
+        for (const QString& name : {QStringLiteral("client"), QStringLiteral("portal")}) {
+            QDBusConnection::disconnectFromBus(name);
+        }
+        daemon_.kill();
+        daemon_.waitForFinished();
+    }
+
+    [[nodiscard]] bool isThere() const { return !address_.isEmpty(); }
+    [[nodiscard]] QDBusConnection connection(const char* name) const {
+        return QDBusConnection::connectToBus(address_, QLatin1String(name));
+    }
+
+    // Everything that was sent to the client has arrived.
+    void settle() const {
+        const QDBusMessage ping = QDBusMessage::createMethodCall(
+            connection("client").baseService(), QStringLiteral("/"),
+            QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+        EXPECT_EQ(connection("portal").call(ping).type(), QDBusMessage::ReplyMessage);
+        QCoreApplication::processEvents();
+    }
+
+  private:
+    TemporaryFolder folder_;
+    QProcess daemon_;
+    QString address_;
+};
+
+// The settings portal of a desktop.
+class Portal : public QDBusVirtualObject {
+  public:
+    explicit Portal(QDBusConnection bus) : bus_(std::move(bus)) {
+        qDBusRegisterMetaType<Groups>();
+        bus_.registerVirtualObject(kPath, this);
+    }
+    ~Portal() override {
+        bus_.unregisterService(kPortal);
+        bus_.unregisterObject(kPath);
+    }
+
+    void appear() { EXPECT_TRUE(bus_.registerService(kPortal)); }
+
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override {
+        if (call.member() != QStringLiteral("ReadAll")) {
+            return false;
+        }
+        connection.send(call.createReply(reply));
+        asked_ = true;
+        return true;
+    }
+    QString introspect(const QString&) const override { return {}; }
+
+    void announce(const QString& group, const QString& key, const QVariant& value) {
+        QDBusMessage signal =
+            QDBusMessage::createSignal(kPath, kInterface, QStringLiteral("SettingChanged"));
+        signal.setArguments({group, key, QVariant::fromValue(QDBusVariant(value))});
+        bus_.send(signal);
+    }
+
+    // Since the last time; waits for it.
+    [[nodiscard]] bool wasAsked() {
+        const bool asked = runUntil([this] { return asked_; });
+        asked_ = false;
+        return asked;
+    }
+
+    QVariant reply = QVariant::fromValue(Groups());
+
+  private:
+    QDBusConnection bus_;
+    bool asked_ = false;
+};
+
+QVariant settingsOf(const QString& group, const QString& key, const QVariant& value) {
+    return QVariant::fromValue(Groups{{group, {{key, value}}}});
+}
+
+struct PortalMotionSettingsTest : ::testing::Test {
+    PrivateBus bus;
+
+    void SetUp() override {
+        if (!bus.isThere()) {
+            GTEST_SKIP() << "no dbus-daemon to start";
+        }
+    }
+};
+
+TEST_F(PortalMotionSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
+    struct Case {
+        const char* group;
+        const char* key;
+        QVariant value;
+        bool reduce;
+    };
+    const QVariant nested = QVariant::fromValue(QDBusVariant(false));
+    const Case cases[] = {
+        {"org.gnome.desktop.interface", "enable-animations", false, true},
+        {"org.gnome.desktop.interface", "enable-animations", true, false},
+        {"org.gnome.desktop.interface", "enable-animations", nested, true},
+        {"org.gnome.desktop.interface", "gtk-theme", QStringLiteral("0"), false},
+        {"org.freedesktop.appearance", "reduced-motion", 1U, true},
+        {"org.freedesktop.appearance", "reduced-motion", 0U, false},
+        {"org.freedesktop.appearance", "enable-animations", false, false},
+        {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("0"), true},
+        {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", 0.0, true},
+        {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("0.5"), false},
+        {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("none"), false},
+    };
+    Portal portal(bus.connection("portal"));
+    portal.appear();
+    for (const Case& c : cases) {
+        const std::string label = std::string(c.key) + "=" + c.value.toString().toStdString();
+        portal.reply = settingsOf(QLatin1String(c.group), QLatin1String(c.key), c.value);
+        const PortalMotionSettings settings(bus.connection("client"));
+        EXPECT_FALSE(settings.reduceMotion()) << "before any answer";
+        ASSERT_TRUE(portal.wasAsked());
+        bus.settle();
+        EXPECT_EQ(settings.reduceMotion(), c.reduce) << label;
+    }
+}
+
+TEST_F(PortalMotionSettingsTest, APortalThatAppearsLaterIsAskedAndItsChangesAreFollowed) {
+    const PortalMotionSettings settings(bus.connection("client"));
+    bus.settle();
+    EXPECT_FALSE(settings.reduceMotion());
+
+    Portal portal(bus.connection("portal"));
+    portal.reply = settingsOf(kGnome, kGnomeKey, false);
+    portal.appear();
+    ASSERT_TRUE(portal.wasAsked());
+    bus.settle();
+    EXPECT_TRUE(settings.reduceMotion());
+
+    portal.announce(kGnome, kGnomeKey, true);
+    bus.settle();
+    EXPECT_FALSE(settings.reduceMotion());
+    portal.announce(QStringLiteral("org.freedesktop.appearance"), QStringLiteral("reduced-motion"),
+                    1U);
+    portal.announce(kGnome, QStringLiteral("cursor-blink"), false);
+    bus.settle();
+    EXPECT_TRUE(settings.reduceMotion());
+}
+
+TEST_F(PortalMotionSettingsTest, NonsenseAnswersAndAMissingBusLeaveAnimationsOn) {
+    Portal portal(bus.connection("portal"));
+    portal.appear();
+    for (const QVariant& nonsense :
+         {QVariant(7), QVariant(QStringLiteral("a")), QVariant(QVariantMap{{kGnome, false}})}) {
+        portal.reply = nonsense;
+        const PortalMotionSettings settings(bus.connection("client"));
+        ASSERT_TRUE(portal.wasAsked());
+        bus.settle();
+        EXPECT_FALSE(settings.reduceMotion());
+    }
+    EXPECT_FALSE(PortalMotionSettings(QDBusConnection(QStringLiteral("none"))).reduceMotion());
+    qputenv("OSTREL_REDUCE_MOTION", "1");
+    EXPECT_TRUE(PortalMotionSettings(QDBusConnection(QStringLiteral("none"))).reduceMotion());
+    qunsetenv("OSTREL_REDUCE_MOTION");
+}
+
+}  // namespace
+}  // namespace ostrel

@@ -1,0 +1,221 @@
+#include <gtest/gtest.h>
+#include <xcb/screensaver.h>
+#include <xcb/xcb.h>
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QScreen>
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+#include "platform/linux/event_loop.h"
+#include "platform/linux/qt_displays.h"
+#include "platform/linux/x11_input_idle.h"
+
+namespace ostrel {
+namespace {
+
+using Display = Displays::Display;
+
+xcb_connection_t* qtConnection() {
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 == nullptr ? nullptr : x11->connection();
+}
+
+xcb_window_t rootWindow() {
+    return xcb_setup_roots_iterator(xcb_get_setup(qtConnection())).data->root;
+}
+
+TEST(QtDisplaysTest, ManyChangesInOneTurnAreToldOnceAndInTheNext) {
+    const QtDisplays displays;
+    ASSERT_FALSE(displays.current().empty());
+    int told = 0;
+    const Subscription watch = displays.changed.subscribe([&] { ++told; });
+    QScreen* screen = QGuiApplication::primaryScreen();
+    for (int i = 0; i < 3; ++i) {
+        Q_EMIT screen->geometryChanged(screen->geometry());
+        Q_EMIT qGuiApp->primaryScreenChanged(screen);
+    }
+    EXPECT_EQ(told, 0);
+    ASSERT_TRUE(runUntil([&] { return told > 0; }));
+    runFor(std::chrono::milliseconds(20));
+    EXPECT_EQ(told, 1);
+}
+
+TEST(QtDisplaysTest, EveryDisplayLeadsToItsScreen) {
+    const QtDisplays displays;
+    for (const Display& display : displays.current()) {
+        const QScreen* screen = displays.screen(display.displayID);
+        ASSERT_NE(screen, nullptr);
+        EXPECT_EQ(
+            QRectF(display.frame.x, display.frame.y, display.frame.width, display.frame.height),
+            QRectF(screen->geometry()));
+    }
+    const auto main = displays.mainDisplayID();
+    ASSERT_TRUE(main);
+    EXPECT_NE(displays.screen(*main), nullptr);
+    EXPECT_EQ(displays.screen(9999), nullptr);
+}
+
+TEST(X11InputIdleTest, WithoutXItCannotBeTold) {
+    if (qtConnection() != nullptr) {
+        GTEST_SKIP() << "runs on X11";
+    }
+    EXPECT_EQ(X11InputIdle().secondsSinceLastInput(), std::nullopt);
+}
+
+struct X11InputIdleOnX11 : ::testing::Test {
+    void SetUp() override {
+        if (qtConnection() == nullptr) {
+            GTEST_SKIP() << "needs an X server in DISPLAY";
+        }
+    }
+};
+
+TEST_F(X11InputIdleOnX11, GrowsUntilTheNextInput) {
+    const X11InputIdle idle;
+    ASSERT_TRUE(idle.secondsSinceLastInput());
+    ASSERT_TRUE(pollUntil([&] { return idle.secondsSinceLastInput() >= 0.3; }));
+    EXPECT_LT(idle.secondsSinceLastInput(), 3600.0);
+    xcb_force_screen_saver(qtConnection(), XCB_SCREEN_SAVER_RESET);  // counts as input
+    EXPECT_LT(idle.secondsSinceLastInput(), 0.3);
+}
+
+// Plugs monitors in and out of an Xvfb server, whose only output is named "screen": never touches
+// the monitors of a real desktop.
+struct QtDisplaysOnX11 : ::testing::Test {
+    void SetUp() override {
+        if (qtConnection() == nullptr || !xrandr({"--listmonitors"}).contains("screen\n")) {
+            GTEST_SKIP() << "needs an Xvfb server of 3200x1080 in DISPLAY, and xrandr";
+        }
+        xrandr({"--setmonitor", "LEFT", "1920/508x1080/286+0+0", "screen"});
+        xrandr({"--setmonitor", "RIGHT", "1280/338x1024/270+1920+0", "none"});
+        ASSERT_TRUE(runUntil([&] { return QGuiApplication::screens().size() == 2; }));
+    }
+    void TearDown() override {
+        xrandr({"--delmonitor", "RIGHT"});
+        xrandr({"--delmonitor", "LEFT"});
+        xrandr({"--output", "screen", "--auto"});
+    }
+
+    static QByteArray xrandr(std::initializer_list<const char*> arguments) {
+        QStringList list;
+        for (const char* argument : arguments) {
+            list.push_back(QLatin1String(argument));
+        }
+        QProcess process;
+        process.start(QStringLiteral("xrandr"), list);
+        process.waitForFinished();
+        return process.readAllStandardOutput();
+    }
+
+    static std::vector<Rect> frames(const QtDisplays& displays) {
+        std::vector<Rect> frames;
+        for (const Display& display : displays.current()) {
+            frames.push_back(display.frame);
+        }
+        std::sort(frames.begin(), frames.end(),
+                  [](const Rect& a, const Rect& b) { return a.x < b.x; });
+        return frames;
+    }
+
+    static std::uint32_t displayAt(const QtDisplays& displays, double x) {
+        for (const Display& display : displays.current()) {
+            if (display.frame.x == x) {
+                return display.displayID;
+            }
+        }
+        return 0;
+    }
+};
+
+constexpr Rect kLeft{0, 0, 1920, 1080};
+constexpr Rect kRight{1920, 0, 1280, 1024};
+
+TEST_F(QtDisplaysOnX11, AMonitorKeepsItsNumberWhileAnotherComesAndGoes) {
+    const QtDisplays displays;
+    EXPECT_EQ(frames(displays), (std::vector{kLeft, kRight}));
+    const std::uint32_t left = displayAt(displays, 0);
+    const std::uint32_t right = displayAt(displays, 1920);
+    bool told = false;
+    const Subscription watch = displays.changed.subscribe([&] { told = true; });
+
+    xrandr({"--delmonitor", "RIGHT"});
+    ASSERT_TRUE(runUntil([&] { return told && displays.current().size() == 1; }));
+    EXPECT_EQ(displayAt(displays, 0), left);
+    EXPECT_EQ(displays.screen(right), nullptr);
+
+    told = false;
+    xrandr({"--setmonitor", "RIGHT", "1280/338x1024/270+1920+0", "none"});
+    ASSERT_TRUE(runUntil([&] { return told && displays.current().size() == 2; }));
+    EXPECT_EQ(displayAt(displays, 0), left);
+    EXPECT_NE(displayAt(displays, 1920), right) << "a number is not used twice";
+}
+
+TEST_F(QtDisplaysOnX11, TheMainDisplayHasTheActiveWindowElseThePointer) {
+    const QtDisplays displays;
+    const std::uint32_t left = displayAt(displays, 0);
+    const std::uint32_t right = displayAt(displays, 1920);
+    QCursor::setPos(100, 100);
+    ASSERT_TRUE(pollUntil([&] { return QCursor::pos() == QPoint(100, 100); }));
+    EXPECT_EQ(displays.mainDisplayID(), left);
+    QCursor::setPos(2000, 100);
+    ASSERT_TRUE(pollUntil([&] { return QCursor::pos() == QPoint(2000, 100); }));
+    EXPECT_EQ(displays.mainDisplayID(), right);
+
+    xcb_connection_t* x = qtConnection();
+    const xcb_window_t window = xcb_generate_id(x);
+    xcb_create_window(x, XCB_COPY_FROM_PARENT, window, rootWindow(), 1500, 50, 800, 600, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    constexpr std::string_view kName = "_NET_ACTIVE_WINDOW";
+    xcb_intern_atom_reply_t* atom =
+        xcb_intern_atom_reply(x, xcb_intern_atom(x, 0, kName.size(), kName.data()), nullptr);
+    ASSERT_NE(atom, nullptr);
+    const auto setActive = [&](xcb_window_t active) {
+        xcb_change_property(x, XCB_PROP_MODE_REPLACE, rootWindow(), atom->atom, XCB_ATOM_WINDOW, 32,
+                            1, &active);
+    };
+    setActive(window);
+    EXPECT_EQ(displays.mainDisplayID(), left) << "420 of its 800 columns are there";
+    const std::uint32_t further[] = {1540};
+    xcb_configure_window(x, window, XCB_CONFIG_WINDOW_X, further);
+    EXPECT_EQ(displays.mainDisplayID(), right);
+    QCursor::setPos(100, 100);
+    ASSERT_TRUE(pollUntil([&] { return QCursor::pos() == QPoint(100, 100); }));
+    EXPECT_EQ(displays.mainDisplayID(), right);
+    for (const xcb_window_t gone : {xcb_window_t{XCB_WINDOW_NONE}, window + 1}) {
+        setActive(gone);
+        EXPECT_EQ(displays.mainDisplayID(), left);
+    }
+    xcb_delete_property(x, rootWindow(), atom->atom);
+    xcb_destroy_window(x, window);
+    free(atom);
+}
+
+TEST_F(QtDisplaysOnX11, LosingEveryMonitorAndGettingOneBackIsSurvived) {
+    const QtDisplays displays;
+    xrandr({"--delmonitor", "RIGHT"});
+    xrandr({"--delmonitor", "LEFT"});
+    bool placeholderShown = false;
+    const Subscription watch = displays.changed.subscribe([&] {
+        for (const Display& display : displays.current()) {
+            const QScreen* screen = displays.screen(display.displayID);
+            const bool isPlaceholder = screen != nullptr && screen->name().startsWith(u':');
+            placeholderShown |= isPlaceholder && displays.current().size() > 1;
+        }
+    });
+    for (int round = 0; round < 3; ++round) {
+        xrandr({"--output", "screen", "--off", "--fb", "1280x720"});
+        runFor(std::chrono::milliseconds(50));
+        static_cast<void>(displays.mainDisplayID());
+        xrandr({"--output", "screen", "--auto"});
+        ASSERT_TRUE(runUntil(
+            [&] { return frames(displays).size() == 1 && frames(displays)[0].width == 3200; }));
+    }
+    EXPECT_FALSE(placeholderShown);
+}
+
+}  // namespace
+}  // namespace ostrel
