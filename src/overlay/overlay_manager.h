@@ -103,6 +103,7 @@ class OverlayManager : public OverlayWindowListener {
     // comes when the windows are open.
     Signal<> didPresent;
     Signal<> didRebuildWindows;
+    Signal<std::uint32_t> didPaintWindow;  // by display, once a window
     Signal<BreakLogEntry::Kind> didReachZero;
     Signal<BreakLogEntry::Kind, CloseReason> didClose;
 

@@ -69,6 +69,7 @@ void OverlayManager::didPaint(OverlayWindow& window) {
             paintedDisplayIDs_.end()) {
         firstPaintTimer_.cancel();
         paintedDisplayIDs_.push_back(window.displayID());
+        didPaintWindow.send(window.displayID());
         giveKeyboardToPrimary();
     }
 }

@@ -1,0 +1,125 @@
+#include "app/desktop/desktop_application.h"
+
+#include <QApplication>
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+#include "app/desktop/break_trace.h"
+#include "app/desktop/demo.h"
+#include "app/environment/app_environment.h"
+#include "platform/calendar/zoned_calendar.h"
+#include "platform/linux/file_preferences.h"
+#include "platform/linux/linux_clock.h"
+#include "platform/linux/linux_run_loop.h"
+#include "platform/linux/no_haptics.h"
+#include "platform/linux/portal_motion_settings.h"
+#include "platform/linux/qt_displays.h"
+#include "platform/linux/single_instance.h"
+#include "platform/linux/termination_signals.h"
+#include "platform/virtual/memory_preferences.h"
+#include "screens/qt_overlay_window_maker.h"
+#include "screens/status_item.h"
+
+namespace ostrel {
+namespace {
+
+// The desktop's side of the environment.
+class LinuxPlatform {
+  public:
+    LinuxPlatform()
+        : runLoop(systemWallTime),
+          calendar(systemTimeZone),
+          clockChanges_(
+              runLoop.clockWasSet.subscribe([this] { systemEvents.clockChanged.send(); })) {}
+
+    [[nodiscard]] Platform over(PreferencesStore& preferences) {
+        return {runLoop,      systemWallTime, calendar, preferences,    displays,
+                systemEvents, motion,         haptics,  overlayWindows, randomUuids()};
+    }
+
+    LinuxRunLoop runLoop;
+    ZonedCalendar calendar;
+    QtDisplays displays;
+    SystemEvents systemEvents;
+    PortalMotionSettings motion;
+    NoHaptics haptics;
+    QtOverlayWindowMaker overlayWindows;
+
+  private:
+    Subscription clockChanges_;
+};
+
+// The application between launch and quit, over any preferences.
+class RunningApplication {
+  public:
+    RunningApplication(LinuxPlatform& platform, PreferencesStore& preferences)
+        : environment(platform.over(preferences)),
+          trace_(environment),
+          statusItem({environment.timerEngine(), environment.sessionStateStore(),
+                      environment.settingsStore(), environment.overlayManager(),
+                      [] { QApplication::quit(); }}),
+          termination_(signals_.received.subscribe([] { QApplication::quit(); })),
+          failures_(preferences.persistenceWriteFailed.subscribe([](const PersistenceError& error) {
+              std::fprintf(stderr, "ostrel: %s could not be saved: %s\n", error.key.c_str(),
+                           error.description.c_str());
+          })) {}
+
+    int run() {
+        environment.launch();
+        const int status = QApplication::exec();
+        environment.quit();
+        return status;
+    }
+
+    AppEnvironment environment;
+
+  private:
+    BreakTrace trace_;
+
+  public:
+    StatusItem statusItem;
+
+  private:
+    TerminationSignals signals_;
+    Subscription termination_;
+    Subscription failures_;
+};
+
+int runDemo(LinuxPlatform& platform, const DesktopOptions& options) {
+    MemoryPreferences preferences;
+    Demo::writeSettings(preferences);
+    RunningApplication application(platform, preferences);
+    const Demo demo(application.environment, platform.runLoop, options.screenshotFolder);
+    return application.run();
+}
+
+int runForReal(LinuxPlatform& platform) {
+    const std::string folder = defaultPreferencesFolder().string();
+    SingleInstance instance(folder);
+    if (instance.role() == SingleInstance::Role::second) {
+        std::puts(instance.activateFirst() ? "Ostrel is running already: its menu opens."
+                                           : "Ostrel is running already, but does not answer.");
+        return 0;
+    }
+    FilePreferences preferences(folder, platform.runLoop);
+    RunningApplication application(platform, preferences);
+    const Subscription activation =
+        instance.activated.subscribe([&application] { application.statusItem.popUpMenu(); });
+    return application.run();
+}
+
+}  // namespace
+
+int runDesktopApplication(int& argc, char** argv, const DesktopOptions& options) {
+    const QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("ostrel"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Ostrel"));
+    QApplication::setDesktopFileName(QStringLiteral("ostrel"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    LinuxPlatform platform;
+    return options.action == DesktopOptions::Action::demo ? runDemo(platform, options)
+                                                          : runForReal(platform);
+}
+
+}  // namespace ostrel
