@@ -21,7 +21,7 @@ constexpr double kKeyPadding = 7;
 constexpr double kKeyHeight = 24;
 constexpr double kFocusGap = 4;
 constexpr double kFocusStroke = 2;
-constexpr double kDisabledOpacity = 0.42;
+constexpr double kDisabledOpacity = 0.5;
 
 struct Words {
     std::string_view label;
@@ -61,7 +61,7 @@ ActionButton::ActionButton(const OverlayLook& look, OverlayAction action, QWidge
     setAccessibleName(text());
     setAccessibleDescription(Texts::of(words.hint));
     key_ = Texts::of(words.key);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     adopt();
 }
@@ -115,10 +115,11 @@ void ActionButton::paintEvent(QPaintEvent*) {
 }
 
 void ActionButton::paintPill(QPainter& painter, const QRectF& pill) const {
-    constexpr int kFill = 26;
-    constexpr int kHoverFill = 50;
-    constexpr int kDownFill = 70;
-    constexpr int kEdge = 56;
+    constexpr int kGround = 110;
+    constexpr int kFill = 38;
+    constexpr int kHoverFill = 64;
+    constexpr int kDownFill = 84;
+    constexpr int kEdge = 72;
     const double radius = pill.height() / 2;
     const int fill = isDown() ? kDownFill : underMouse() && isEnabled() ? kHoverFill : kFill;
     painter.setPen(Qt::NoPen);
@@ -128,6 +129,8 @@ void ActionButton::paintPill(QPainter& painter, const QRectF& pill) const {
                                         : look_.accent);
         painter.drawRoundedRect(pill, radius, radius);
     } else {
+        painter.setBrush(faint(look_.tint, kGround));
+        painter.drawRoundedRect(pill, radius, radius);
         painter.setBrush(faint(look_.text, fill));
         painter.setPen(QPen(faint(look_.text, kEdge), 1.0));
         painter.drawRoundedRect(pill.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);

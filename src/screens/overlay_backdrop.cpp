@@ -13,7 +13,7 @@ constexpr double kLeastCentreDimming = 0.86;
 // How far the shade reaches, in half widths and half heights of the display: the actions at its
 // foot are still within.
 constexpr double kReachAcross = 1.06;
-constexpr double kReachDown = 1.5;
+constexpr double kReachDown = 1.9;
 
 // What has to be laid over `dim` to come to `wanted`.
 double coverBeyond(double dim, double wanted) {

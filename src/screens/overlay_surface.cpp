@@ -127,6 +127,9 @@ void OverlaySurface::paintEvent(QPaintEvent* event) {
 }
 
 void OverlaySurface::beginFadeIn() {
+    if (!isVisible()) {
+        return;  // retired meanwhile; its owner may be gone
+    }
     if (!manager_.motion().reduceMotion() && lastPicture_.isNull()) {
         fade_.run(kFadeInSec, [this](double share) { view_->setContentOpacity(share); });
     }

@@ -106,6 +106,7 @@ void OverlayView::refresh() {
         isWhole && isGuided && session->penaltySec > 0 && !*manager_.bannerDismissed();
     if (hasBanner == banner_->isHidden()) {
         banner_->setPenalty(session->penaltySec);
+        dropFocusFrom(*banner_);
         banner_->setVisible(hasBanner);
         arrange();
     }
@@ -130,15 +131,22 @@ void OverlayView::refreshActions() {
         const bool isOffered = role_ == Role::primary && manager_.offers(button->action());
         const bool isEnabled = manager_.enables(button->action());
         hasChanged = hasChanged || isOffered == button->isHidden();
-        // A button that loses the focus hands it to nobody: a key pressed now means the break.
-        if ((!isOffered || !isEnabled) && button->hasFocus()) {
-            window()->setFocus();
+        if (!isOffered || !isEnabled) {
+            dropFocusFrom(*button);
         }
         button->setEnabled(isEnabled);
         button->setVisible(isOffered);
     }
     if (hasChanged) {
         arrange();
+    }
+}
+
+// Left to itself the focus would go on to the next button, and a stray Space press that.
+void OverlayView::dropFocusFrom(const QWidget& piece) {
+    const QWidget* focused = window()->focusWidget();
+    if (focused && (focused == &piece || piece.isAncestorOf(focused))) {
+        window()->setFocus();
     }
 }
 

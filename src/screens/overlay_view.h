@@ -43,6 +43,7 @@ class OverlayView : public QWidget {
     void refresh();
     void refreshTitle(const ActiveOverlaySession& session);
     void refreshActions();
+    void dropFocusFrom(const QWidget& piece);
     void revealActions();
     void adoptLook();
 

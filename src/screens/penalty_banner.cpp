@@ -30,7 +30,7 @@ class CloseButton : public QAbstractButton {
     CloseButton(const OverlayLook& look, QWidget* parent) : QAbstractButton(parent), look_(look) {
         setObjectName(QStringLiteral("ostrel.overlay.banner.close"));
         setAccessibleName(Texts::of("overlay.banner.close"));
-        setFocusPolicy(Qt::StrongFocus);
+        setFocusPolicy(Qt::TabFocus);
         setAttribute(Qt::WA_Hover);
     }
 
@@ -116,15 +116,19 @@ void PenaltyBanner::resizeEvent(QResizeEvent*) {
 }
 
 void PenaltyBanner::paintEvent(QPaintEvent*) {
+    constexpr int kGround = 110;
     constexpr int kFill = 22;
     constexpr int kEdge = 90;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(look_.opacity);
-    painter.setBrush(faint(look_.accent, kFill));
-    painter.setPen(QPen(faint(look_.accent, kEdge), 1.0));
     const QRectF pill = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     const double radius = std::min(pill.height() / 2, static_cast<double>(look_.px(26)));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(faint(look_.tint, kGround));
+    painter.drawRoundedRect(pill, radius, radius);
+    painter.setBrush(faint(look_.accent, kFill));
+    painter.setPen(QPen(faint(look_.accent, kEdge), 1.0));
     painter.drawRoundedRect(pill, radius, radius);
 }
 

@@ -83,7 +83,6 @@ void StatusItem::refresh() {
         face_ = face;
         if (icon_) {
             icon_->setIcon(StatusIcon::icon(face));
-            ++drawnCount_;
         }
     }
     if (const QString toolTip = composeToolTip(); toolTip != toolTip_) {
@@ -97,6 +96,9 @@ void StatusItem::refresh() {
 QString StatusItem::composeToolTip() const {
     if (!services_.settingsStore.settings()->ostrelEnabled) {
         return Texts::of("menubar.tooltip.off");
+    }
+    if (const QString held = StatusMenu::stateText(services_); !held.isEmpty()) {
+        return Texts::of("menubar.tooltip.on") + QLatin1Char('\n') + held;
     }
     const TimerState& state = *services_.timerEngine.state();
     const QStringList lines{

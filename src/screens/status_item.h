@@ -29,9 +29,8 @@ class StatusItem {
     // Shows the menu where the pointer is.
     void popUpMenu();
 
-    [[nodiscard]] QString toolTip() const { return toolTip_; }
-    // How many pictures were drawn.
-    [[nodiscard]] std::int64_t drawnCount() const { return drawnCount_; }
+    [[nodiscard]] const QString& toolTip() const { return toolTip_; }
+    [[nodiscard]] StatusMenu& menu() { return menu_; }
 
   private:
     void appear();
@@ -43,7 +42,6 @@ class StatusItem {
     std::unique_ptr<QSystemTrayIcon> icon_;
     std::optional<StatusIcon::Face> face_;
     QString toolTip_;
-    std::int64_t drawnCount_ = 0;
     TrayWatch trayWatch_;
     std::vector<Subscription> subscriptions_;
 };

@@ -27,7 +27,8 @@ class OverlayBench : BreakLogging,
   public:
     enum class Records { present, absent };
 
-    explicit OverlayBench(Records records = Records::present)
+    // Without a maker of windows they are recorded, not drawn.
+    explicit OverlayBench(Records records = Records::present, OverlayWindowMaker* windows = nullptr)
         : platform_("UTC", WallTime{WallClock::duration{794'915'400}}),
           settings_(platform_.preferences),
           session_(platform_.preferences, now()),
@@ -39,9 +40,9 @@ class OverlayBench : BreakLogging,
                    seededUuids(1),
                    {}},
                   TimerEngine::Ticking::manual),
-          overlay_({settings_, engine_, platform_.overlayWindows, platform_.displays,
-                    platform_.systemEvents, platform_.motion, platform_.haptics, platform_.runLoop,
-                    [this] { return now(); }, seededUuids(1),
+          overlay_({settings_, engine_, windows ? *windows : platform_.overlayWindows,
+                    platform_.displays, platform_.systemEvents, platform_.motion, platform_.haptics,
+                    platform_.runLoop, [this] { return now(); }, seededUuids(1),
                     records == Records::present ? OverlayRecords{this, this, this, this, this, this}
                                                 : OverlayRecords{}}) {
         engine_.configure(PresetCatalog::standard());
@@ -59,6 +60,8 @@ class OverlayBench : BreakLogging,
 
     OverlayManager& overlay() { return overlay_; }
     TimerEngine& engine() { return engine_; }
+    SettingsStore& settings() { return settings_; }
+    SessionStateStore& session() { return session_; }
     RecordingWindows& windows() { return platform_.overlayWindows; }
     VirtualDisplays& displays() { return platform_.displays; }
     VirtualMotionSettings& motion() { return platform_.motion; }

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+#include <functional>
+#include <memory>
+
+namespace ostrel {
+
+// The application that the tests of this program run in: without a screen and without a bus.
+class GuiEnvironment : public ::testing::Environment {
+  public:
+    void SetUp() override {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+        application_ = std::make_unique<QApplication>(argumentCount_, arguments_);
+        QApplication::setQuitOnLastWindowClosed(false);
+    }
+    void TearDown() override { application_.reset(); }
+
+  private:
+    char name_[13] = "test_screens";
+    char* arguments_[2] = {name_, nullptr};
+    int argumentCount_ = 1;
+    std::unique_ptr<QApplication> application_;
+};
+
+inline ::testing::Environment* const kGuiEnvironment =
+    ::testing::AddGlobalTestEnvironment(new GuiEnvironment);
+
+// Runs the event loop until `condition` holds; false when it does not within five seconds.
+inline bool runUntil(const std::function<bool()>& condition) {
+    bool holds = condition();
+    if (holds) {
+        return true;
+    }
+    QEventLoop loop;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+        holds = condition();
+        if (holds) {
+            loop.quit();
+        }
+    });
+    look.start(5);
+    QTimer::singleShot(5000, &loop, &QEventLoop::quit);
+    loop.exec();
+    return holds;
+}
+
+enum class Repeat { no, automatic };
+
+// A key press and its release, as they reach the window from outside.
+inline void sendKey(QWidget& widget, int key, Repeat repeat = Repeat::no) {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, Qt::NoModifier, QString(), repeat == Repeat::automatic);
+        if (QWindow* window = widget.windowHandle()) {
+            QCoreApplication::sendEvent(window, &event);
+        }
+    }
+}
+
+}  // namespace ostrel

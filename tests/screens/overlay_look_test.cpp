@@ -1,0 +1,89 @@
+#include <QImage>
+#include <QPainter>
+#include <cmath>
+
+#include "gui.h"
+#include "screens/countdown_ring.h"
+#include "screens/overlay_backdrop.h"
+
+namespace ostrel {
+
+// WCAG 2.1, relative luminance and contrast ratio.
+double luminance(const QColor& colour) {
+    const auto linear = [](double c) {
+        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+double contrast(const QColor& a, const QColor& b) {
+    const double one = luminance(a) + 0.05;
+    const double other = luminance(b) + 0.05;
+    return one > other ? one / other : other / one;
+}
+
+TEST(OverlayLook, TextCanBeReadOverAWhiteDesktopHoweverWeakTheTint) {
+    constexpr QSize kDisplay(960, 540);
+    QPixmap white(kDisplay);
+    white.fill(Qt::white);
+    for (const auto tint :
+         {OverlayTint::ink, OverlayTint::black, OverlayTint::navy, OverlayTint::sage}) {
+        for (const double dim : {-1.0, 0.0, 0.3, 0.7, 1.0}) {
+            const OverlayLook look = OverlayLook::of(tint, kDisplay);
+            OverlayBackdrop backdrop;
+            backdrop.setPicture(white);
+            backdrop.setTint(look.tint, dim);
+            QImage image(kDisplay, QImage::Format_RGB32);
+            QPainter painter(&image);
+            backdrop.paint(painter, image.rect(), kDisplay);
+            painter.end();
+            // The time, the title and the ring.
+            for (const QPoint place : {QPoint(480, 270), QPoint(480, 100), QPoint(365, 270)}) {
+                const QColor behind = image.pixelColor(place);
+                EXPECT_GE(contrast(look.text, behind), 4.5) << nameOf(tint) << " " << dim;
+                EXPECT_GE(contrast(look.accent, behind), 3.0) << nameOf(tint) << " " << dim;
+            }
+        }
+    }
+}
+
+TEST(OverlayLook, WithoutAPictureTheDesktopShinesThrough) {
+    OverlayBackdrop backdrop;
+    backdrop.setTint(Qt::black, 0.7);
+    QImage image(QSize(400, 300), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    backdrop.paint(painter, image.rect(), image.size());
+    EXPECT_NEAR(image.pixelColor(0, 150).alphaF(), 0.7, 0.05);
+    backdrop.paintDesktop(painter, image.rect());
+    EXPECT_EQ(image.pixelColor(0, 150).alpha(), 0);
+}
+
+TEST(OverlayLook, TypeFollowsTheDisplayButNeverGetsTooSmallToRead) {
+    const auto sizeOn = [](QSize display) {
+        return OverlayLook::of(OverlayTint::ink, display).font(18).pixelSize();
+    };
+    EXPECT_EQ(sizeOn({1920, 1080}), 18);
+    EXPECT_EQ(sizeOn({3840, 2160}), 36);
+    EXPECT_EQ(sizeOn({1080, 1920}), 18);
+    EXPECT_GE(sizeOn({640, 360}), 13);
+}
+
+TEST(OverlayLook, SpokenTimeIsNeverLessThanWhatIsLeftAndChangesSeldom) {
+    const std::pair<std::int64_t, const char*> cases[] = {
+        {3600, "Up to 60 minutes left"}, {61, "Up to 2 minutes left"},
+        {60, "Up to a minute left"},     {51, "Up to a minute left"},
+        {50, "Up to 50 seconds left"},   {1, "Up to 10 seconds left"},
+        {0, "The break is over"},        {-5, "The break is over"},
+    };
+    for (const auto& [seconds, text] : cases) {
+        EXPECT_EQ(CountdownRing::spokenTime(seconds), QString::fromUtf8(text)) << seconds;
+    }
+    int changes = 0;
+    for (std::int64_t seconds = 300; seconds > 0; --seconds) {
+        changes += CountdownRing::spokenTime(seconds) != CountdownRing::spokenTime(seconds - 1);
+    }
+    EXPECT_EQ(changes, 10);
+}
+
+}  // namespace ostrel

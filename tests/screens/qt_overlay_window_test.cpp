@@ -1,0 +1,259 @@
+#include "screens/qt_overlay_window.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+
+#include "gui.h"
+#include "screens/overlay_surface.h"
+#include "screens/overlay_view.h"
+#include "screens/qt_overlay_window_maker.h"
+#include "support/overlay_bench.h"
+
+namespace ostrel {
+
+struct QtOverlayWindowTest : ::testing::Test {
+    QtOverlayWindowTest() {
+        bench.displays().set({{1, {0, 0, 800, 600}}}, 1);
+        bench.motion().setReduceMotion(true);
+    }
+    // The fixture's windows are deleted in a turn of the loop.
+    ~QtOverlayWindowTest() override {
+        bench.overlay().close(CloseReason::forcedBySleep);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    OverlaySurface& present(std::int64_t durationSec = 60, std::int64_t penaltySec = 0) {
+        bench.overlay().present(BreakKind::eye, durationSec, penaltySec);
+        static_cast<void>(bench.take());
+        auto& window = dynamic_cast<QtOverlayWindow&>(*bench.overlay().openWindows().front());
+        // The manager gives the keyboard to a window that has painted.
+        EXPECT_TRUE(runUntil([&window] { return window.surface().isActiveWindow(); }));
+        return window.surface();
+    }
+    static QAbstractButton* button(const OverlaySurface& surface, const char* name) {
+        return surface.findChild<QAbstractButton*>(QString::fromUtf8(name));
+    }
+    // "done- skip postpone": the actions that are there; - cannot be pressed.
+    static std::string actions(const OverlaySurface& surface) {
+        std::string text;
+        for (const auto action : enumNames(OverlayAction{})) {
+            const std::string name = "ostrel.overlay.action." + std::string(action);
+            const QAbstractButton* found = button(surface, name.c_str());
+            if (found && found->isVisible()) {
+                text += (text.empty() ? "" : " ") + std::string(action) +
+                        (found->isEnabled() ? "" : "-");
+            }
+        }
+        return text;
+    }
+    static std::string focused(const OverlaySurface& surface) {
+        const QWidget* widget = surface.focusWidget();
+        return widget && widget != &surface ? widget->objectName().toStdString() : "nothing";
+    }
+
+    QtOverlayWindowMaker maker;
+    OverlayBench bench{OverlayBench::Records::present, &maker};
+};
+
+TEST_F(QtOverlayWindowTest, ShowsTheActionsThatTheManagerOffersAndEnables) {
+    const struct {
+        bool isStrict;
+        std::int64_t postponesLeft;
+        double afterSec;
+        const char* actions;
+    } cases[] = {
+        {false, 1, 0, "done- skip postpone"}, {true, 1, 0, "done- postpone"},
+        {false, 0, 0, "done- skip"},          {true, 0, 19, "done-"},
+        {false, 1, 20, "done skip postpone"}, {true, 0, 20, "done"},
+    };
+    for (const auto& [isStrict, postponesLeft, afterSec, expected] : cases) {
+        bench.setUp([isStrict = isStrict](SettingsModel& model) { model.strictMode = isStrict; });
+        bench.postponesLeft = postponesLeft;
+        OverlaySurface& surface = present(20);
+        bench.run(afterSec);
+        EXPECT_EQ(actions(surface), expected);
+        bench.overlay().close(CloseReason::forcedBySleep);
+    }
+}
+
+TEST_F(QtOverlayWindowTest, EachButtonPerformsItsActionAndTellsAScreenReaderOfIt) {
+    const struct {
+        const char* name;
+        const char* hint;
+        const char* closes;
+    } cases[] = {
+        {"done", "Dismisses the overlay once the countdown reaches zero.", "done"},
+        {"skip", "Skips the current break and adds a penalty to the next one.", "skipped"},
+        {"postpone", "Postpones this break by five minutes.", "postponed"},
+    };
+    for (const auto& [name, hint, closes] : cases) {
+        OverlaySurface& surface = present(0);
+        auto* found = button(surface, ("ostrel.overlay.action." + std::string(name)).c_str());
+        EXPECT_EQ(found->accessibleDescription().toStdString(), hint);
+        EXPECT_EQ(found->accessibleName(), found->text());
+        found->click();
+        const Events events = bench.take();
+        ASSERT_FALSE(events.empty()) << name;
+        EXPECT_TRUE(events.back().ends_with("close eye " + std::string(closes))) << events.back();
+    }
+}
+
+TEST_F(QtOverlayWindowTest, StrayKeysPressNothingUntilAButtonIsChosen) {
+    OverlaySurface& surface = present();
+    EXPECT_EQ(focused(surface), "nothing");
+    for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_X}) {
+        sendKey(surface, key);
+    }
+    EXPECT_EQ(bench.take(), Events{});
+    sendKey(surface, Qt::Key_Tab);
+    EXPECT_EQ(focused(surface), "ostrel.overlay.action.skip");
+    sendKey(surface, Qt::Key_Tab);
+    EXPECT_EQ(focused(surface), "ostrel.overlay.action.postpone");
+    sendKey(surface, Qt::Key_Return);
+    EXPECT_FALSE(bench.overlay().activeSession()->has_value());
+}
+
+TEST_F(QtOverlayWindowTest, TheOverlaysKeysComeBeforeTheFocusedButton) {
+    OverlaySurface& surface = present(20);
+    sendKey(surface, Qt::Key_Tab);
+    bench.run(20);
+    static_cast<void>(bench.take());
+    sendKey(surface, Qt::Key_Space);
+    const Events events = bench.take();
+    ASSERT_FALSE(events.empty());
+    EXPECT_EQ(events.back(), "20 close eye done") << "not the skip that has the focus";
+}
+
+TEST_F(QtOverlayWindowTest, AKeyHeldDownSinceBeforeTheBreakIsNoAnswer) {
+    OverlaySurface& surface = present();
+    for (const int key : {Qt::Key_Escape, Qt::Key_P, Qt::Key_Space}) {
+        sendKey(surface, key, Repeat::automatic);
+    }
+    EXPECT_TRUE(bench.overlay().activeSession()->has_value());
+    sendKey(surface, Qt::Key_Escape);
+    EXPECT_FALSE(bench.overlay().activeSession()->has_value());
+}
+
+TEST_F(QtOverlayWindowTest, ABannerSaysWhatASkipCostAndHandsTheFocusToNobody) {
+    OverlaySurface& plain = present();
+    EXPECT_FALSE(plain.findChild<QWidget*>(QStringLiteral("ostrel.overlay.banner"))->isVisible());
+    bench.overlay().close(CloseReason::forcedBySleep);
+
+    OverlaySurface& surface = present(20, 40);
+    const auto* banner = surface.findChild<QWidget*>(QStringLiteral("ostrel.overlay.banner"));
+    EXPECT_TRUE(banner->isVisible());
+    EXPECT_EQ(banner->accessibleName().toStdString(),
+              "This break is 40 s longer for the skip before");
+    QAbstractButton* close = button(surface, "ostrel.overlay.banner.close");
+    close->setFocus();
+    sendKey(surface, Qt::Key_Space);
+    EXPECT_FALSE(banner->isVisible());
+    EXPECT_EQ(focused(surface), "nothing");
+}
+
+TEST_F(QtOverlayWindowTest, MinimalShowsTheActionsToAPointerThatMovesAndToTheFocus) {
+    bench.setUp([](SettingsModel& model) { model.overlayStyle = OverlayStyle::minimal; });
+    OverlaySurface& surface = present();
+    const QAbstractButton* skip = button(surface, "ostrel.overlay.action.skip");
+    const auto takesClicks = [&skip] {
+        return !skip->testAttribute(Qt::WA_TransparentForMouseEvents);
+    };
+    EXPECT_FALSE(takesClicks());
+    EXPECT_FALSE(surface.findChild<QLabel*>()->isVisible()) << "the kind of break";
+    for (const QPointF place : {QPointF(10, 10), QPointF(12, 11), QPointF(40, 40)}) {
+        EXPECT_FALSE(takesClicks());
+        QHoverEvent hover(QEvent::HoverMove, place, place, place);
+        QCoreApplication::sendEvent(&surface.view(), &hover);
+    }
+    EXPECT_TRUE(takesClicks());
+    bench.overlay().close(CloseReason::forcedBySleep);
+
+    OverlaySurface& again = present();
+    skip = button(again, "ostrel.overlay.action.skip");
+    EXPECT_FALSE(takesClicks());
+    sendKey(again, Qt::Key_Tab);
+    EXPECT_TRUE(takesClicks());
+}
+
+TEST_F(QtOverlayWindowTest, ADisplayThatChangesKeepsItsWindow) {
+    OverlaySurface& surface = present();
+    EXPECT_EQ(actions(surface), "done- skip postpone");
+    bench.displays().set({{1, {0, 0, 640, 480}}, {2, {640, 0, 160, 120}}}, 2);
+    ASSERT_EQ(bench.overlay().openWindows().size(), 2U);
+    const auto& first = dynamic_cast<QtOverlayWindow&>(*bench.overlay().openWindows().front());
+    EXPECT_EQ(&first.surface(), &surface);
+    EXPECT_EQ(first.role(), Role::secondary);
+    EXPECT_EQ(actions(surface), "") << "a secondary display shows the time alone";
+    EXPECT_TRUE(surface.isVisible());
+}
+
+TEST_F(QtOverlayWindowTest, NothingIsLeftOnceABreakHasFadedOrEndedAtOnce) {
+    const auto surfaces = [] {
+        int count = 0;
+        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+            count += dynamic_cast<const OverlaySurface*>(widget) ? 1 : 0;
+        }
+        return count;
+    };
+    for (const bool reducesMotion : {true, false}) {
+        bench.motion().setReduceMotion(reducesMotion);
+        const OverlaySurface& surface = present();
+        EXPECT_EQ(surfaces(), 1);
+        bench.overlay().close(CloseReason::skipped);
+        EXPECT_EQ(surface.isVisible(), !reducesMotion);
+        bench.run(1);
+        EXPECT_TRUE(runUntil([&surfaces] { return surfaces() == 0; }));
+    }
+}
+
+TEST_F(QtOverlayWindowTest, AWindowThatWasForgottenTakesItselfDown) {
+    static_cast<void>(present());
+    QtOverlayWindow forgotten(bench.overlay(), BreakKind::eye, {7, {0, 0, 400, 300}},
+                              Role::secondary);
+    forgotten.takeKeyboard();
+    EXPECT_TRUE(forgotten.surface().isVisible());
+    bench.overlay().close(CloseReason::skipped);
+    EXPECT_TRUE(runUntil([&forgotten] { return !forgotten.surface().isVisible(); }));
+}
+
+// Ends the break between the first paint and the news of it.
+class EndAtFirstPaint : public QObject {
+  public:
+    explicit EndAtFirstPaint(OverlayManager& manager) : manager_(manager) {
+        qApp->installEventFilter(this);
+    }
+    [[nodiscard]] bool hasEnded() const { return hasEnded_; }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && dynamic_cast<OverlaySurface*>(watched)) {
+            QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    manager_.close(CloseReason::forcedBySleep);
+                    hasEnded_ = true;
+                },
+                Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+  private:
+    OverlayManager& manager_;
+    bool hasEnded_ = false;
+};
+
+TEST_F(QtOverlayWindowTest, AWindowThatIsGoneTellsOfNoPaint) {
+    const EndAtFirstPaint end(bench.overlay());
+    bench.overlay().present(BreakKind::eye, 20, 0);
+    EXPECT_TRUE(runUntil([&end] { return end.hasEnded(); }));
+    EXPECT_TRUE(bench.overlay().openWindows().empty());
+}
+
+TEST_F(QtOverlayWindowTest, ABreakThatWasPaintedIsNotTakenDown) {
+    static_cast<void>(present());
+    bench.run(OverlayManager::kFirstPaintLimitSec + 1);
+    EXPECT_TRUE(bench.overlay().activeSession()->has_value());
+}
+
+}  // namespace ostrel

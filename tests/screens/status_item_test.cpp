@@ -1,0 +1,177 @@
+#include "screens/status_item.h"
+
+#include <QAction>
+
+#include "gui.h"
+#include "support/overlay_bench.h"
+
+namespace ostrel {
+
+using MenuBarFormatter::Output;
+using MenuBarFormatter::Status;
+
+TEST(StatusIcon, ShowsMinutesThenSecondsAndNoTimeWhileNothingRuns) {
+    const struct {
+        Status status;
+        std::int64_t seconds;
+        const char* label;
+    } cases[] = {
+        {Status::running, 1200, "20"}, {Status::running, 1199, "20"}, {Status::running, 61, "2"},
+        {Status::running, 60, "1"},    {Status::running, 59, "59"},   {Status::running, 5, "05"},
+        {Status::running, -3, "00"},   {Status::running, 5940, "99"}, {Status::running, 7200, "2h"},
+        {Status::away, 1200, "20"},    {Status::paused, 1200, ""},    {Status::off, 1200, ""},
+    };
+    for (const auto& [status, seconds, label] : cases) {
+        Output output;
+        output.status = status;
+        EXPECT_EQ(StatusIcon::faceOf(output, seconds).label.toStdString(), label)
+            << nameOf(status) << " " << seconds;
+    }
+}
+
+TEST(StatusIcon, EveryFaceIsAPictureOfItsOwn) {
+    Output running;
+    running.eyeFraction = 0.5;
+    Output paused = running;
+    paused.status = Status::paused;
+    Output off = running;
+    off.status = Status::off;
+    Output penalty = running;
+    penalty.penaltyPending = true;
+    Output body = running;
+    body.nearest = MenuBarFormatter::Channel::body;
+    std::vector<QImage> pictures;
+    for (const Output& output : {running, paused, off, penalty, body}) {
+        const QImage picture = StatusIcon::draw(StatusIcon::faceOf(output, 600), 22).toImage();
+        for (const QImage& other : pictures) {
+            EXPECT_NE(picture, other);
+        }
+        pictures.push_back(picture);
+    }
+    EXPECT_EQ(StatusIcon::draw(StatusIcon::faceOf(running, 599), 22).toImage(), pictures.front())
+        << "the second within a minute cannot be seen";
+}
+
+struct StatusItemTest : ::testing::Test {
+    StatusItemTest() {
+        bench.engine().setIsOverlayPresented(
+            [this] { return bench.overlay().activeSession()->has_value(); });
+    }
+    static std::string lines(const QMenu& menu) {
+        std::string text;
+        for (const QAction* action : menu.actions()) {
+            if (action->isVisible() && !action->isSeparator()) {
+                text += (text.empty() ? "" : "|") + (action->isEnabled() ? "" : std::string("-")) +
+                        action->text().toStdString();
+            }
+        }
+        return text;
+    }
+    static QAction* entry(const QMenu& menu, const char* text) {
+        for (QAction* action : menu.actions()) {
+            if (action->text() == QString::fromUtf8(text)) {
+                return action;
+            }
+            if (action->menu()) {
+                if (QAction* found = entry(*action->menu(), text)) {
+                    return found;
+                }
+            }
+        }
+        return nullptr;
+    }
+
+    OverlayBench bench;
+    int quits = 0;
+    StatusMenu::Services services{bench.engine(), bench.session(), bench.settings(),
+                                  bench.overlay(), [this] { ++quits; }};
+};
+
+TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
+    StatusMenu menu(services);
+    EXPECT_EQ(lines(menu),
+              "-Next eye break in 20:00|-Next body break in 50:00|Start an eye break|"
+              "Start a body break|Pause|Quit Ostrel");
+    bench.engine().tick();
+    EXPECT_TRUE(lines(menu).starts_with("-Next eye break in 20:00")) << "closed, it stays as it is";
+    menu.refresh();
+    EXPECT_TRUE(lines(menu).starts_with("-Next eye break in 19:59"));
+
+    const auto firstLine = [&] {
+        menu.refresh();
+        return menu.actions().front()->text().toStdString();
+    };
+    bench.engine().pause(PauseReason::schedule);
+    EXPECT_EQ(firstLine(), "Paused outside work hours");
+    bench.engine().pause(PauseReason::focus);
+    EXPECT_EQ(firstLine(), "Paused while notifications are silenced");
+    bench.engine().pauseByUser(PauseDuration::indefinite());
+    EXPECT_EQ(firstLine(), "Paused until you resume");
+    EXPECT_EQ(lines(menu),
+              "-Paused until you resume|Start an eye break|Start a body break|"
+              "Resume|Quit Ostrel");
+    bench.engine().endAllPauses();
+    bench.engine().markUserIdle();
+    EXPECT_EQ(firstLine(), "Away: the countdown waits for you");
+    bench.overlay().present(BreakKind::eye, 20, 0);
+    EXPECT_EQ(firstLine(), "A break is on the screen");
+    EXPECT_FALSE(entry(menu, "Start an eye break")->isEnabled());
+    bench.overlay().close(CloseReason::skipped);
+    bench.setUp([](SettingsModel& model) { model.ostrelEnabled = false; });
+    EXPECT_EQ(firstLine(), "Ostrel is off");
+}
+
+TEST_F(StatusItemTest, EveryEntryDoesWhatItSays) {
+    StatusMenu menu(services);
+    const auto& sessionState = bench.session().current();
+    const std::pair<const char*, double> pauses[] = {
+        {"For 30 minutes", 1800}, {"For an hour", 3600}, {"For two hours", 7200}};
+    for (const auto& [text, seconds] : pauses) {
+        entry(menu, text)->trigger();
+        ASSERT_TRUE(sessionState->userPauseUntil) << text;
+        EXPECT_EQ((*sessionState->userPauseUntil - bench.now()).count(), seconds) << text;
+        entry(menu, "Resume")->trigger();
+        EXPECT_FALSE(sessionState->isPaused);
+    }
+    entry(menu, "Until tomorrow morning")->trigger();
+    EXPECT_TRUE(sessionState->userPauseUntil);
+    entry(menu, "Until I resume")->trigger();
+    EXPECT_TRUE(sessionState->isPaused && !sessionState->userPauseUntil);
+    entry(menu, "Resume")->trigger();
+
+    entry(menu, "Start a body break")->trigger();
+    EXPECT_EQ((*bench.overlay().activeSession())->kind, BreakKind::body);
+    entry(menu, "Quit Ostrel")->trigger();
+    EXPECT_EQ(quits, 1);
+}
+
+TEST_F(StatusItemTest, WithoutATrayNothingIsShownAndTheMenuCanBeBroughtUp) {
+    StatusItem item(services);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(item.menu().isVisible());
+    item.popUpMenu();
+    EXPECT_TRUE(item.menu().isVisible());
+    item.menu().close();
+}
+
+TEST_F(StatusItemTest, TheToolTipTellsBothCountdownsAndChangesOnceAMinute) {
+    const StatusItem item(services);
+    EXPECT_EQ(item.toolTip().toStdString(),
+              "Ostrel\nNext eye break in 20:00\nNext body break in 50:00");
+    int changes = 0;
+    for (int second = 0; second < 600; ++second) {
+        const QString before = item.toolTip();
+        bench.engine().tick();
+        changes += item.toolTip() != before;
+    }
+    EXPECT_EQ(changes, 10);
+    EXPECT_EQ(item.toolTip().toStdString(),
+              "Ostrel\nNext eye break in 10:00\nNext body break in 40:00");
+    bench.engine().pause(PauseReason::focus);
+    EXPECT_EQ(item.toolTip().toStdString(),
+              "Ostrel is on\nPaused while notifications are silenced");
+    bench.setUp([](SettingsModel& model) { model.ostrelEnabled = false; });
+    EXPECT_EQ(item.toolTip().toStdString(), "Ostrel is off");
+}
+
+}  // namespace ostrel
