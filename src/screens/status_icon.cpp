@@ -61,7 +61,7 @@ void drawLabel(QPainter& painter, const Face& face, double side) {
     font.setWeight(QFont::Bold);
     font.setPixelSize(std::max(7, static_cast<int>(std::lround(side * 0.47))));
     painter.setFont(font);
-    painter.setPen(face.status == Status::away ? kQuiet : kInk);
+    painter.setPen(face.status == Status::away ? kQuiet : face.isLastMinute ? kWarning : kInk);
     const QFontMetricsF metrics(font);
     const QRectF ink = metrics.tightBoundingRect(face.label);
     painter.drawText(QPointF(side / 2 - ink.center().x(), side / 2 - ink.center().y()), face.label);

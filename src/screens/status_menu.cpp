@@ -23,7 +23,9 @@ QString timeOfDay(WallTime time) {
         static_cast<std::int64_t>(std::llround(secondsSinceReference(time)));
     const QDateTime local =
         QDateTime::fromSecsSinceEpoch(sinceReference + WallClock::kUnixOffsetSec);
-    return QLocale().toString(local.time(), QLocale::ShortFormat);
+    // Some locales have seconds even in the short form.
+    const QString format = QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
+    return QLocale().toString(local.time(), format);
 }
 
 }  // namespace

@@ -19,6 +19,8 @@ class GuiEnvironment : public ::testing::Environment {
     void SetUp() override {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+        qputenv("TZ", "UTC");
+        qputenv("LC_ALL", "C");
         application_ = std::make_unique<QApplication>(argumentCount_, arguments_);
         QApplication::setQuitOnLastWindowClosed(false);
     }

@@ -110,6 +110,8 @@ TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
     EXPECT_EQ(lines(menu),
               "-Paused until you resume|Start an eye break|Start a body break|"
               "Resume|Quit Ostrel");
+    bench.engine().pauseByUser(PauseDuration::forMinutes(30));
+    EXPECT_EQ(firstLine(), "Paused until 10:20");
     bench.engine().endAllPauses();
     bench.engine().markUserIdle();
     EXPECT_EQ(firstLine(), "Away: the countdown waits for you");
