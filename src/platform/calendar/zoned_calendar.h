@@ -31,7 +31,7 @@ class ZonedCalendar : public Calendar {
 
     // A time of day that the other day leaps over becomes the instant that the clock lands on; of
     // one that it shows twice the first is taken. Moving by 0 days changes nothing.
-    [[nodiscard]] std::optional<WallTime> addDays(WallTime time, std::int64_t days) const override;
+    [[nodiscard]] std::optional<WallTime> addDays(WallTime time, std::int64_t count) const override;
     [[nodiscard]] std::int64_t daysBetween(WallTime from, WallTime to) const override;
     [[nodiscard]] std::int64_t utcOffsetSec(WallTime time) const override;
 

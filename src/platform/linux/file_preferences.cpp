@@ -1,12 +1,10 @@
 #include "platform/linux/file_preferences.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
+#include <QByteArray>
+#include <QDir>
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <system_error>
 #include <utility>
 
@@ -197,16 +195,11 @@ void FilePreferences::settle(const std::optional<PersistenceError>& failure) {
 }
 
 fs::path defaultPreferencesFolder() {
-    const char* configured = std::getenv("XDG_CONFIG_HOME");
-    if (configured != nullptr && configured[0] == '/') {
-        return fs::path(configured) / "ostrel";
+    const QByteArray configured = qgetenv("XDG_CONFIG_HOME");
+    if (configured.startsWith('/')) {
+        return fs::path(configured.toStdString()) / "ostrel";
     }
-    const char* home = std::getenv("HOME");
-    if (home == nullptr || home[0] != '/') {
-        const passwd* user = getpwuid(getuid());
-        home = user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
-    }
-    return fs::path(home) / ".config" / "ostrel";
+    return fs::path(QDir::homePath().toStdString()) / ".config" / "ostrel";
 }
 
 }  // namespace ostrel

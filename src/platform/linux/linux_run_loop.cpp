@@ -37,11 +37,15 @@ WallAlarm::UnixTime systemTimeOf(WallTime due, WallTime now) {
     return unixTime(isSystemClock ? due : due + (systemNow - now));
 }
 
+RunLoopTime monotonicNow() {
+    return RunLoopTime{std::chrono::steady_clock::now().time_since_epoch()};
+}
+
 }  // namespace
 
 LinuxRunLoop::LinuxRunLoop(NowFunction wallNow)
     : wallNow_(std::move(wallNow)),
-      turnBegan_(now()),
+      turnBegan_(monotonicNow()),
       alive_(std::make_shared<const int>(0)),
       timer_(std::make_unique<QTimer>()),
       alarm_(std::make_unique<WallAlarm>([this](WallAlarm::Reason reason) {
@@ -56,7 +60,7 @@ LinuxRunLoop::LinuxRunLoop(NowFunction wallNow)
 LinuxRunLoop::~LinuxRunLoop() = default;
 
 RunLoopTime LinuxRunLoop::now() const {
-    return RunLoopTime{std::chrono::steady_clock::now().time_since_epoch()};
+    return monotonicNow();
 }
 
 RunLoopTime LinuxRunLoop::instantOfThisTurn() const {

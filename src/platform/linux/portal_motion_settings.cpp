@@ -17,7 +17,7 @@ constexpr QLatin1String kInterface("org.freedesktop.portal.Settings");
 struct Setting {
     QLatin1String group;
     QLatin1String key;
-    double less;  // the value that asks for little motion; true counts as 1, false as 0
+    double less = 0;  // the value that asks for little motion; true counts as 1, false as 0
 };
 
 constexpr std::array<Setting, 3> kSettings{{

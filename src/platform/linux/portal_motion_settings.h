@@ -25,10 +25,8 @@ class PortalMotionSettings : public QObject, public MotionSettings {
 
     [[nodiscard]] bool reduceMotion() const override;
 
-  private Q_SLOTS:
-    void take(const QString& group, const QString& key, const QDBusVariant& value);
-
   private:
+    Q_SLOT void take(const QString& group, const QString& key, const QDBusVariant& value);
     void askForAll();
     void takeAll(const QDBusPendingCallWatcher& answer);
     void takeValue(const QString& group, const QString& key, QVariant value);

@@ -2,13 +2,14 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <sched.h>
-#include <signal.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QtGlobal>
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <random>
@@ -80,8 +81,9 @@ struct FilePreferencesKillTest : ::testing::Test {
 };
 
 TEST_F(FilePreferencesKillTest, AProcessKilledAtAnyMomentLeavesWholeDocuments) {
-    const char* configured = std::getenv("OSTREL_TEST_KILLS");
-    const int kills = configured != nullptr ? std::atoi(configured) : 300;
+    const int kills = qEnvironmentVariableIsSet("OSTREL_TEST_KILLS")
+                          ? qEnvironmentVariableIntValue("OSTREL_TEST_KILLS")
+                          : 300;
     ASSERT_GT(kills, 0);
     std::mt19937 random(20'260'309);
     std::uniform_int_distribution<int> microseconds(0, 8'000);

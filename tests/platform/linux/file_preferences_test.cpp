@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QByteArray>
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -47,7 +48,7 @@ struct FilePreferencesTest : ::testing::Test {
 };
 
 TEST_F(FilePreferencesTest, EveryKeyIsAFileThatTheUserAloneCanRead) {
-    const std::string bytes("{\"a\":\"\0\xff\"}\n", 12);
+    const std::string bytes("{\"a\":\"\0\xff\"}\n", 11);
     {
         FilePreferences store(folder, loop);
         EXPECT_EQ(store.read(kSettings), std::nullopt);
@@ -144,14 +145,14 @@ TEST_F(FilePreferencesTest, LeftOversOfDeadProcessesGoAndThoseOfLivingOnesStay) 
 
 TEST_F(FilePreferencesTest, TheDefaultFolderFollowsTheEnvironment) {
     const std::string home = temporary.path();
-    setenv("HOME", home.c_str(), 1);
-    setenv("XDG_CONFIG_HOME", "/somewhere", 1);
+    qputenv("HOME", home.c_str());
+    qputenv("XDG_CONFIG_HOME", "/somewhere");
     EXPECT_EQ(defaultPreferencesFolder(), "/somewhere/ostrel");
     for (const char* unusable : {"", "relative"}) {
-        setenv("XDG_CONFIG_HOME", unusable, 1);
+        qputenv("XDG_CONFIG_HOME", unusable);
         EXPECT_EQ(defaultPreferencesFolder(), home + "/.config/ostrel");
     }
-    unsetenv("XDG_CONFIG_HOME");
+    qunsetenv("XDG_CONFIG_HOME");
     EXPECT_EQ(defaultPreferencesFolder(), home + "/.config/ostrel");
 }
 

@@ -48,6 +48,8 @@ class PrivateBus {
             address_ = QString::fromLatin1(daemon_.readLine()).trimmed();
         }
     }
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
     ~PrivateBus() {
         for (const QString& name : {QStringLiteral("client"), QStringLiteral("portal")}) {
             QDBusConnection::disconnectFromBus(name);
@@ -83,6 +85,8 @@ class Portal : public QDBusVirtualObject {
         qDBusRegisterMetaType<Groups>();
         bus_.registerVirtualObject(kPath, this);
     }
+    Portal(const Portal&) = delete;
+    Portal& operator=(const Portal&) = delete;
     ~Portal() override {
         bus_.unregisterService(kPortal);
         bus_.unregisterObject(kPath);
