@@ -1,10 +1,10 @@
 #include "screens/texts.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <set>
 #include <vector>
 
@@ -14,11 +14,12 @@ namespace ostrel {
 
 using Strings = std::vector<std::string>;
 
+// What the pattern's first group caught, each time.
 Strings matches(const std::string& text, const char* pattern) {
-    const std::regex regex(pattern);
     Strings found;
-    for (std::sregex_iterator it(text.begin(), text.end(), regex), end; it != end; ++it) {
-        found.push_back(it->str(it->size() - 1));
+    const QRegularExpression expression(QString::fromUtf8(pattern));
+    for (auto it = expression.globalMatch(QString::fromStdString(text)); it.hasNext();) {
+        found.push_back(it.next().captured(1).toStdString());
     }
     return found;
 }
