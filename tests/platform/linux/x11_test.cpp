@@ -198,13 +198,13 @@ TEST_F(QtDisplaysOnX11, LosingEveryMonitorAndGettingOneBackIsSurvived) {
     const QtDisplays displays;
     xrandr({"--delmonitor", "RIGHT"});
     xrandr({"--delmonitor", "LEFT"});
-    bool placeholderShown = false;
-    const Subscription watch = displays.changed.subscribe([&] {
-        for (const Display& display : displays.current()) {
-            const QScreen* screen = displays.screen(display.displayID);
-            const bool isPlaceholder = screen != nullptr && screen->name().startsWith(u':');
-            placeholderShown |= isPlaceholder && displays.current().size() > 1;
+    // Qt's placeholder lives only for the moment in which the monitor is back.
+    int placeholders = 0;
+    const auto watch = QObject::connect(qGuiApp, &QGuiApplication::screenAdded, [&] {
+        for (const QScreen* screen : QGuiApplication::screens()) {
+            placeholders += screen->name().startsWith(u':') ? 1 : 0;
         }
+        EXPECT_EQ(displays.current().size(), 1U);
     });
     for (int round = 0; round < 3; ++round) {
         xrandr({"--output", "screen", "--off", "--fb", "1280x720"});
@@ -214,7 +214,8 @@ TEST_F(QtDisplaysOnX11, LosingEveryMonitorAndGettingOneBackIsSurvived) {
         ASSERT_TRUE(runUntil(
             [&] { return frames(displays).size() == 1 && frames(displays)[0].width == 3200; }));
     }
-    EXPECT_FALSE(placeholderShown);
+    QObject::disconnect(watch);
+    EXPECT_GT(placeholders, 0);
 }
 
 }  // namespace
