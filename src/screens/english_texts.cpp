@@ -44,6 +44,8 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"menubar.status.away", "Away: the countdown waits for you"},
     {"menubar.status.held", "A break waits until you are free"},
     {"menubar.status.on_screen", "A break is on the screen"},
+    {"notice.not_saved",
+     "Your settings could not be saved. They are kept in memory, and saving is tried again."},
     {"state.paused", "Paused"},
     {"menubar.pause.indefinite_state", "Paused until you resume"},
     {"menubar.pause.focus", "Paused while notifications are silenced"},

@@ -1,11 +1,13 @@
 #include "screens/status_item.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QSystemTrayIcon>
 #include <algorithm>
 
 #include "core/engine/timer_engine.h"
 #include "core/settings/settings_store.h"
+#include "menubar/menu_bar_context.h"
 #include "overlay/overlay_manager.h"
 #include "screens/texts.h"
 
@@ -17,20 +19,6 @@ QString roughCountdown(std::int64_t seconds) {
     const std::int64_t shown =
         seconds > kMinute ? ((seconds - 1) / kMinute + 1) * kMinute : seconds;
     return QString::fromStdString(MenuBarFormatter::countdownText(shown));
-}
-
-MenuBarFormatter::Context contextOf(const StatusMenu::Services& services) {
-    const TimerEngine& engine = services.timerEngine;
-    MenuBarFormatter::Context context;
-    context.state = *engine.state();
-    context.pendingPenalty = context.state.eye.pendingPenaltySec;
-    context.isEnabled = services.settingsStore.settings()->ostrelEnabled;
-    context.isPaused = services.sessionStateStore.isPaused();
-    context.isAway = context.state.eye.isAway || context.state.body.isAway;
-    context.strictMode = services.settingsStore.settings()->strictMode;
-    context.eyeIntervalSec = engine.activeIntervalSec(BreakKind::eye);
-    context.bodyIntervalSec = engine.activeIntervalSec(BreakKind::body);
-    return context;
 }
 
 }  // namespace
@@ -59,6 +47,12 @@ void StatusItem::popUpMenu() {
     menu_.popup(QCursor::pos());
 }
 
+void StatusItem::tell(const QString& text) {
+    if (icon_) {
+        icon_->showMessage(QApplication::applicationDisplayName(), text);
+    }
+}
+
 void StatusItem::appear() {
     icon_ = std::make_unique<QSystemTrayIcon>();
     icon_->setContextMenu(&menu_);
@@ -74,7 +68,8 @@ void StatusItem::appear() {
 }
 
 void StatusItem::refresh() {
-    const MenuBarFormatter::Context context = contextOf(services_);
+    const MenuBarFormatter::Context context =
+        menuBarContext(services_.timerEngine, services_.sessionStateStore, services_.settingsStore);
     const std::int64_t shownSec =
         addSec(MenuBarFormatter::nearestChannel(context.state).remainingSec,
                std::max<std::int64_t>(context.pendingPenalty, 0));

@@ -29,6 +29,9 @@ class StatusItem {
     // Shows the menu where the pointer is.
     void popUpMenu();
 
+    // Shows a short message beside the icon; without an icon nobody sees it.
+    void tell(const QString& text);
+
     [[nodiscard]] const QString& toolTip() const { return toolTip_; }
     [[nodiscard]] StatusMenu& menu() { return menu_; }
 

@@ -20,6 +20,7 @@
 #include "platform/virtual/memory_preferences.h"
 #include "screens/qt_overlay_window_maker.h"
 #include "screens/status_item.h"
+#include "screens/texts.h"
 
 namespace ostrel {
 namespace {
@@ -60,10 +61,12 @@ class RunningApplication {
                       environment.settingsStore(), environment.overlayManager(),
                       [] { QApplication::quit(); }}),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })),
-          failures_(preferences.persistenceWriteFailed.subscribe([](const PersistenceError& error) {
-              std::fprintf(stderr, "ostrel: %s could not be saved: %s\n", error.key.c_str(),
-                           error.description.c_str());
-          })) {}
+          failures_(
+              preferences.persistenceWriteFailed.subscribe([this](const PersistenceError& error) {
+                  std::fprintf(stderr, "ostrel: %s could not be saved: %s\n", error.key.c_str(),
+                               error.description.c_str());
+                  statusItem.tell(Texts::of("notice.not_saved"));
+              })) {}
 
     int run() {
         environment.launch();
