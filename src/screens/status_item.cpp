@@ -47,9 +47,9 @@ void StatusItem::popUpMenu() {
     menu_.popup(QCursor::pos());
 }
 
-void StatusItem::tell(const QString& text) {
+void StatusItem::tellNotSaved() {
     if (icon_) {
-        icon_->showMessage(QApplication::applicationDisplayName(), text);
+        icon_->showMessage(QApplication::applicationDisplayName(), Texts::of("notice.not_saved"));
     }
 }
 

@@ -29,8 +29,8 @@ class StatusItem {
     // Shows the menu where the pointer is.
     void popUpMenu();
 
-    // Shows a short message beside the icon; without an icon nobody sees it.
-    void tell(const QString& text);
+    // Says beside the icon that settings could not be saved; without an icon nobody sees it.
+    void tellNotSaved();
 
     [[nodiscard]] const QString& toolTip() const { return toolTip_; }
     [[nodiscard]] StatusMenu& menu() { return menu_; }

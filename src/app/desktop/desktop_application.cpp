@@ -20,7 +20,6 @@
 #include "platform/virtual/memory_preferences.h"
 #include "screens/qt_overlay_window_maker.h"
 #include "screens/status_item.h"
-#include "screens/texts.h"
 
 namespace ostrel {
 namespace {
@@ -65,7 +64,7 @@ class RunningApplication {
               preferences.persistenceWriteFailed.subscribe([this](const PersistenceError& error) {
                   std::fprintf(stderr, "ostrel: %s could not be saved: %s\n", error.key.c_str(),
                                error.description.c_str());
-                  statusItem.tell(Texts::of("notice.not_saved"));
+                  statusItem.tellNotSaved();
               })) {}
 
     int run() {
