@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "app/environment/app_environment.h"
 
@@ -33,6 +34,13 @@ BreakTrace::BreakTrace(AppEnvironment& environment) {
     subscriptions_.push_back(
         environment.overlayManager().didPaintWindow.subscribe([](std::uint32_t displayID) {
             std::fprintf(stderr, "trace painted %u %.3f\n", displayID, monotonicMs());
+        }));
+    subscriptions_.push_back(environment.overlayManager().didReachZero.subscribe(
+        [](BreakLogEntry::Kind) { std::fprintf(stderr, "trace zero %.3f\n", monotonicMs()); }));
+    subscriptions_.push_back(environment.overlayManager().didClose.subscribe(
+        [](BreakLogEntry::Kind, CloseReason reason) {
+            const std::string name(nameOf(reason));
+            std::fprintf(stderr, "trace closed %s %.3f\n", name.c_str(), monotonicMs());
         }));
 }
 
