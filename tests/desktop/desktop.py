@@ -1,0 +1,165 @@
+"""What the desktop tests share: the application under test, the screen, the keyboard, the buttons.
+
+The tests run on a desktop of their own (scripts/private-desktop) with a display of 1920x1080 and one
+of 1280x1024 to its right. Each test starts the program that OSTREL names, with settings of its own.
+"""
+
+import json
+import os
+import re
+import shutil
+import subprocess
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+HERE = Path(__file__).resolve().parent
+OSTREL = os.environ.get("OSTREL", str(HERE.parents[1] / "build" / "dev" / "ostrel"))
+
+LEFT = (0, 0, 1920, 1080)
+RIGHT = (1920, 0, 1280, 1024)
+
+# Eye breaks only, and the first of them soon.
+SOON = {"activePresetID": "custom", "mergeNearbyBreaks": False, "hasOnboarded": True,
+        "eyeBreakIntervalSec": 2, "eyeBreakDurationSec": 100, "bodyBreakIntervalSec": 36000}
+# The next break of the same kind must not come while the test looks at what the first one left.
+ONE_BREAK = dict(SOON, eyeBreakIntervalSec=4)
+
+
+def wait_for(condition, what, seconds=30):
+    """Waits until condition() answers something true, and answers that."""
+    end = time.monotonic() + seconds
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {seconds} s in vain for {what}")
+        time.sleep(0.05)
+
+
+def output(*command):
+    return subprocess.run(command, capture_output=True, text=True, check=False).stdout
+
+
+def key(*names):
+    subprocess.run(["xdotool", "key", *names], check=True)
+
+
+def pixel(x, y):
+    """Red, green and blue of one pixel of the screen, 0 to 255."""
+    text = output("import", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", "8", "txt:-")
+    return tuple(bytes.fromhex(re.search(r"#([0-9A-F]{6})", text)[1]))
+
+
+def overlay_windows():
+    """The rectangles of the overlay windows on the screen, from the left."""
+    found = []
+    for window in output("xdotool", "search", "--onlyvisible", "--name", "^Ostrel: (eye|body) break").split():
+        lines = dict(line.split("=") for line in output("xdotool", "getwindowgeometry", "--shell", window).split())
+        if lines:
+            found.append(tuple(int(lines[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")))
+    return sorted(found)
+
+
+def plug(name, x, y, width, height):
+    subprocess.run(["xrandr", "--setmonitor", name, f"{width}/300x{height}/200+{x}+{y}", "none"],
+                   check=True, capture_output=True)
+
+
+def unplug(name):
+    subprocess.run(["xrandr", "--delmonitor", name], check=False, capture_output=True)
+
+
+class Terminal:
+    """A program beneath: an xterm that keeps what is typed into it."""
+
+    def __init__(self, test, name, colour, x):
+        self.name = name
+        self._typed = Path(test.folder) / f"{name}.typed"
+        command = f"stty -icanon; exec cat >'{self._typed}'"
+        test.spawn("xterm", "-title", name, "-bg", colour, "-fg", colour, "-bw", "0",
+                   "-geometry", f"80x24+{x}+100", "-e", "sh", "-c", command)
+        self.window = wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--name", f"^{name}$").split(),
+                               f"the terminal {name}")[0]
+        wait_for(self._typed.exists, f"the shell of {name}")
+        wait_for(self._focus, f"the focus on {name}")
+
+    def _focus(self):
+        subprocess.run(["xdotool", "windowactivate", self.window], check=False, capture_output=True)
+        return output("xdotool", "getactivewindow").strip() == self.window
+
+    def fill_display(self):
+        subprocess.run(["wmctrl", "-i", "-r", self.window, "-b", "add,fullscreen"], check=True)
+        wait_for(lambda: "_NET_WM_STATE_FULLSCREEN" in output("xprop", "-id", self.window, "_NET_WM_STATE"),
+                 f"{self.name} in full screen")
+
+    def typed(self):
+        return self._typed.read_text(encoding="utf-8")
+
+
+class DesktopTest(unittest.TestCase):
+    """Starts and ends what a test needs."""
+
+    def setUp(self):
+        self.folder = tempfile.mkdtemp(prefix="ostrel-test-")
+        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
+        self.log = Path(self.folder) / "ostrel.log"
+        self.documents = Path(self.folder) / "config" / "ostrel"
+        self.app = None
+        self.processes = []
+
+    def spawn(self, *command, **options):
+        process = subprocess.Popen(command, **{"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, **options})
+        self.processes.append(process)
+        self.addCleanup(self.end, process)
+        return process
+
+    def end(self, process):
+        if process.poll() is None:
+            process.terminate()
+            try:
+                process.wait(20)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+
+    def environment(self, **more):
+        return {**os.environ, "XDG_CONFIG_HOME": str(Path(self.folder) / "config"), "OSTREL_TRACE": "1", **more}
+
+    def start(self, settings=None, **environment):
+        """Starts Ostrel with these fields in its settings document."""
+        self.documents.mkdir(parents=True, exist_ok=True)
+        (self.documents / "ostrel.settings.v1.json").write_text(json.dumps(settings or SOON), encoding="utf-8")
+        with self.log.open("a", encoding="utf-8") as log:
+            self.app = self.spawn(OSTREL, env=self.environment(**environment), stdout=log, stderr=log)
+        return self.app
+
+    def trace(self, what):
+        """The trace lines of one kind, each without its first two words."""
+        lines = self.log.read_text(encoding="utf-8").splitlines() if self.log.exists() else []
+        return [line.split()[2:] for line in lines if line.startswith(f"trace {what} ")]
+
+    def wait_for_break(self, displays=(LEFT, RIGHT)):
+        self.wait_running(lambda: len(self.trace("painted")) >= len(displays), "the break to be painted")
+        wait_for(lambda: overlay_windows() == sorted(displays), f"one window on each of {displays}")
+
+    def wait_for_close(self, count=1):
+        """Until that many breaks are over and off the screen; answers why the last of them closed."""
+        self.wait_running(lambda: len(self.trace("closed")) >= count, "the break to close")
+        wait_for(lambda: not overlay_windows(), "the windows to be gone")
+        return self.trace("closed")[count - 1][0]
+
+    def wait_running(self, condition, what):
+        def look():
+            if self.app.poll() is not None:
+                raise AssertionError(f"ostrel ended with {self.app.returncode}:\n{self.log.read_text()[-3000:]}")
+            return condition()
+        return wait_for(look, what)
+
+    def document(self, name):
+        return json.loads((self.documents / f"ostrel.{name}.v1.json").read_text(encoding="utf-8"))
+
+    def assert_near(self, colour, wanted, tolerance=4):
+        self.assertTrue(all(abs(a - b) <= tolerance for a, b in zip(colour, wanted)), f"{colour} is not {wanted}")

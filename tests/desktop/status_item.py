@@ -1,0 +1,67 @@
+"""The status item as a panel sees it: its tooltip, and its menu over com.canonical.dbusmenu."""
+
+import time
+from pathlib import Path
+
+import dbus
+
+from desktop import wait_for
+
+WATCHER = "org.kde.StatusNotifierWatcher"
+ITEM = "org.kde.StatusNotifierItem"
+MENU = "com.canonical.dbusmenu"
+HERE = Path(__file__).resolve().parent
+
+
+def start_watcher(test):
+    process = test.spawn("/usr/bin/python3", str(HERE / "status_watcher.py"))
+    wait_for(lambda: dbus.SessionBus().name_has_owner(WATCHER), "the status area")
+    return process
+
+
+class StatusItem:
+    """The first item that is registered."""
+
+    def __init__(self, test):
+        self._bus = dbus.SessionBus()
+        watcher = self._bus.get_object(WATCHER, "/StatusNotifierWatcher", introspect=False)
+        items = test.wait_running(lambda: watcher.Get(WATCHER, "RegisteredStatusNotifierItems",
+                                                      dbus_interface=dbus.PROPERTIES_IFACE), "the status item")
+        self.service, path = str(items[0]).split("/", 1)
+        self._item = self._bus.get_object(self.service, "/" + path, introspect=False)
+
+    def property(self, name):
+        return self._item.Get(ITEM, name, dbus_interface=dbus.PROPERTIES_IFACE)
+
+    def tooltip(self):
+        return str(self.property("ToolTip")[2])
+
+    def _menu(self):
+        return self._bus.get_object(self.service, self.property("Menu"), introspect=False)
+
+    def entries(self):
+        """The visible entries as (label, enabled) by path: ("Pause", "For an hour")."""
+        return {path: entry[1] for path, entry in self._walk().items()}
+
+    def _walk(self):
+        menu, found = self._menu(), {}
+        menu.AboutToShow(0, dbus_interface=MENU)
+        _revision, root = menu.GetLayout(0, -1, dbus.Array([], "s"), dbus_interface=MENU)
+
+        def visit(node, path):
+            for child in node[2]:
+                number, properties = int(child[0]), child[1]
+                if not properties.get("visible", True) or properties.get("type", "") == "separator":
+                    continue
+                here = (*path, str(properties.get("label", "")).replace("_", ""))
+                found[here] = (number, bool(properties.get("enabled", True)))
+                visit(child, here)
+
+        visit(root, ())
+        return found
+
+    def click(self, *path):
+        number, enabled = self._walk()[path]
+        assert enabled, f"{path} is disabled"
+        self._menu().Event(number, "clicked", dbus.Int32(0, variant_level=1), dbus.UInt32(int(time.time()) & 0xFFFFFFFF),
+                           dbus_interface=MENU)
