@@ -42,6 +42,15 @@ using NowFunction = std::function<WallTime()>;
     return WallTime{WallClock::duration{secondsSinceReferenceDate}};
 }
 
+// Rounded to the nanosecond.
+[[nodiscard]] inline RunLoopClock::duration runLoopSec(double seconds) {
+    return std::chrono::round<RunLoopClock::duration>(std::chrono::duration<double>(seconds));
+}
+
+[[nodiscard]] constexpr double inSeconds(RunLoopClock::duration duration) {
+    return static_cast<double>(duration.count()) / RunLoopClock::period::den;
+}
+
 // A whole number of seconds as wall-clock distance.
 [[nodiscard]] constexpr WallClock::duration wallSec(std::int64_t seconds) {
     return WallClock::duration{static_cast<double>(seconds)};

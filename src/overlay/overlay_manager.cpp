@@ -16,11 +16,6 @@ constexpr std::uint32_t kSpaceKey = 49;
 constexpr std::uint32_t kPKey = 35;
 constexpr int kGenericHaptic = 0;
 
-RunLoopClock::duration runLoopSec(double seconds) {
-    return std::chrono::duration_cast<RunLoopClock::duration>(
-        std::chrono::duration<double>(seconds));
-}
-
 CloseReason closeReasonOf(OverlayAction action) {
     switch (action) {
         case OverlayAction::done:
@@ -37,9 +32,10 @@ CloseReason closeReasonOf(OverlayAction action) {
 
 OverlayManager::OverlayManager(Services services, Timing timing)
     : services_(std::move(services)), timing_(timing) {
-    if (timing_.tickInterval <= 0) {
+    if (!(timing_.tickInterval > 0)) {
         fatal("a break that does not count down");
     }
+    tickSec_ = wholeSec(timing_.tickInterval);
     TimerEngine& engine = services_.timerEngine;
     subscriptions_.push_back(engine.shouldOpenEyeBreak.subscribe([this](std::int64_t penaltySec) {
         present(BreakKind::eye, settingsStore().settings()->eyeBreakDurationSec, penaltySec);
@@ -69,58 +65,63 @@ void OverlayManager::present(BreakKind kind, std::int64_t baseDurationSec,
     if (activeSession_->has_value()) {
         return;
     }
+    fadingWindows_.clear();
+    didFireAutoFade_ = false;
+    // All that can close the break again is armed before anybody hears of it. The first window to
+    // paint disarms the watchdog.
+    countdownTimer_ = services_.runLoop.repeat(
+        runLoopSec(timing_.tickInterval), runLoopSec(timing_.tickInterval), [this] { tick(); });
+    firstPaintTimer_ = services_.runLoop.callAfter(runLoopSec(kFirstPaintLimitSec),
+                                                   [this] { close(CloseReason::forcedBySleep); });
+    activeSession_.set(makeSession(kind, baseDurationSec, penaltySec));
+    bannerDismissed_.set(false);
+    SkipPenalties* penalties = services_.records.penaltyEngine;
+    recentSkipCount_.set(penalties ? penalties->recentSkipCount() : 0);
+    if (!activeSession_->has_value()) {
+        return;
+    }
+    syncWindows();
+    didPresent.send();
+    if (services_.records.chimes) {
+        services_.records.chimes->playStart();
+    }
+    services_.haptics.play(kGenericHaptic);
+    if (penaltySec > 0) {
+        penaltyAppliedPublisher.send(penaltySec);
+    }
+}
+
+ActiveOverlaySession OverlayManager::makeSession(BreakKind kind, std::int64_t baseDurationSec,
+                                                 std::int64_t penaltySec) {
     ActiveOverlaySession session;
     session.kind = kind;
     session.baseDurationSec = baseDurationSec;
     session.penaltySec = penaltySec;
     session.startedAt = services_.now();
     session.remainingSec = addSec(baseDurationSec, penaltySec);
-    const OverlayRecords& records = services_.records;
-    if (records.rotation) {
-        session.guideStartIndex = records.rotation->startIndex(kind);
+    GuideRotation* rotation = services_.records.rotation;
+    if (rotation) {
+        session.guideStartIndex = rotation->startIndex(kind);
     }
     if (const auto& messages = settingsStore().settings()->customBreakMessages; !messages.empty()) {
-        const std::int64_t index = records.rotation ? records.rotation->nextMessageIndex() : 0;
+        const std::int64_t index = rotation ? rotation->nextMessageIndex() : 0;
         session.message = messages[static_cast<std::size_t>(index) % messages.size()];
     }
-
-    fadingWindows_.clear();
-    activeSession_.set(session);
-    bannerDismissed_.set(false);
-    didFireAutoFade_ = false;
-    recentSkipCount_.set(records.penaltyEngine ? records.penaltyEngine->recentSkipCount() : 0);
-    // Armed before there are windows: the first one to paint disarms it.
-    firstPaintTimer_ = services_.runLoop.callAfter(runLoopSec(kFirstPaintLimitSec),
-                                                   [this] { close(CloseReason::forcedBySleep); });
-    syncWindows();
-    didPresent.send();
-    if (records.chimes) {
-        records.chimes->playStart();
-    }
-    services_.haptics.play(kGenericHaptic);
-    if (penaltySec > 0) {
-        penaltyAppliedPublisher.send(penaltySec);
-    }
-    countdownTimer_ = services_.runLoop.repeat(
-        runLoopSec(timing_.tickInterval), runLoopSec(timing_.tickInterval), [this] { tick(); });
+    return session;
 }
 
 void OverlayManager::tick() {
     ActiveOverlaySession session = **activeSession_;
-    session.remainingSec = std::max<std::int64_t>(
-        subtractSec(session.remainingSec, wholeSec(timing_.tickInterval)), 0);
+    session.remainingSec = std::max<std::int64_t>(subtractSec(session.remainingSec, tickSec_), 0);
     activeSession_.set(session);
-    if (session.remainingSec == 0 && !std::exchange(didFireAutoFade_, true)) {
+    const bool isStillActive = activeSession_->has_value();
+    if (isStillActive && session.remainingSec == 0 && !std::exchange(didFireAutoFade_, true)) {
         reachZero();
     }
 }
 
 void OverlayManager::reachZero() {
     const BreakKind kind = (*activeSession_)->kind;
-    didReachZero.send(kind);
-    if (services_.records.chimes) {
-        services_.records.chimes->playEnd();
-    }
     autoFadeTimer_ =
         services_.runLoop.callAfter(runLoopSec(timing_.autoFadeDelaySec), [this, kind] {
             const auto& session = *activeSession_;
@@ -128,10 +129,15 @@ void OverlayManager::reachZero() {
                 close(CloseReason::autoFade);
             }
         });
+    didReachZero.send(kind);
+    if (services_.records.chimes) {
+        services_.records.chimes->playEnd();
+    }
 }
 
+// What a record does about the end of a break may well be a reason to close it once more.
 void OverlayManager::close(CloseReason reason) {
-    if (!activeSession_->has_value()) {
+    if (!activeSession_->has_value() || std::exchange(isClosing_, true)) {
         return;
     }
     const ActiveOverlaySession session = **activeSession_;
@@ -143,6 +149,7 @@ void OverlayManager::close(CloseReason reason) {
     }
     applyEffects(session, reason);
     closeWindows();
+    isClosing_ = false;
     activeSession_.set(std::nullopt);
     didClose.send(session.kind, reason);
 }

@@ -108,6 +108,9 @@ class OverlayManager : public OverlayWindowListener {
     Signal<BreakLogEntry::Kind, CloseReason> didClose;
 
   private:
+    [[nodiscard]] ActiveOverlaySession makeSession(BreakLogEntry::Kind kind,
+                                                   std::int64_t baseDurationSec,
+                                                   std::int64_t penaltySec);
     void tick();
     void reachZero();
     void applyEffects(const ActiveOverlaySession& session, CloseReason reason);
@@ -116,16 +119,19 @@ class OverlayManager : public OverlayWindowListener {
              BreakLogEntry::Outcome outcome, std::int64_t penaltySec);
     [[nodiscard]] std::vector<ScreenSnapshot> takeSnapshots();
     void syncWindows();
+    [[nodiscard]] bool hasPainted(std::optional<std::uint32_t> displayID) const;
     void giveKeyboardToPrimary();
     void closeWindows();
 
     Services services_;
     const Timing timing_;
+    std::int64_t tickSec_ = 0;  // what a tick takes off
     Published<std::optional<ActiveOverlaySession>> activeSession_;
     Published<bool> bannerDismissed_;
     Published<std::int64_t> recentSkipCount_;
     Published<std::optional<std::uint32_t>> primaryDisplayID_;
     bool didFireAutoFade_ = false;
+    bool isClosing_ = false;
     std::vector<std::uint32_t> paintedDisplayIDs_;
     std::optional<std::uint32_t> keyboardDisplayID_;
     std::vector<std::unique_ptr<OverlayWindow>> openWindows_;

@@ -1,7 +1,6 @@
 // The windows of OverlayManager: one per display, in step with the displays.
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "core/settings/settings_store.h"
@@ -64,9 +63,7 @@ void OverlayManager::syncWindows() {
 }
 
 void OverlayManager::didPaint(OverlayWindow& window) {
-    if (activeSession_->has_value() &&
-        std::find(paintedDisplayIDs_.begin(), paintedDisplayIDs_.end(), window.displayID()) ==
-            paintedDisplayIDs_.end()) {
+    if (activeSession_->has_value() && !hasPainted(window.displayID())) {
         firstPaintTimer_.cancel();
         paintedDisplayIDs_.push_back(window.displayID());
         didPaintWindow.send(window.displayID());
@@ -74,14 +71,17 @@ void OverlayManager::didPaint(OverlayWindow& window) {
     }
 }
 
+bool OverlayManager::hasPainted(std::optional<std::uint32_t> displayID) const {
+    return displayID && std::find(paintedDisplayIDs_.begin(), paintedDisplayIDs_.end(),
+                                  *displayID) != paintedDisplayIDs_.end();
+}
+
 // Until the primary window has painted the keyboard stays where it is.
 void OverlayManager::giveKeyboardToPrimary() {
     const auto primaryID = *primaryDisplayID_;
-    const bool hasPainted =
-        primaryID && std::find(paintedDisplayIDs_.begin(), paintedDisplayIDs_.end(), *primaryID) !=
-                         paintedDisplayIDs_.end();
     const auto primary = findWindow(openWindows_, primaryID);
-    if (!hasPainted || primary == openWindows_.end() || keyboardDisplayID_ == primaryID) {
+    if (!hasPainted(primaryID) || primary == openWindows_.end() ||
+        keyboardDisplayID_ == primaryID) {
         return;
     }
     if (const auto holder = findWindow(openWindows_, keyboardDisplayID_);
@@ -103,10 +103,8 @@ void OverlayManager::closeWindows() {
     for (const auto& window : fadingWindows_) {
         window->fadeOut(timing_.fadeOutDurationSec);
     }
-    fadeOutTimer_ =
-        services_.runLoop.callAfter(std::chrono::duration_cast<RunLoopClock::duration>(
-                                        std::chrono::duration<double>(timing_.fadeOutDurationSec)),
-                                    [this] { fadingWindows_.clear(); });
+    fadeOutTimer_ = services_.runLoop.callAfter(runLoopSec(timing_.fadeOutDurationSec),
+                                                [this] { fadingWindows_.clear(); });
 }
 
 }  // namespace ostrel

@@ -48,6 +48,7 @@ void StatusItem::popUpMenu() {
 }
 
 void StatusItem::tellNotSaved() {
+    isUnsavedTold_ = static_cast<bool>(icon_);
     if (icon_) {
         icon_->showMessage(QApplication::applicationDisplayName(), Texts::of("notice.not_saved"));
     }
@@ -65,6 +66,9 @@ void StatusItem::appear() {
         }
     });
     icon_->show();
+    if (!isUnsavedTold_) {
+        tellNotSaved();
+    }
 }
 
 void StatusItem::refresh() {

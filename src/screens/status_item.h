@@ -29,7 +29,7 @@ class StatusItem {
     // Shows the menu where the pointer is.
     void popUpMenu();
 
-    // Says beside the icon that settings could not be saved; without an icon nobody sees it.
+    // Says beside the icon that settings could not be saved, as soon as there is an icon.
     void tellNotSaved();
 
     [[nodiscard]] const QString& toolTip() const { return toolTip_; }
@@ -45,6 +45,7 @@ class StatusItem {
     std::unique_ptr<QSystemTrayIcon> icon_;
     std::optional<StatusIcon::Face> face_;
     QString toolTip_;
+    bool isUnsavedTold_ = true;
     TrayWatch trayWatch_;
     std::vector<Subscription> subscriptions_;
 };

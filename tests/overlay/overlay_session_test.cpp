@@ -32,6 +32,43 @@ TEST_F(OverlaySessionTest, StartsWithBaseAndPenaltyAndTellsThePenalty) {
     EXPECT_EQ(bench.take(), (Events{"0 start chime", "0 tap"}));
 }
 
+TEST_F(OverlaySessionTest, EntryCarriesThePenaltyAndTheWholeLength) {
+    bench.overlay().present(BreakKind::eye, 20, 40);
+    bench.overlay().dismissBanner();
+    EXPECT_EQ(*bench.overlay().recentSkipCount(), 2);
+    bench.run(60);
+    bench.take();
+    EXPECT_TRUE(bench.overlay().press(OverlayAction::done));
+    EXPECT_EQ(bench.take(), (Events{"60 log eye completed 60 +40 over 60", "60 eye completed",
+                                    "60 close eye done"}));
+    bench.overlay().present(BreakKind::eye, 20, 40);
+    EXPECT_FALSE(*bench.overlay().bannerDismissed());
+}
+
+TEST_F(OverlaySessionTest, RecordThatClosesTheBreakAgainChangesNothing) {
+    bench.closesAgain = true;
+    bench.overlay().present(BreakKind::eye, 20, 0);
+    bench.take();
+    bench.overlay().close(CloseReason::skipped);
+    EXPECT_EQ(bench.take(), (Events{"0 log eye skipped 20 +0 over 0", "0 skip of eye", "0 tap",
+                                    "0 close eye skipped"}));
+}
+
+TEST_F(OverlaySessionTest, ObserverMayCloseTheBreakAtAnyMoment) {
+    for (const std::int64_t closeAt : {20, 19, 0}) {
+        OverlayBench fresh;
+        const auto closer = fresh.overlay().activeSession().onChange([&](const auto& session) {
+            if (session && session->remainingSec == closeAt) {
+                fresh.overlay().close(CloseReason::forcedByPause);
+            }
+        });
+        fresh.overlay().present(BreakKind::eye, 20, 0);
+        fresh.run(30);
+        EXPECT_EQ(fresh.take().back(), std::to_string(20 - closeAt) + " close eye forcedByPause");
+        EXPECT_FALSE(*fresh.overlay().activeSession());
+    }
+}
+
 TEST_F(OverlaySessionTest, SecondBreakIsIgnoredWhileOneIsOnScreen) {
     bench.overlay().present(BreakKind::eye, 20, 0);
     bench.overlay().present(BreakKind::body, 300, 0);
@@ -47,8 +84,8 @@ TEST_F(OverlaySessionTest, FadesOutByItselfAShortWhileAfterZero) {
     bench.run(1.4);
     EXPECT_TRUE(*bench.overlay().activeSession());
     bench.run(0.1);
-    EXPECT_EQ(bench.take(), (Events{"21.5 log eye autoFadeOut 20 +0", "21.5 eye completed",
-                                    "21.5 close eye autoFade"}));
+    EXPECT_EQ(bench.take(), (Events{"21.5 log eye autoFadeOut 20 +0 over 21.5",
+                                    "21.5 eye completed", "21.5 close eye autoFade"}));
     EXPECT_FALSE(*bench.overlay().activeSession());
 }
 
@@ -70,24 +107,25 @@ TEST_F(OverlaySessionTest, EachReasonHasItsEffects) {
     } const cases[] = {
         {BreakKind::eye,
          CloseReason::skipped,
-         {"10 log eye skipped 10 +0", "10 skip of eye", "10 tap", "10 close eye skipped"}},
+         {"10 log eye skipped 10 +0 over 10", "10 skip of eye", "10 tap", "10 close eye skipped"}},
         {BreakKind::body,
          CloseReason::skipped,
-         {"10 log body skipped 10 +0", "10 skip of body", "10 tap", "10 close body skipped"}},
+         {"10 log body skipped 10 +0 over 10", "10 skip of body", "10 tap",
+          "10 close body skipped"}},
         {BreakKind::eye,
          CloseReason::done,
-         {"10 log eye completed 10 +0", "10 eye completed", "10 close eye done"}},
+         {"10 log eye completed 10 +0 over 10", "10 eye completed", "10 close eye done"}},
         {BreakKind::body,
          CloseReason::done,
-         {"10 log body completed 10 +0", "10 body completed", "10 close body done"}},
+         {"10 log body completed 10 +0 over 10", "10 body completed", "10 close body done"}},
         {BreakKind::eye,
          CloseReason::postponed,
-         {"10 log eye postponed 10 +0", "10 close eye postponed"}},
+         {"10 log eye postponed 10 +0 over 10", "10 close eye postponed"}},
         {BreakKind::eye, CloseReason::forcedBySleep, {"10 close eye forcedBySleep"}},
         {BreakKind::body, CloseReason::forcedByPause, {"10 close body forcedByPause"}},
         {BreakKind::eye,
          CloseReason::skippedGently,
-         {"10 log eye skipped 10 +0", "10 skip counted", "10 close eye skippedGently"}},
+         {"10 log eye skipped 10 +0 over 10", "10 skip counted", "10 close eye skippedGently"}},
     };
     for (const auto& [kind, reason, events] : cases) {
         OverlayBench fresh;
@@ -105,10 +143,10 @@ TEST_F(OverlaySessionTest, EachReasonHasItsEffects) {
 TEST_F(OverlaySessionTest, CompletedBodyBreakCreditsTheEyeBreakFoldedIntoIt) {
     bench.foldEyeIntoBody();
     presentAndRun(BreakKind::body, 5, 6.5);
-    EXPECT_EQ(bench.take(),
-              (Events{"0 start chime", "0 tap", "5 end chime", "6.5 log body autoFadeOut 5 +0",
-                      "6.5 body completed", "6.5 eye completed", "6.5 log eye completed 5 +0",
-                      "6.5 close body autoFade"}));
+    EXPECT_EQ(bench.take(), (Events{"0 start chime", "0 tap", "5 end chime",
+                                    "6.5 log body autoFadeOut 5 +0 over 6.5", "6.5 body completed",
+                                    "6.5 eye completed", "6.5 log eye completed 5 +0 over 6.5",
+                                    "6.5 close body autoFade"}));
     EXPECT_FALSE(bench.engine().eyeMergedIntoBody());
 }
 

@@ -49,9 +49,9 @@ TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
         }
         std::ifstream stream(file.path());
         const std::string source{std::istreambuf_iterator<char>(stream), {}};
-        for (const auto& key :
-             matches(source,
-                     "\"((?:overlay|action|key|menubar|state)\\.[a-z_0-9.]+(?: %(?:lld|@))*)\"")) {
+        for (const auto& key : matches(source,
+                                       "\"((?:overlay|action|key|menubar|notice|state)\\.[a-z_0-9.]"
+                                       "+(?: %(?:lld|@))*)\"")) {
             used.insert(key);
         }
     }

@@ -57,6 +57,7 @@ class OverlayBench : BreakLogging,
     std::int64_t postponesLeft = 1;
     std::int64_t rotationIndex = 0;
     int rotationAdvances = 0;
+    bool closesAgain = false;  // the log closes the break that it is told of
 
     OverlayManager& overlay() { return overlay_; }
     TimerEngine& engine() { return engine_; }
@@ -91,15 +92,22 @@ class OverlayBench : BreakLogging,
     void note(const std::string& what) {
         const double second =
             static_cast<double>(platform_.runLoop.now().time_since_epoch().count()) / 1e9;
+        events_.push_back(inShort(second) + " " + what);
+    }
+    static std::string inShort(double seconds) {
         char text[32];
-        std::snprintf(text, sizeof text, "%g ", second);
-        events_.push_back(text + what);
+        std::snprintf(text, sizeof text, "%g", seconds);
+        return text;
     }
 
     void append(const BreakLogEntry& entry) override {
         note("log " + std::string(nameOf(entry.kind)) + " " + std::string(nameOf(entry.outcome)) +
              " " + std::to_string(entry.durationSec) + " +" +
-             std::to_string(entry.penaltyAppliedSec));
+             std::to_string(entry.penaltyAppliedSec) + " over " +
+             inShort((entry.endedAt - entry.startedAt).count()));
+        if (closesAgain) {
+            overlay_.close(CloseReason::done);
+        }
     }
     void recordEyeCompleted() override { note("eye completed"); }
     void recordBodyCompleted() override { note("body completed"); }

@@ -55,17 +55,20 @@ class RunningApplication {
   public:
     RunningApplication(LinuxPlatform& platform, PreferencesStore& preferences)
         : environment(platform.over(preferences)),
+          failures_(preferences.persistenceWriteFailed.subscribe(
+              [this](const PersistenceError& error) { tellFailure(error); })),
           trace_(environment),
           statusItem({environment.timerEngine(), environment.sessionStateStore(),
                       environment.settingsStore(), environment.overlayManager(),
                       [] { QApplication::quit(); }}),
-          termination_(signals_.received.subscribe([] { QApplication::quit(); })),
-          failures_(
-              preferences.persistenceWriteFailed.subscribe([this](const PersistenceError& error) {
-                  std::fprintf(stderr, "ostrel: %s could not be saved: %s\n", error.key.c_str(),
-                               error.description.c_str());
-                  statusItem.tellNotSaved();
-              })) {}
+          termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
+        teller_ = &statusItem;
+        if (hasFailed_) {
+            statusItem.tellNotSaved();
+        }
+    }
+    RunningApplication(const RunningApplication&) = delete;
+    RunningApplication& operator=(const RunningApplication&) = delete;
 
     int run() {
         environment.launch();
@@ -77,6 +80,19 @@ class RunningApplication {
     AppEnvironment environment;
 
   private:
+    // The very first record may fail, before there is a status item to tell it.
+    void tellFailure(const PersistenceError& error) {
+        std::fprintf(stderr, "ostrel: %s could not be saved: %s\n", error.key.c_str(),
+                     error.description.c_str());
+        hasFailed_ = true;
+        if (teller_) {
+            teller_->tellNotSaved();
+        }
+    }
+
+    bool hasFailed_ = false;
+    StatusItem* teller_ = nullptr;
+    Subscription failures_;
     BreakTrace trace_;
 
   public:
@@ -85,7 +101,6 @@ class RunningApplication {
   private:
     TerminationSignals signals_;
     Subscription termination_;
-    Subscription failures_;
 };
 
 int runDemo(LinuxPlatform& platform, const DesktopOptions& options) {

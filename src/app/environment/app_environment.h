@@ -8,7 +8,6 @@
 #include "core/engine/timer_engine.h"
 #include "core/settings/session_state_store.h"
 #include "core/settings/settings_store.h"
-#include "menubar/menu_bar_formatter.h"
 #include "overlay/overlay_manager.h"
 
 namespace ostrel {

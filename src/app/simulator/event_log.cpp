@@ -86,7 +86,13 @@ std::vector<Subscription> EventLog::watchPlatform() {
 
 std::vector<Subscription> EventLog::watch(AppEnvironment& environment) {
     std::vector<Subscription> watching;
-    OverlayManager& overlay = environment.overlayManager();
+    watchOverlay(environment.overlayManager(), watching);
+    watchEngine(environment.timerEngine(), watching);
+    watchPauses(environment.sessionStateStore(), watching);
+    return watching;
+}
+
+void EventLog::watchOverlay(OverlayManager& overlay, std::vector<Subscription>& watching) {
     watching.push_back(overlay.didPresent.subscribe([this, &overlay] {
         const ActiveOverlaySession& session = **overlay.activeSession();
         print("overlay.opened", {{"kind", nameOf(session.kind)},
@@ -110,14 +116,18 @@ std::vector<Subscription> EventLog::watch(AppEnvironment& environment) {
     watching.push_back(overlay.penaltyAppliedPublisher.subscribe([this](std::int64_t penaltySec) {
         print("penalty.applied", {{"penaltySec", penaltySec}});
     }));
-    TimerEngine& engine = environment.timerEngine();
+}
+
+void EventLog::watchEngine(TimerEngine& engine, std::vector<Subscription>& watching) {
     watching.push_back(engine.holdBegan.subscribe([this](BreakKind kind) {
         print("hold.began", {{"kind", nameOf(kind)}});
     }));
     watching.push_back(engine.holdEnded.subscribe([this](BreakKind kind, HoldEnd how) {
         print("hold.ended", {{"kind", nameOf(kind)}, {"how", nameOf(how)}});
     }));
-    const auto& session = environment.sessionStateStore().current();
+}
+
+void EventLog::watchPauses(const SessionStateStore& session, std::vector<Subscription>& watching) {
     auto shown = std::make_shared<Json>(pauseFields(SessionStateModel{}));
     const auto printPause = [this, shown](const SessionStateModel& state) {
         Json fields = pauseFields(state);
@@ -126,12 +136,11 @@ std::vector<Subscription> EventLog::watch(AppEnvironment& environment) {
             print("pause.changed", std::move(fields));
         }
     };
-    printPause(*session);
-    watching.push_back(session.onChange(printPause));
-    return watching;
+    printPause(*session.current());
+    watching.push_back(session.current().onChange(printPause));
 }
 
-Json EventLog::windows(const OverlayManager& overlay) const {
+Json EventLog::windows(const OverlayManager& overlay) {
     Json list = Json::array();
     for (const auto& window : overlay.openWindows()) {
         list.push_back({{"displayID", window->displayID()}, {"role", nameOf(window->role())}});

@@ -22,7 +22,6 @@ class EventLog {
     EventLog(VirtualPlatform& platform, SecondsNow secondsNow, Print print);
 
     [[nodiscard]] std::vector<Subscription> watchPlatform();
-    // The subscriptions must die before the environment.
     [[nodiscard]] std::vector<Subscription> watch(AppEnvironment& environment);
 
     void print(std::string_view event, Json fields = Json::object());
@@ -30,7 +29,10 @@ class EventLog {
     void printEnd();
 
   private:
-    [[nodiscard]] Json windows(const OverlayManager& overlay) const;
+    void watchOverlay(OverlayManager& overlay, std::vector<Subscription>& watching);
+    void watchEngine(TimerEngine& engine, std::vector<Subscription>& watching);
+    void watchPauses(const SessionStateStore& session, std::vector<Subscription>& watching);
+    [[nodiscard]] static Json windows(const OverlayManager& overlay);
 
     VirtualPlatform& platform_;
     SecondsNow secondsNow_;

@@ -12,6 +12,9 @@ namespace ostrel {
 namespace {
 
 constexpr double kLongestSec = 1e9;  // a good thirty years
+// So that no run leaves the years of the calendar.
+constexpr int kFirstYear = 1900;
+constexpr int kLastYear = 9000;
 
 std::string inQuotes(std::string_view text) {
     return '"' + std::string(text) + '"';
@@ -35,47 +38,54 @@ std::string timeZone(ScenarioReader& in, const Json& json) {
 
 LocalTime localTime(ScenarioReader& in, const Json& json) {
     const auto text = in.read<std::string>(json, "a local date and time");
-    const auto time = parseLocalTime(text);
+    auto time = parseLocalTime(text);
+    if (time && (time->day.year < kFirstYear || time->day.year > kLastYear)) {
+        time.reset();
+    }
     if (in.ok() && !time) {
         in.fail("not a local date and time such as \"2026-03-09T09:00:00\": " + inQuotes(text));
     }
     return time.value_or(LocalTime{});
 }
 
+struct DisplayEntry {
+    std::uint32_t displayID = 0;
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+    std::optional<bool> main;
+
+    static constexpr auto fields() {
+        using D = DisplayEntry;
+        return std::tuple{Field{"displayID", &D::displayID},
+                          Field{"x", &D::x},
+                          Field{"y", &D::y},
+                          Field{"width", &D::width},
+                          Field{"height", &D::height},
+                          Field{"main", &D::main}};
+    }
+};
+
 ScenarioDisplays displays(ScenarioReader& in, const Json& json) {
     ScenarioDisplays result;
     std::set<std::uint32_t> seen;
-    if (!json.is_array()) {
-        in.fail("must be a list of displays");
-        return result;
-    }
-    for (const Json& entry : json) {
-        Displays::Display display;
-        bool isMain = false;
-        in.eachKey(entry, "a display", [&](const std::string& key, const Json& value) {
-            if (key == "displayID") {
-                display.displayID = in.read<std::uint32_t>(value, "a display number");
-            } else if (key == "x") {
-                display.frame.x = in.read<double>(value, "a number");
-            } else if (key == "y") {
-                display.frame.y = in.read<double>(value, "a number");
-            } else if (key == "width") {
-                display.frame.width = in.read<double>(value, "a number");
-            } else if (key == "height") {
-                display.frame.height = in.read<double>(value, "a number");
-            } else if (key == "main") {
-                isMain = in.read<bool>(value, "true or false");
-            } else {
-                in.fail("unknown key " + inQuotes(key));
-            }
-        });
-        if (!seen.insert(display.displayID).second) {
+    const auto entries = in.read<std::vector<DisplayEntry>>(
+        json, "a list of displays, each with displayID, x, y, width and height");
+    for (const DisplayEntry& entry : entries) {
+        if (!seen.insert(entry.displayID).second) {
             in.fail("two displays have the same displayID");
         }
-        if (isMain) {
-            result.mainID = display.displayID;
+        if (entry.width <= 0 || entry.height <= 0) {
+            in.fail("a display has no size");
         }
-        result.displays.push_back(display);
+        if (entry.main.value_or(false)) {
+            if (result.mainID) {
+                in.fail("two displays are the main one");
+            }
+            result.mainID = entry.displayID;
+        }
+        result.displays.push_back({entry.displayID, {entry.x, entry.y, entry.width, entry.height}});
     }
     return result;
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/settings/json_codec.h"
+#include "core/settings/json_record.h"
 
 namespace ostrel {
 

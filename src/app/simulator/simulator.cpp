@@ -1,34 +1,17 @@
 #include "app/simulator/simulator.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
+#include <variant>
 
 namespace ostrel {
-namespace {
-
-using namespace std::chrono_literals;
-
-constexpr double kNanosecondsPerSec = 1e9;
-
-RunLoopClock::duration runLoopSec(double seconds) {
-    return std::chrono::round<RunLoopClock::duration>(std::chrono::duration<double>(seconds));
-}
-
-}  // namespace
 
 Simulator::Simulator(const Scenario& scenario, MakeUuid makeUuid, EventLog::Print print)
     : scenario_(scenario),
       makeUuid_(std::move(makeUuid)),
       platform_(scenario.timeZone, wallTimeOf(scenario.start, scenario.timeZone)),
       events_(
-          platform_,
-          [this] {
-              return static_cast<double>(platform_.runLoop.now().time_since_epoch().count()) /
-                         kNanosecondsPerSec +
-                     notRunningSec_;
-          },
-          std::move(print)) {
+          platform_, [this] { return inSeconds(sinceStart()); }, std::move(print)) {
     for (const auto& [key, bytes] : scenario_.preferences) {
         platform_.preferences.write(key, bytes);
     }
@@ -39,8 +22,12 @@ Simulator::Simulator(const Scenario& scenario, MakeUuid makeUuid, EventLog::Prin
 
 Simulator::~Simulator() = default;
 
+RunLoopClock::duration Simulator::sinceStart() const {
+    return platform_.runLoop.now().time_since_epoch() + notRunning_;
+}
+
 RunLoopTime Simulator::runLoopTimeAt(double at) const {
-    return RunLoopTime{} + runLoopSec(at - notRunningSec_);
+    return RunLoopTime{runLoopSec(at) - notRunning_};
 }
 
 void Simulator::run() {
@@ -50,7 +37,7 @@ void Simulator::run() {
             break;
         }
         platform_.runLoop.runUpTo(runLoopTimeAt(step.at));
-        perform(step.action);
+        std::visit([this](const auto& action) { perform(action); }, step.action);
     }
     platform_.runLoop.runUntil(runLoopTimeAt(scenario_.durationSec));
     events_.printEnd();
@@ -72,90 +59,86 @@ void Simulator::quit() {
     environment_.reset();
 }
 
-// Time goes by while nothing runs.
+// Time goes by while nothing runs, but not past the end.
 void Simulator::pass(double seconds) {
-    platform_.runLoop.shiftWallClock(WallClock::duration{seconds});
-    notRunningSec_ += seconds;
+    const auto length =
+        std::min(runLoopSec(seconds), runLoopSec(scenario_.durationSec) - sinceStart());
+    platform_.runLoop.shiftWallClock(length);
+    notRunning_ += length;
 }
 
-double Simulator::untilEnd(double seconds) const {
-    const double now = static_cast<double>(platform_.runLoop.now().time_since_epoch().count()) /
-                           kNanosecondsPerSec +
-                       notRunningSec_;
-    return std::min(seconds, scenario_.durationSec - now);
+void Simulator::perform(const step::SetDisplays& set) {
+    platform_.displays.set(set.displays.displays, set.displays.mainID);
 }
 
-void Simulator::perform(const StepAction& action) {
-    struct Performer {
-        Simulator& self;
+void Simulator::perform(const step::Sleep& sleep) {
+    platform_.systemEvents.willSleep.send();
+    pass(sleep.seconds);
+    platform_.systemEvents.didWake.send();
+    platform_.runLoop.runOverdueWallTimers();
+}
 
-        void operator()(const step::SetDisplays& set) const {
-            self.platform_.displays.set(set.displays.displays, set.displays.mainID);
-        }
-        void operator()(const step::Sleep& sleep) const {
-            self.platform_.systemEvents.willSleep.send();
-            self.pass(self.untilEnd(sleep.seconds));
-            self.platform_.systemEvents.didWake.send();
-            self.platform_.runLoop.runOverdueWallTimers();
-        }
-        void operator()(const step::ShiftClock& shift) const {
-            self.platform_.runLoop.shiftWallClock(WallClock::duration{shift.seconds});
-            self.platform_.systemEvents.clockChanged.send();
-        }
-        void operator()(const step::SetTimeZone& zone) const {
-            self.platform_.timeZone = zone.name;
-            self.platform_.systemEvents.clockChanged.send();
-        }
-        void operator()(const step::ChangeSettings& change) const {
-            self.environment_->settingsStore().update([&change](SettingsModel& settings) {
-                forEachField<SettingsModel>(
-                    [&]<class Value>(const Field<SettingsModel, Value>& field) {
-                        if (const auto found = change.fields.find(field.key);
-                            found != change.fields.end()) {
-                            settings.*field.member = *JsonCodec<Value>::decode(*found);
-                        }
-                    });
-            });
-        }
-        void operator()(const step::ApplyPreset& apply) const {
-            self.environment_->timerEngine().applyPreset(*PresetCatalog::find(apply.id));
-        }
-        void operator()(const step::Pause& pause) const {
-            self.environment_->timerEngine().pauseByUser(pause.duration);
-        }
-        void operator()(const step::Resume&) const {
-            self.environment_->timerEngine().endPause(PauseReason::user);
-        }
-        void operator()(const step::StartNow& start) const {
-            self.environment_->timerEngine().startNow(start.kind);
-        }
-        void operator()(const step::PressKey& press) const {
-            const KeyOutcome outcome = self.environment_->overlayManager().handleKey(press.keyCode);
-            self.events_.print("overlay.key",
-                               {{"keyCode", press.keyCode}, {"outcome", nameOf(outcome)}});
-        }
-        void operator()(const step::PressOverlay& press) const {
-            if (!self.environment_->overlayManager().press(press.action)) {
-                self.events_.print("press.refused",
-                                   {{"on", "overlay"}, {"action", nameOf(press.action)}});
+void Simulator::perform(const step::ShiftClock& shift) {
+    platform_.runLoop.shiftWallClock(WallClock::duration{shift.seconds});
+    platform_.systemEvents.clockChanged.send();
+}
+
+void Simulator::perform(const step::SetTimeZone& zone) {
+    platform_.timeZone = zone.name;
+    platform_.systemEvents.clockChanged.send();
+}
+
+void Simulator::perform(const step::ChangeSettings& change) {
+    environment_->settingsStore().update([&change](SettingsModel& settings) {
+        forEachField<SettingsModel>([&]<class Value>(const Field<SettingsModel, Value>& field) {
+            const auto found = change.fields.find(field.key);
+            if (found != change.fields.end()) {
+                settings.*field.member = *JsonCodec<Value>::decode(*found);
             }
-        }
-        void operator()(const step::Relaunch& relaunch) const {
-            self.quit();
-            self.pass(self.untilEnd(relaunch.afterSec));
-            self.launch();
-        }
-        void operator()(const step::FailEncoding& failing) const {
-            self.platform_.preferences.setEncoding(failing.fails
-                                                       ? MemoryPreferences::Encoding::fails
-                                                       : MemoryPreferences::Encoding::works);
-        }
-        void operator()(const step::Snapshot& snapshot) const {
-            self.events_.printSnapshot(*self.environment_,
-                                       snapshot.label ? Json(*snapshot.label) : Json());
-        }
-    };
-    std::visit(Performer{*this}, action);
+        });
+    });
+}
+
+void Simulator::perform(const step::ApplyPreset& apply) {
+    environment_->timerEngine().applyPreset(*PresetCatalog::find(apply.id));
+}
+
+void Simulator::perform(const step::Pause& pause) {
+    environment_->timerEngine().pauseByUser(pause.duration);
+}
+
+void Simulator::perform(const step::Resume& /*resume*/) {
+    environment_->timerEngine().endPause(PauseReason::user);
+}
+
+void Simulator::perform(const step::StartNow& start) {
+    environment_->timerEngine().startNow(start.kind);
+}
+
+void Simulator::perform(const step::PressKey& press) {
+    const KeyOutcome outcome = environment_->overlayManager().handleKey(press.keyCode);
+    events_.print("overlay.key", {{"keyCode", press.keyCode}, {"outcome", nameOf(outcome)}});
+}
+
+void Simulator::perform(const step::PressOverlay& press) {
+    if (!environment_->overlayManager().press(press.action)) {
+        events_.print("press.refused", {{"on", "overlay"}, {"action", nameOf(press.action)}});
+    }
+}
+
+void Simulator::perform(const step::Relaunch& relaunch) {
+    quit();
+    pass(relaunch.afterSec);
+    launch();
+}
+
+void Simulator::perform(const step::FailEncoding& failing) {
+    platform_.preferences.setEncoding(failing.fails ? MemoryPreferences::Encoding::fails
+                                                    : MemoryPreferences::Encoding::works);
+}
+
+void Simulator::perform(const step::Snapshot& snapshot) {
+    events_.printSnapshot(*environment_, snapshot.label ? Json(*snapshot.label) : Json());
 }
 
 }  // namespace ostrel

@@ -29,15 +29,29 @@ class Simulator {
   private:
     void launch();
     void quit();
-    void perform(const StepAction& action);
     void pass(double seconds);
+    [[nodiscard]] RunLoopClock::duration sinceStart() const;
     [[nodiscard]] RunLoopTime runLoopTimeAt(double at) const;
-    [[nodiscard]] double untilEnd(double seconds) const;
+
+    void perform(const step::SetDisplays& set);
+    void perform(const step::Sleep& sleep);
+    void perform(const step::ShiftClock& shift);
+    void perform(const step::SetTimeZone& zone);
+    void perform(const step::ChangeSettings& change);
+    void perform(const step::ApplyPreset& apply);
+    void perform(const step::Pause& pause);
+    void perform(const step::Resume& resume);
+    void perform(const step::StartNow& start);
+    void perform(const step::PressKey& press);
+    void perform(const step::PressOverlay& press);
+    void perform(const step::Relaunch& relaunch);
+    void perform(const step::FailEncoding& failing);
+    void perform(const step::Snapshot& snapshot);
 
     const Scenario& scenario_;
     MakeUuid makeUuid_;
     VirtualPlatform platform_;
-    double notRunningSec_ = 0;  // asleep or between two launches
+    RunLoopClock::duration notRunning_{0};  // asleep or between two launches
     EventLog events_;
     std::unique_ptr<AppEnvironment> environment_;
     std::vector<Subscription> platformEvents_;

@@ -29,9 +29,7 @@ TimerEngine::TimerEngine(Services services, Ticking ticking)
     }
 }
 
-TimerEngine::~TimerEngine() {
-    *alive_ = false;
-}
+TimerEngine::~TimerEngine() = default;
 
 std::int64_t TimerEngine::activeIntervalSec(BreakKind kind) const {
     return kind == BreakKind::eye ? activeEyeIntervalSec_ : activeBodyIntervalSec_;
@@ -94,11 +92,9 @@ void TimerEngine::tick() {
 }
 
 void TimerEngine::countDown(BreakKind kind) {
-    TimerState next = *state_;
-    std::int64_t& remainingSec =
-        kind == BreakKind::eye ? next.eye.remainingSec : next.body.remainingSec;
-    remainingSec = subtractSec(remainingSec, 1);
-    state_.set(next);
+    if (timer(kind).remainingSec > 0) {
+        setRemaining(kind, timer(kind).remainingSec - 1);
+    }
 }
 
 void TimerEngine::setRemaining(BreakKind kind, std::int64_t remainingSec) {
@@ -170,7 +166,7 @@ bool TimerEngine::eyeWillMerge() const {
         return false;
     }
     const std::int64_t gapSec = subtractSec(body.remainingSec, state_->eye.remainingSec);
-    return gapSec >= 0 && gapSec <= addSec(settings.eyeBreakDurationSec, kMergeSlackSec);
+    return gapSec >= 0 && subtractSec(gapSec, kMergeSlackSec) <= settings.eyeBreakDurationSec;
 }
 
 void TimerEngine::foldEyeIntoBody(std::int64_t secondsUntilBody) {
@@ -180,7 +176,7 @@ void TimerEngine::foldEyeIntoBody(std::int64_t secondsUntilBody) {
     }
     const EngineToasts* toasts = services_.collaborators.toastDispatcher;
     if (toasts && !toasts->isToastOnScreen() && !isOverlayPresented()) {
-        const std::int64_t minutes = addSec(secondsUntilBody, 59) / 60;
+        const std::int64_t minutes = secondsUntilBody / 60 + (secondsUntilBody % 60 > 0 ? 1 : 0);
         showToast(EngineToasts::Message::merged, std::max<std::int64_t>(minutes, 1));
     }
 }

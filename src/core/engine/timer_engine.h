@@ -1,11 +1,9 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string_view>
 
 #include "base/clock.h"
 #include "base/published.h"
@@ -13,6 +11,7 @@
 #include "base/uuid.h"
 #include "core/engine/break_timer.h"
 #include "core/engine/engine_ports.h"
+#include "core/engine/hold_end.h"
 #include "core/engine/pause_duration.h"
 #include "core/settings/preset_catalog.h"
 #include "core/settings/session_state_store.h"
@@ -22,12 +21,6 @@
 namespace ostrel {
 
 class SettingsStore;
-
-// How a hold on a due break came to its end.
-enum class HoldEnd { opened, dropped, cancelled, folded };
-constexpr std::array<std::string_view, 4> enumNames(HoldEnd) {
-    return {"opened", "dropped", "cancelled", "folded"};
-}
 
 // The break scheduler: counts both cadences down once a second, folds an eye break into a body
 // break that is about to come, holds a due break back while a meeting or a video runs, and asks for
@@ -169,6 +162,7 @@ class TimerEngine {
     void armPauseForgotten();
     void schedulePauseForgotten();
     void withdrawPauseForgotten();
+    void forgetPauseForgotten();
     void armUserPauseEnd();
     void stopSchedule();
 
@@ -194,7 +188,7 @@ class TimerEngine {
     std::int64_t ticksSinceLastPoolHousekeeping_ = 0;
     bool wasEnabled_ = true;
 
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    std::shared_ptr<const int> alive_ = std::make_shared<const int>(0);
     Timer tickTimer_;
     Timer holdCheckTimer_;
     Timer userPauseTimer_;

@@ -60,7 +60,7 @@ bool TimerEngine::hasHoldRunOut() const {
 // A completion that the watcher still holds when the hold has ended by other means, or when the
 // engine is gone, finds another generation and does nothing.
 void TimerEngine::scheduleHoldCheck() {
-    auto check = [this, alive = std::weak_ptr<bool>(alive_), generation = deferralGeneration_] {
+    auto check = [this, alive = std::weak_ptr(alive_), generation = deferralGeneration_] {
         if (!alive.expired() && generation == deferralGeneration_ && isDeferring()) {
             checkHold();
         }

@@ -29,7 +29,11 @@ void TimerEngine::pause(PauseReason reason, std::optional<WallTime> until) {
 // Also when the schedule is switched off: nothing that was due or announced stays behind.
 void TimerEngine::stopSchedule() {
     clearCycleFlags();
+    const bool heldBodyBreak = heldKind_ == BreakKind::body;
     cancelHold();
+    if (heldBodyBreak) {
+        undoMerge();
+    }
     shouldCloseOverlayForPause.send();
 }
 
@@ -72,11 +76,7 @@ void TimerEngine::togglePause() {
 
 void TimerEngine::resume(Countdowns countdowns) {
     setRunning(true);
-    pauseForgottenTimer_.cancel();
-    withdrawPauseForgotten();
-    if (services_.sessionStateStore.current()->pendingPauseForgottenFireAt) {
-        services_.sessionStateStore.setPendingPauseForgottenFireAt(std::nullopt);
-    }
+    forgetPauseForgotten();
     if (countdowns == Countdowns::restart) {
         restartCountdowns();
     }
@@ -90,11 +90,21 @@ void TimerEngine::setRunning(bool isRunning) {
     state_.set(next);
 }
 
-// After a relaunch in the middle of a timed pause of the user.
+// After a relaunch: a timed pause of the user goes on; of any other nothing is left.
 void TimerEngine::restorePause() {
     if (services_.sessionStateStore.isPaused()) {
         armUserPauseEnd();
         armPauseForgotten();
+    } else {
+        forgetPauseForgotten();
+    }
+}
+
+void TimerEngine::forgetPauseForgotten() {
+    pauseForgottenTimer_.cancel();
+    withdrawPauseForgotten();
+    if (services_.sessionStateStore.current()->pendingPauseForgottenFireAt) {
+        services_.sessionStateStore.setPendingPauseForgottenFireAt(std::nullopt);
     }
 }
 
@@ -106,10 +116,7 @@ void TimerEngine::armUserPauseEnd() {
     }
     userPauseTimer_ = services_.runLoop.callAt(*until, [this] {
         endPause(PauseReason::user);
-        // Somebody else may still hold the schedule: then the pause has not ended for the user.
-        if (!services_.sessionStateStore.isPaused()) {
-            showToast(EngineToasts::Message::pauseEnded);
-        }
+        showToast(EngineToasts::Message::pauseEnded);
     });
 }
 
@@ -127,7 +134,7 @@ void TimerEngine::armPauseForgotten() {
 
 void TimerEngine::schedulePauseForgotten() {
     const auto fireAt = services_.sessionStateStore.current()->pendingPauseForgottenFireAt;
-    if (fireAt && services_.collaborators.notificationCenter) {
+    if (fireAt && *fireAt > services_.now() && services_.collaborators.notificationCenter) {
         services_.collaborators.notificationCenter->schedulePauseForgotten(*fireAt);
     }
 }

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "core/settings/json_codec.h"
+#include "core/settings/json_record.h"
 #include "platform/api/preferences_store.h"
 
 namespace ostrel {

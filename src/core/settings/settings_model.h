@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "core/settings/hotkey_chord.h"
-#include "core/settings/json_codec.h"
+#include "core/settings/json_record.h"
 #include "core/settings/settings_defaults.h"
 
 namespace ostrel {

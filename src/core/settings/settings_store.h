@@ -12,8 +12,8 @@ namespace ostrel {
 
 // Owns the live settings: loads and repairs them when it is made, publishes and saves each change.
 //
-// The document under kKey is complete and matches what is published as soon as the store exists. A
-// document without an object in it is replaced by the defaults.
+// A first launch, and a document that had to be repaired, leave a complete document behind at once.
+// A document without an object in it is replaced by the defaults.
 class SettingsStore {
   public:
     static constexpr std::string_view kKey = "ostrel.settings.v1";

@@ -1,16 +1,10 @@
 #include "platform/virtual/virtual_run_loop.h"
 
 #include <algorithm>
-#include <cmath>
+#include <chrono>
 #include <utility>
 
 namespace ostrel {
-namespace {
-
-constexpr double kNanosecondsPerSec = 1e9;
-
-}  // namespace
-
 Timer VirtualRunLoop::repeat(RunLoopClock::duration first, RunLoopClock::duration period,
                              Callback callback) {
     return queue_.add(now_ + first, period, std::move(callback));
@@ -26,8 +20,7 @@ Timer VirtualRunLoop::callAt(WallTime due, Callback callback) {
 }
 
 WallTime VirtualRunLoop::wallNow() const {
-    return wallOrigin_ + WallClock::duration{static_cast<double>(now_.time_since_epoch().count()) /
-                                             kNanosecondsPerSec};
+    return wallOrigin_ + WallClock::duration{inSeconds(now_.time_since_epoch())};
 }
 
 void VirtualRunLoop::runDue() {
@@ -60,9 +53,8 @@ std::optional<RunLoopTime> VirtualRunLoop::nextDue() const {
         const double delaySec = std::max((*wallDue - wallNow()).count(), 0.0);
         // Beyond the range of run-loop time is never.
         if (delaySec < 1e9) {
-            const RunLoopTime at =
-                now_ +
-                RunLoopClock::duration(std::llround(std::ceil(delaySec * kNanosecondsPerSec)));
+            const RunLoopTime at = now_ + std::chrono::ceil<RunLoopClock::duration>(
+                                              std::chrono::duration<double>(delaySec));
             next = next ? std::min(*next, at) : at;
         }
     }

@@ -91,6 +91,18 @@ TEST(SimulatorTest, SleepClosesTheBreakAndALongOneStartsOver) {
                       "6010 overlay.opened eye"}));
 }
 
+TEST(SimulatorTest, LateStepsRunAfterOverduePausesAndTheEndCutsWhatWouldPassIt) {
+    EXPECT_EQ(events(run(R"({"durationSec": 1000, "steps": [{"at": 10, "pause": {"minutes": 1}},
+                        {"at": 20.7, "sleepSec": 100.1}, {"at": 50, "snapshot": "in the sleep"},
+                        {"at": 200, "relaunchAfterSec": 50}, {"at": 230, "snapshot": "in the gap"},
+                        {"at": 900, "sleepSec": 5000}, {"at": 950, "snapshot": "late"},
+                        {"at": 1001, "snapshot": "never"}]})"),
+                     {"pause.changed", "snapshot", "launched", "end"}, {"isPaused", "label"}),
+              (Events{"0 launched", "10 pause.changed true", "120.8 pause.changed false",
+                      "120.8 snapshot in the sleep", "250 launched", "250 snapshot in the gap",
+                      "1000 snapshot late", "1000 end"}));
+}
+
 TEST(SimulatorTest, TimedPauseFollowsTheClockAndSurvivesARelaunch) {
     const auto pauses = [](const std::string& steps) {
         return events(run(R"({"durationSec": 20000, "steps": [)" + steps + "]}"), {"pause.changed"},
@@ -196,8 +208,15 @@ TEST(ScenarioTest, SaysWhatCannotBeUsedAndWhere) {
          R"(steps[0].overlay: must be "done", "skip" or "postpone")"},
         {R"({"durationSec": 1, "steps": [{"at": 0, "pause": {"minutes": 1.5}}]})",
          R"(steps[0].pause: must be {"minutes": 30}, "untilNextMorning" or "indefinite")"},
-        {R"({"durationSec": 1, "displays": [{"displayID": 1}, {"displayID": 1}]})",
+        {R"({"durationSec": 1, "displays": [{"displayID": 1, "x": 0, "y": 0, "width": 9}]})",
+         "displays: must be a list of displays, each with displayID, x, y, width and height"},
+        {R"({"durationSec": 1, "displays": [
+            {"displayID": 1, "x": 0, "y": 0, "width": 9, "height": 9},
+            {"displayID": 1, "x": 9, "y": 0, "width": 9, "height": 9}]})",
          "displays: two displays have the same displayID"},
+        {R"({"durationSec": 1, "start": "9999-12-31T23:59:55"})",
+         "start: not a local date and time such as \"2026-03-09T09:00:00\": "
+         "\"9999-12-31T23:59:55\""},
     };
     for (const auto& [text, error] : cases) {
         const ScenarioResult result = parseScenario(text);

@@ -53,6 +53,8 @@ TEST_F(EngineHoldTest, HoldLastsItsLimitAndAtLeastAMinute) {
         ASSERT_EQ(fresh.log.size(), 1U);
         EXPECT_EQ(fresh.log[0].outcome, BreakLogEntry::Outcome::deferred);
         EXPECT_EQ(fresh.log[0].kind, BreakKind::eye);
+        EXPECT_EQ(fresh.log[0].endedAt, fresh.runLoop.wallNow());
+        EXPECT_EQ(fresh.log[0].startedAt, fresh.runLoop.wallNow() - wallSec(heldSec));
     }
 }
 
@@ -149,6 +151,39 @@ TEST_F(EngineHoldTest, WithoutMergingAnEyeBreakWaitsForAHeldBodyBreak) {
     bench.overlayPresented = false;
     bench.run(1);
     EXPECT_EQ(bench.take(), (Events{"1301 open eye +0"}));
+}
+
+TEST_F(EngineHoldTest, WaitingEyeBreakIsStillWaitingAfterAPauseAndGoneAfterItsOwnStart) {
+    mergingOff();
+    bench.meetingActive = true;
+    TimerEngine& engine = bench.launch(1000, 500);
+    bench.run(1100);
+    engine.pause(PauseReason::user);
+    bench.meetingActive = false;
+    engine.endPause(PauseReason::user);
+    bench.take();
+    bench.run(1);
+    EXPECT_EQ(bench.take(), (Events{"1101 open eye +0"}));
+
+    bench.meetingActive = true;
+    TimerEngine& relaunched = bench.launch(1000, 500);
+    bench.run(1100);
+    bench.meetingActive = false;
+    bench.take();
+    relaunched.startNow(BreakKind::eye);
+    bench.run(10);
+    EXPECT_EQ(bench.take(), (Events{"2201 hold of body cancelled", "2201 open eye +0"}));
+    EXPECT_EQ(relaunched.state()->eye.remainingSec, 990);
+}
+
+TEST_F(EngineHoldTest, HeldBodyBreakThatAPauseCancelsGivesItsEyeBreakBack) {
+    bench.meetingActive = true;
+    TimerEngine& engine = bench.launch(1000, 500);
+    bench.run(1000);
+    EXPECT_TRUE(engine.eyeMergedIntoBody());
+    engine.pause(PauseReason::schedule);
+    EXPECT_FALSE(engine.eyeMergedIntoBody());
+    EXPECT_EQ(engine.state()->eye.remainingSec, 60);
 }
 
 TEST_F(EngineHoldTest, PauseStartNowAndSwitchingOffCancelTheHoldForGood) {

@@ -73,6 +73,26 @@ TEST_F(EngineMergeTest, EyeBreakDueWhileAnotherIsOnScreenFoldsWithoutANotice) {
     EXPECT_EQ(engine.state()->eye.remainingSec, 100);
 }
 
+TEST_F(EngineMergeTest, FreshStartForgetsTheFoldedEyeBreak) {
+    const std::pair<const char*, std::function<void(TimerEngine&)>> starts[] = {
+        {"eye break now", [](TimerEngine& e) { e.startNow(BreakKind::eye); }},
+        {"long absence", [](TimerEngine& e) { e.resumeAfterLongAbsence(3601); }},
+        {"preset", [](TimerEngine& e) { e.applyPreset(PresetCatalog::light()); }},
+    };
+    for (const auto& [name, start] : starts) {
+        EngineBench fresh;
+        TimerEngine& engine = fresh.launch(100, 300);
+        fresh.run(150);
+        EXPECT_TRUE(engine.eyeMergedIntoBody());
+        start(engine);
+        EXPECT_FALSE(engine.eyeMergedIntoBody()) << name;
+    }
+    TimerEngine& engine = bench.launch(100, 300);
+    bench.run(150);
+    engine.startNow(BreakKind::body);
+    EXPECT_TRUE(engine.takeMergedEyeBreak()) << "this is the body break it was folded into";
+}
+
 TEST_F(EngineMergeTest, BodyBreakThatDidNotTakePlaceBringsTheEyeBreakWithinAMinute) {
     TimerEngine& engine = bench.launch(1200, 1300);
     bench.run(1300);

@@ -59,13 +59,13 @@ TEST_F(EnginePauseTest, TimedPauseEndsByItself) {
     EXPECT_LT(forgottenInSec(), 0);
 }
 
-TEST_F(EnginePauseTest, TimedPauseThatEndsUnderAnotherReasonIsNotAnnounced) {
+TEST_F(EnginePauseTest, TimedPauseEndsForItselfAlone) {
     TimerEngine& engine = bench.launch();
     engine.pauseByUser(PauseDuration::forMinutes(30));
     engine.pause(PauseReason::focus);
     bench.take();
     bench.run(1800);
-    EXPECT_EQ(bench.take(), (Events{"1800 reminder withdrawn"}));
+    EXPECT_EQ(bench.take(), (Events{"1800 reminder withdrawn", "1800 toast pause ended"}));
     EXPECT_TRUE(bench.session().isPaused());
     EXPECT_FALSE(bench.session().holds(PauseReason::user));
 }
@@ -178,6 +178,24 @@ TEST_F(EnginePauseTest, ForgottenPauseIsRemindedOfOnlyWhileTheUserHoldsIt) {
     engine.endPause(PauseReason::focus);
     bench.run(2600);
     EXPECT_EQ(bench.take(), (Events{"1000 remind in 2600"})) << "left to the system to deliver";
+}
+
+TEST_F(EnginePauseTest, ReminderIsNotMadeUpForWhenTheUserPausesLater) {
+    TimerEngine& engine = bench.launch();
+    engine.pause(PauseReason::focus);
+    bench.run(4000);
+    bench.take();
+    engine.pauseByUser(PauseDuration::indefinite());
+    bench.run(10);
+    EXPECT_EQ(bench.take(), Events{});
+}
+
+TEST_F(EnginePauseTest, PauseThatARelaunchDropsLeavesNoReminder) {
+    bench.launch().pauseByUser(PauseDuration::indefinite());
+    bench.take();
+    bench.launch();
+    EXPECT_EQ(bench.take(), (Events{"0 reminder withdrawn"}));
+    EXPECT_LT(forgottenInSec(), 0);
 }
 
 TEST_F(EnginePauseTest, ReminderOfAPauseThatIsNotTheUsersNeverGetsOut) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "support/engine_bench.h"
 
 namespace ostrel {
@@ -42,6 +44,31 @@ TEST_F(EngineWarningTest, BreakThatWillMergeIsNotAnnounced) {
     EXPECT_EQ(bench.take(), (Events{"1200 toast merged 2"}));
     bench.run(99);
     EXPECT_EQ(bench.take(), (Events{"1240 soon body 60 or later", "1290 toast pre-break body 10"}));
+}
+
+TEST_F(EngineWarningTest, EyeBreakThatComesAfterTheBodyBreakIsAnnounced) {
+    const std::pair<std::int64_t, bool> bodyIntervalsSec[] = {
+        {1190, true}, {1198, true}, {1199, false}};
+    for (const auto& [bodySec, isAnnounced] : bodyIntervalsSec) {
+        EngineBench fresh;
+        fresh.setUp([](SettingsModel& settings) { settings.preBreakToastLeadSec = 0; });
+        fresh.launch(1200, bodySec);
+        fresh.run(1140);
+        const Events events = fresh.take();
+        EXPECT_EQ(std::count(events.begin(), events.end(), "1140 soon eye 60 or later"),
+                  isAnnounced)
+            << bodySec;
+    }
+}
+
+TEST_F(EngineWarningTest, StartNowTakesBackWhatWasAnnouncedAndBeginsTheCycleAnew) {
+    TimerEngine& engine = bench.launch(1200, 9000);
+    bench.run(1195);
+    bench.take();
+    engine.startNow(BreakKind::body);
+    EXPECT_EQ(bench.take(), (Events{"1195 soon withdrawn", "1195 open body +0"}));
+    bench.run(1);
+    EXPECT_EQ(bench.take(), (Events{"1196 soon eye 4 or later", "1196 toast pre-break eye 4"}));
 }
 
 TEST_F(EngineWarningTest, WarningsWaitForAFreeScreenAndSayTheSecondsThatAreLeft) {
@@ -125,6 +152,23 @@ TEST_F(EngineWarningTest, AwayCreditCountsTheBreaksThatFitIntoTheAbsence) {
         EXPECT_EQ(engine.state()->eye, (BreakTimer{eyeSec, true, false, 0})) << awaySec;
         EXPECT_EQ(engine.state()->body, (BreakTimer{bodySec, true, false, 0})) << awaySec;
     }
+}
+
+TEST_F(EngineWarningTest, AbsenceCanBeACreditForTheBodyBreakAlone) {
+    leads(0, 0);
+    bench.setUp([](SettingsModel& settings) { settings.eyeBreakDurationSec = 400; });
+    TimerEngine& engine = bench.launch(1200, 1500);
+    bench.run(1300);
+    EXPECT_TRUE(engine.eyeMergedIntoBody());
+    bench.take();
+    engine.markUserReturned(300);
+    EXPECT_EQ(bench.take(), (Events{"1300 toast away body 5"}));
+    EXPECT_EQ(engine.state()->body.remainingSec, 1500);
+    EXPECT_EQ(engine.state()->eye.remainingSec, 1100);
+    EXPECT_FALSE(engine.eyeMergedIntoBody());
+    bench.setUp([](SettingsModel& settings) { settings.eyeBreakDurationSec = 0; });
+    engine.markUserReturned(0);
+    EXPECT_EQ(bench.take(), Events{}) << "no absence, no credit";
 }
 
 TEST_F(EngineWarningTest, AwayCreditNeverSaysLessThanAMinuteAndNeedsAFreeScreen) {

@@ -71,6 +71,8 @@ TEST(SettingsModelTest, UnreadableFieldKeepsItsDefaultAndCostsNothingElse) {
         {R"({"eyeBreakIntervalSec":-9223372036854775808})",
          with(&S::eyeBreakIntervalSec, INT64_MIN)},
         {R"({"eyeBreakIntervalSec":1e300})", {}},
+        {R"({"overlayDimOpacity":1e400,"strictMode":true,"idleThresholdSec":-2E999})",
+         with(&S::strictMode, true)},
         {R"({"strictMode":1})", {}},
         {R"({"strictMode":"true"})", {}},
         {R"({"overlayDimOpacity":1})", with(&S::overlayDimOpacity, 1.0)},
