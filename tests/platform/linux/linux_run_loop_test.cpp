@@ -94,8 +94,9 @@ TEST_F(LinuxRunLoopTest, WakesOnlyForTimersThatAreDueAndOnceForTimersOfOneMoment
     ASSERT_TRUE(runUntil([&] { return log.size() == 10; }));
     QObject::disconnect(counter);
     EXPECT_EQ(log, "ababcababc");
-    // The four moments 30, 60, 90 and 120 ms.
-    EXPECT_LE(wakeUps, 4);
+    // The four moments 30, 60, 90 and 120 ms; on a busy machine a wake-up may come a moment early
+    // and be followed by another. Timers that do not share theirs need eight.
+    EXPECT_LE(wakeUps, 7);
 }
 
 TEST_F(LinuxRunLoopTest, TimersStoppedByOthersOrByThemselvesDoNotFire) {
