@@ -11,6 +11,7 @@
 #include "overlay/overlay_manager.h"
 #include "screens/overlay_view.h"
 #include "screens/texts.h"
+#include "screens/x11_picture.h"
 #include "screens/x11_selections.h"
 
 namespace ostrel {
@@ -21,8 +22,17 @@ QScreen* screenOf(const QRect& frame) {
     return screen ? screen : QGuiApplication::primaryScreen();
 }
 
-// What is on the display now; null where that cannot be had.
+// What is on the display now; null where that cannot be had. A display's origin is in the server's
+// pixels at every scale, its size is not.
 QPixmap pictureOf(QScreen& screen, const QRect& frame) {
+    if (frame == screen.geometry()) {
+        const double scale = screen.devicePixelRatio();
+        QPixmap picture = x11Picture({frame.topLeft(), (QSizeF(frame.size()) * scale).toSize()});
+        if (!picture.isNull()) {
+            picture.setDevicePixelRatio(scale);
+            return picture;
+        }
+    }
     const QRect within = frame.translated(-screen.geometry().topLeft());
     return screen.grabWindow(0, within.x(), within.y(), within.width(), within.height());
 }
