@@ -1,5 +1,7 @@
 #include "app/desktop/desktop_application.h"
 
+#include <malloc.h>
+
 #include <QApplication>
 #include <cstdio>
 #include <memory>
@@ -126,9 +128,17 @@ int runForReal(LinuxPlatform& platform) {
     return application.run();
 }
 
+// A picture of a whole display is given back to the system when a break is over. Left to itself the
+// allocator takes the first such block for the usual size and keeps all later ones.
+void giveLargeBlocksBack() {
+    constexpr int kLargeBlockBytes = 256 * 1024;
+    mallopt(M_MMAP_THRESHOLD, kLargeBlockBytes);
+}
+
 }  // namespace
 
 int runDesktopApplication(int& argc, char** argv, const DesktopOptions& options) {
+    giveLargeBlocksBack();
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("ostrel"));
     QApplication::setApplicationDisplayName(QStringLiteral("Ostrel"));
