@@ -78,6 +78,10 @@ class PrivateBus {
     QString address_;
 };
 
+QVariant settingsOf(const QString& group, const QString& key, const QVariant& value) {
+    return QVariant::fromValue(Groups{{group, {{key, value}}}});
+}
+
 // The settings portal of a desktop.
 class Portal : public QDBusVirtualObject {
   public:
@@ -104,7 +108,9 @@ class Portal : public QDBusVirtualObject {
     }
     QString introspect(const QString&) const override { return {}; }
 
+    // Also what it answers from now on: a question may be on its way.
     void announce(const QString& group, const QString& key, const QVariant& value) {
+        reply = settingsOf(group, key, value);
         QDBusMessage signal =
             QDBusMessage::createSignal(kPath, kInterface, QStringLiteral("SettingChanged"));
         signal.setArguments({group, key, QVariant::fromValue(QDBusVariant(value))});
@@ -124,10 +130,6 @@ class Portal : public QDBusVirtualObject {
     QDBusConnection bus_;
     bool asked_ = false;
 };
-
-QVariant settingsOf(const QString& group, const QString& key, const QVariant& value) {
-    return QVariant::fromValue(Groups{{group, {{key, value}}}});
-}
 
 struct PortalMotionSettingsTest : ::testing::Test {
     PrivateBus bus;
