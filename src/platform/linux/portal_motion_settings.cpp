@@ -33,6 +33,8 @@ PortalMotionSettings::PortalMotionSettings(QDBusConnection bus)
     if (!bus_.isConnected()) {
         return;
     }
+    // Qt registers its own D-Bus types with the first message, and the slot takes one of them.
+    qRegisterMetaType<QDBusVariant>();
     // Without the name of the service, which Qt would wait to look up.
     bus_.connect(QString(), kPath, kInterface, QStringLiteral("SettingChanged"), this,
                  SLOT(take(QString, QString, QDBusVariant)));
