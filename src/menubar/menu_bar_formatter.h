@@ -7,11 +7,9 @@
 
 #include "core/engine/break_timer.h"
 
-namespace ostrel {
-
 // Turns the engine's state into what the status item shows. A pure function, so that the result can
 // be compared with the one before and nothing is redrawn in vain.
-namespace MenuBarFormatter {
+namespace ostrel::MenuBarFormatter {
 
 enum class Channel { eye, body };
 constexpr std::array<std::string_view, 2> enumNames(Channel) {
@@ -58,5 +56,4 @@ struct Output {
 
 [[nodiscard]] Output format(const Context& context);
 
-}  // namespace MenuBarFormatter
-}  // namespace ostrel
+}  // namespace ostrel::MenuBarFormatter

@@ -11,10 +11,10 @@ namespace ostrel {
 class OverlayText : public QLabel {
   public:
     struct Type {
-        double size;  // in the look's units
-        QFont::Weight weight;
-        QColor OverlayLook::*colour;
-        int mostLines;
+        double size = 1.0;  // in the look's units
+        QFont::Weight weight = QFont::Normal;
+        QColor OverlayLook::*colour = nullptr;
+        int mostLines = 1;
         double letterSpacingPercent = 100.0;
     };
 

@@ -30,9 +30,8 @@ QString timeOfDay(WallTime time) {
 
 }  // namespace
 
-StatusMenu::StatusMenu(Services services) : services_(std::move(services)) {
-    firstLine_ = addLine();
-    secondLine_ = addLine();
+StatusMenu::StatusMenu(Services services)
+    : services_(std::move(services)), firstLine_(addLine()), secondLine_(addLine()) {
     addSeparator();
     addBreaks();
     addSeparator();

@@ -4,9 +4,7 @@
 
 #include "menubar/menu_bar_tooltip.h"
 
-namespace ostrel {
-
-using namespace MenuBarFormatter;
+namespace ostrel::MenuBarFormatter {
 
 TEST(MenuBarFormatterTest, CountdownTextHasMinutesWithoutALimit) {
     const std::pair<std::int64_t, const char*> cases[] = {{-5, "00:00"},   {0, "00:00"},
@@ -78,4 +76,4 @@ TEST(MenuBarTooltipTest, ShowsBothCountdownsOrThatNothingIsScheduled) {
     EXPECT_EQ(menuBarTooltip(context), (std::vector<LocalizedText>{{"menubar.tooltip.off", {}}}));
 }
 
-}  // namespace ostrel
+}  // namespace ostrel::MenuBarFormatter

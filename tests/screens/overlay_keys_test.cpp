@@ -1,6 +1,6 @@
 #include "screens/overlay_keys.h"
 
-#include "gui.h"
+#include "screens/gui.h"
 #include "screens/keyboard_grab.h"
 
 namespace ostrel {

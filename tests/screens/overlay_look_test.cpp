@@ -2,8 +2,8 @@
 #include <QPainter>
 #include <cmath>
 
-#include "gui.h"
 #include "screens/countdown_ring.h"
+#include "screens/gui.h"
 #include "screens/overlay_backdrop.h"
 
 namespace ostrel {

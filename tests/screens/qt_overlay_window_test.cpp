@@ -3,7 +3,7 @@
 #include <QAbstractButton>
 #include <QLabel>
 
-#include "gui.h"
+#include "screens/gui.h"
 #include "screens/overlay_surface.h"
 #include "screens/overlay_view.h"
 #include "screens/qt_overlay_window_maker.h"

@@ -2,7 +2,7 @@
 
 #include <QAction>
 
-#include "gui.h"
+#include "screens/gui.h"
 #include "support/overlay_bench.h"
 
 namespace ostrel {

@@ -8,7 +8,7 @@
 #include <set>
 #include <vector>
 
-#include "gui.h"
+#include "screens/gui.h"
 
 namespace ostrel {
 

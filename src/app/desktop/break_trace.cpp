@@ -1,8 +1,8 @@
 #include "app/desktop/break_trace.h"
 
+#include <QtGlobal>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "app/environment/app_environment.h"
@@ -24,7 +24,7 @@ void traceDue() {
 
 // Made before the overlay manager, so that it hears of a break before there are windows.
 BreakTrace::BreakTrace(AppEnvironment& environment) {
-    if (std::getenv("OSTREL_TRACE") == nullptr) {
+    if (!qEnvironmentVariableIsSet("OSTREL_TRACE")) {
         return;
     }
     TimerEngine& engine = environment.timerEngine();

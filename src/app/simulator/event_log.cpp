@@ -57,7 +57,7 @@ Json optionalText(const std::optional<std::string>& text) {
 EventLog::EventLog(VirtualPlatform& platform, SecondsNow secondsNow, Print print)
     : platform_(platform), secondsNow_(std::move(secondsNow)), print_(std::move(print)) {}
 
-void EventLog::print(std::string_view event, Json fields) {
+void EventLog::print(std::string_view event, const Json& fields) {
     Json line = {{"at", number(secondsNow_())},
                  {"time", isoLocalTime(platform_.calendar, platform_.runLoop.wallNow())},
                  {"event", event}};
@@ -133,7 +133,7 @@ void EventLog::watchPauses(const SessionStateStore& session, std::vector<Subscri
         Json fields = pauseFields(state);
         if (fields != *shown) {
             *shown = fields;
-            print("pause.changed", std::move(fields));
+            print("pause.changed", fields);
         }
     };
     printPause(*session.current());

@@ -24,7 +24,7 @@ class EventLog {
     [[nodiscard]] std::vector<Subscription> watchPlatform();
     [[nodiscard]] std::vector<Subscription> watch(AppEnvironment& environment);
 
-    void print(std::string_view event, Json fields = Json::object());
+    void print(std::string_view event, const Json& fields = Json::object());
     void printSnapshot(AppEnvironment& environment, const Json& label);
     void printEnd();
 

@@ -43,7 +43,7 @@ LocalTime localTime(ScenarioReader& in, const Json& json) {
         time.reset();
     }
     if (in.ok() && !time) {
-        in.fail("not a local date and time such as \"2026-03-09T09:00:00\": " + inQuotes(text));
+        in.fail(R"(not a local date and time such as "2026-03-09T09:00:00": )" + inQuotes(text));
     }
     return time.value_or(LocalTime{});
 }
@@ -185,7 +185,7 @@ constexpr std::pair<std::string_view, ReadAction> kVerbs[] = {
      }},
     {"startNow",
      [](ScenarioReader& in, const Json& v) -> StepAction {
-         return step::StartNow{in.read<BreakLogEntry::Kind>(v, "\"eye\" or \"body\"")};
+         return step::StartNow{in.read<BreakLogEntry::Kind>(v, R"("eye" or "body")")};
      }},
     {"key",
      [](ScenarioReader& in, const Json& v) -> StepAction {
@@ -230,11 +230,11 @@ Step readStep(ScenarioReader& in, const Json& json, double previousAt) {
         in.fail("unknown verb " + inQuotes(key));
     });
     if (!hasAt) {
-        in.fail("\"at\" is missing");
+        in.fail(R"("at" is missing)");
     } else if (verbs != 1) {
         in.fail("a step has exactly one verb");
     } else if (result.at < previousAt) {
-        in.fail("\"at\" is earlier than in the step before");
+        in.fail(R"("at" is earlier than in the step before)");
     }
     return result;
 }
@@ -294,7 +294,7 @@ ScenarioResult parseScenario(std::string_view text) {
         }
     });
     if (in.ok() && !hasDuration) {
-        in.fail("\"durationSec\" is missing");
+        in.fail(R"("durationSec" is missing)");
     }
     if (!in.ok()) {
         return {std::nullopt, in.error()};

@@ -5,6 +5,11 @@
 #include "platform/api/calendar.h"
 
 namespace ostrel {
+namespace {
+
+constexpr std::int64_t kMinutesPerDay = 1440;
+
+}  // namespace
 
 std::optional<WallTime> pauseEnd(PauseDuration duration, const SettingsModel& settings,
                                  const Calendar& calendar, WallTime now) {
@@ -15,7 +20,7 @@ std::optional<WallTime> pauseEnd(PauseDuration duration, const SettingsModel& se
             std::int64_t minute = settings.workHoursEnabled ? settings.workHoursStartMinute
                                                             : WorkHoursDefaults::kStartMinute;
             // A document edited by hand may hold a minute that no day has.
-            if (minute < 0 || minute >= 24 * 60) {
+            if (minute < 0 || minute >= kMinutesPerDay) {
                 minute = WorkHoursDefaults::kStartMinute;
             }
             return calendar.nextMatching(now, static_cast<int>(minute / 60),

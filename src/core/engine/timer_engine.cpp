@@ -12,8 +12,9 @@ namespace ostrel {
 using std::chrono::seconds;
 
 TimerEngine::TimerEngine(Services services, Ticking ticking)
-    : services_(std::move(services)), ticking_(ticking) {
-    wasEnabled_ = services_.settingsStore.settings()->ostrelEnabled;
+    : services_(std::move(services)),
+      ticking_(ticking),
+      wasEnabled_(services_.settingsStore.settings()->ostrelEnabled) {
     settingsChanges_ =
         services_.settingsStore.settings().onChange([this](const SettingsModel& settings) {
             if (std::exchange(wasEnabled_, settings.ostrelEnabled) && !settings.ostrelEnabled) {

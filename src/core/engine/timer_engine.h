@@ -186,7 +186,7 @@ class TimerEngine {
     std::optional<WallTime> deferralStartedAt_;
     std::uint64_t deferralGeneration_ = 0;
     std::int64_t ticksSinceLastPoolHousekeeping_ = 0;
-    bool wasEnabled_ = true;
+    bool wasEnabled_;
 
     std::shared_ptr<const int> alive_ = std::make_shared<const int>(0);
     Timer tickTimer_;

@@ -92,10 +92,11 @@ struct JsonCodec<T> {
                 return false;
             }
             auto value = JsonCodec<Value>::decode(*found);
-            if (value) {
-                record.*field.member = *std::move(value);
+            if (!value) {
+                return false;
             }
-            return value.has_value();
+            record.*field.member = *std::move(value);
+            return true;
         }
     }
 };

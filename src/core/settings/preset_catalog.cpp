@@ -8,12 +8,12 @@
 namespace ostrel::PresetCatalog {
 
 const std::array<PresetDefinition, 3>& all() {
-    static const std::array<PresetDefinition, 3> presets = {
+    static const std::array<PresetDefinition, 3> kPresets = {
         PresetDefinition{"light", "Light", 1800, 45, 5400, 180},
         PresetDefinition{"standard", "Standard", 1200, 120, 3000, 300},
         PresetDefinition{"strict", "Strict", 900, 90, 2400, 300},
     };
-    return presets;
+    return kPresets;
 }
 
 const PresetDefinition& light() {

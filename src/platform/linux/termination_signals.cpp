@@ -37,8 +37,7 @@ void handleBy(void (*handler)(int)) {
 }  // namespace
 
 // Where no descriptor is to be had the signals keep ending the program the hard way.
-TerminationSignals::TerminationSignals() {
-    descriptor_ = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+TerminationSignals::TerminationSignals() : descriptor_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
     if (descriptor_ < 0) {
         return;
     }

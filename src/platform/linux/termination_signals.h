@@ -22,7 +22,7 @@ class TerminationSignals {
     Signal<> received;
 
   private:
-    int descriptor_ = -1;
+    int descriptor_;
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 

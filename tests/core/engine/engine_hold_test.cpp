@@ -39,7 +39,9 @@ TEST_F(EngineHoldTest, HoldLastsItsLimitAndAtLeastAMinute) {
     for (const auto& [settingSec, heldSec] : limits) {
         EngineBench fresh;
         fresh.setUp(quiet);
-        fresh.setUp([&](SettingsModel& settings) { settings.maxDeferralSec = settingSec; });
+        fresh.setUp([limitSec = settingSec](SettingsModel& settings) {
+            settings.maxDeferralSec = limitSec;
+        });
         fresh.meetingActive = true;
         TimerEngine& engine = fresh.launch(1000, 9000);
         fresh.addPenalty(90);

@@ -28,8 +28,8 @@ TEST_F(EngineWarningTest, LeadOfNothingOrOfAWholeIntervalNeverWarns) {
         {0, false}, {99, true}, {100, false}, {120, false}};
     for (const auto& [lead, warns] : leadsSec) {
         EngineBench fresh;
-        fresh.setUp([&](SettingsModel& settings) {
-            settings.breakSoonLeadSec = lead;
+        fresh.setUp([leadSec = lead](SettingsModel& settings) {
+            settings.breakSoonLeadSec = leadSec;
             settings.preBreakToastLeadSec = 0;
         });
         fresh.launch(100, 9000);
