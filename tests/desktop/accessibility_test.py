@@ -7,16 +7,18 @@ import warnings
 
 import dbus
 
-from desktop import ONE_BREAK, DesktopTest, wait_for
+from desktop import wait_for
+from status_item import StartedBreakTest
 
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
+ACCESSIBLE = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 HINTS = {
     "Done": "Dismisses the overlay once the countdown reaches zero.",
     "Skip": "Skips the current break and adds a penalty to the next one.",
 }
 
 
-class AccessibilityTest(DesktopTest):
+class AccessibilityTest(StartedBreakTest):
     @classmethod
     def setUpClass(cls):
         launcher = subprocess.Popen([LAUNCHER, "--launch-immediately"])
@@ -50,8 +52,7 @@ class AccessibilityTest(DesktopTest):
         return node.getState().contains(state)
 
     def test_actions_are_named_explained_and_pressed(self):
-        self.start(ONE_BREAK, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        self.wait_for_break()
+        self.start_break(ACCESSIBLE)
         buttons = wait_for(lambda: set(HINTS) <= set(self.buttons()) and self.buttons(), "the buttons")
         self.assertNotIn("", buttons)
         for name, hint in HINTS.items():
@@ -63,8 +64,7 @@ class AccessibilityTest(DesktopTest):
         self.assertEqual(self.wait_for_close(), "skipped")
 
     def test_done_can_be_pressed_once_the_countdown_is_at_zero(self):
-        self.start(dict(ONE_BREAK, eyeBreakDurationSec=3), QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        self.wait_for_break()
+        self.start_break(ACCESSIBLE, eyeBreakDurationSec=3)
         done = wait_for(lambda: self.buttons().get("Done"), "the button")
         self.wait_running(lambda: self.trace("zero"), "the countdown's zero")
         self.assertTrue(self.has(done, self.atspi.STATE_ENABLED))
@@ -72,8 +72,7 @@ class AccessibilityTest(DesktopTest):
         self.assertEqual(self.wait_for_close(), "done")
 
     def test_strict_mode_offers_no_skip(self):
-        self.start(dict(ONE_BREAK, strictMode=True), QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        self.wait_for_break()
+        self.start_break(ACCESSIBLE, strictMode=True)
         wait_for(lambda: "Done" in self.buttons(), "the button")
         self.assertNotIn("Skip", self.buttons())
 

@@ -4,8 +4,8 @@
 import signal
 import unittest
 
-from desktop import (LEFT, ONE_BREAK, RIGHT, SOON, DesktopTest, Terminal, key, output, overlay_windows, pixel, plug,
-                     unplug, wait_for)
+from desktop import LEFT, RIGHT, SOON, Terminal, key, output, overlay_windows, pixel, plug, unplug, wait_for
+from status_item import StartedBreakTest
 
 INK = (16, 19, 26)
 
@@ -19,7 +19,7 @@ RED, GREEN = (170, 0, 0), (0, 170, 0)
 CORNERS = ((4, 4), (1915, 1075), (1924, 4), (3195, 1019))
 
 
-class CoverTest(DesktopTest):
+class CoverTest(StartedBreakTest):
     def beneath(self):
         """A red terminal in full screen on the left display, a green one on the right."""
         terminals = Terminal(self, "red", "#aa0000", 100), Terminal(self, "green", "#00aa00", 2100)
@@ -29,8 +29,7 @@ class CoverTest(DesktopTest):
 
     def test_break_covers_both_displays_over_full_screen_programs(self):
         self.beneath()
-        self.start()
-        self.wait_for_break()
+        self.start_break()
         for at, beneath in zip(CORNERS, (RED, RED, GREEN, GREEN)):
             self.assert_near(pixel(*at), dimmed(beneath))
         key("Escape")
@@ -39,8 +38,7 @@ class CoverTest(DesktopTest):
 
     def test_program_made_full_screen_later_stays_beneath(self):
         later = Terminal(self, "later", "#aa0000", 2100)
-        self.start()
-        self.wait_for_break()
+        self.start_break()
         before = [pixel(*at) for at in CORNERS]
         later.fill_display()
         self.assertEqual(overlay_windows(), [LEFT, RIGHT])
@@ -53,18 +51,16 @@ class CoverTest(DesktopTest):
         self.spawn("picom", "--backend", "xrender", "--config", "/dev/null")
         wait_for(lambda: '"picom"' in output("xwininfo", "-root", "-tree"), "the compositor")
         later = Terminal(self, "later", "#aa0000", 100)
-        self.start()
-        self.wait_for_break()
+        self.start_break()
         later.fill_display()
         wait_for(lambda: all(abs(a - b) <= 4 for a, b in zip(pixel(4, 4), dimmed(RED))), "the dimmed red beneath")
         key("Escape")
         self.wait_for_close()
 
 
-class KeyTest(DesktopTest):
+class KeyTest(StartedBreakTest):
     def test_escape_skips(self):
-        self.start(ONE_BREAK)
-        self.wait_for_break()
+        self.start_break()
         key("Escape")
         self.assertEqual(self.wait_for_close(), "skipped")
 
@@ -72,24 +68,22 @@ class KeyTest(DesktopTest):
         for name in ("Return", "space"):
             with self.subTest(name):
                 self.log.unlink(missing_ok=True)
-                app = self.start(dict(ONE_BREAK, eyeBreakDurationSec=4, eyeBreakIntervalSec=3))
-                self.wait_for_break()
+                self.start_break(eyeBreakDurationSec=4)
                 key(name, "p", name)
                 self.assertEqual(self.trace("closed"), [])
                 self.wait_running(lambda: self.trace("zero"), "the countdown's zero")
                 key(name)
                 self.assertEqual(self.wait_for_close(), "done")
-                app.terminate()
-                self.assertEqual(app.wait(20), 0)
+                self.end(self.app)
+                self.assertEqual(self.app.returncode, 0)
 
-    def test_break_left_alone_fades_out_by_itself(self):
-        self.start(dict(ONE_BREAK, eyeBreakDurationSec=1, eyeBreakIntervalSec=5))
+    def test_break_that_falls_due_and_is_left_alone_fades_out_by_itself(self):
+        self.start(dict(SOON, eyeBreakDurationSec=1, eyeBreakIntervalSec=10))
         self.wait_for_break()
         self.assertEqual(self.wait_for_close(), "autoFade")
 
     def test_strict_mode_keeps_the_break_to_its_end(self):
-        self.start(dict(ONE_BREAK, strictMode=True, eyeBreakDurationSec=4))
-        self.wait_for_break()
+        self.start_break(strictMode=True, eyeBreakDurationSec=4)
         key("Escape", "p", "Escape")
         self.assertEqual(self.trace("closed"), [])
         self.assertEqual(self.wait_for_close(), "autoFade")
@@ -98,8 +92,7 @@ class KeyTest(DesktopTest):
         terminal = Terminal(self, "beneath", "#202020", 100)
         key("a")
         wait_for(lambda: terminal.typed() == "a", "the first key")
-        self.start()
-        self.wait_for_break()
+        self.start_break()
         wait_for(lambda: self.keyboard_is_taken(terminal), "the keyboard to be the overlay's")
         key("Escape")
         self.wait_for_close()
@@ -116,8 +109,7 @@ class KeyTest(DesktopTest):
 
     def test_killed_in_a_break_it_leaves_no_grab_behind(self):
         terminal = Terminal(self, "beneath", "#202020", 100)
-        self.start()
-        self.wait_for_break()
+        self.start_break()
         wait_for(lambda: self.keyboard_is_taken(terminal), "the keyboard to be the overlay's")
         self.app.send_signal(signal.SIGKILL)
         self.app.wait(20)
@@ -127,15 +119,14 @@ class KeyTest(DesktopTest):
         wait_for(lambda: terminal.typed() == before + "z", "the key after the end")
 
 
-class DisplayTest(DesktopTest):
+class DisplayTest(StartedBreakTest):
     def setUp(self):
         super().setUp()
         self.addCleanup(lambda: (unplug("THIRD"), unplug("RIGHT"), plug("RIGHT", *RIGHT)))
 
     def test_displays_come_and_go_in_mid_break(self):
         third = (1920, 0, 640, 480)
-        self.start(dict(SOON, eyeBreakDurationSec=8))
-        self.wait_for_break()
+        self.start_break(eyeBreakDurationSec=8)
         unplug("RIGHT")
         wait_for(lambda: overlay_windows() == [LEFT], "one window for the display that is left")
         plug("THIRD", *third)
@@ -148,10 +139,9 @@ class DisplayTest(DesktopTest):
         self.assertEqual(self.wait_for_close(), "done")
 
 
-class ScaledTest(DesktopTest):
+class ScaledTest(StartedBreakTest):
     def test_break_covers_both_displays_at_twice_the_size(self):
-        self.start(ONE_BREAK, QT_SCALE_FACTOR="2")
-        self.wait_for_break()
+        self.start_break({"QT_SCALE_FACTOR": "2"})
         key("Escape")
         self.assertEqual(self.wait_for_close(), "skipped")
 

@@ -23,8 +23,6 @@ RIGHT = (1920, 0, 1280, 1024)
 # Eye breaks only, and the first of them soon.
 SOON = {"activePresetID": "custom", "mergeNearbyBreaks": False, "hasOnboarded": True,
         "eyeBreakIntervalSec": 2, "eyeBreakDurationSec": 100, "bodyBreakIntervalSec": 36000}
-# The next break of the same kind must not come while the test looks at what the first one left.
-ONE_BREAK = dict(SOON, eyeBreakIntervalSec=4)
 
 
 def wait_for(condition, what, seconds=30):
@@ -109,6 +107,12 @@ class DesktopTest(unittest.TestCase):
         self.documents = Path(self.folder) / "config" / "ostrel"
         self.app = None
         self.processes = []
+        self.addCleanup(self.check_sanitizers)
+
+    def check_sanitizers(self):
+        """Runs when the program has ended: what a sanitizer said of it fails the test."""
+        said = self.log.read_text(encoding="utf-8", errors="replace") if self.log.exists() else ""
+        self.assertNotRegex(said, "Sanitizer|runtime error:")
 
     def spawn(self, *command, **options):
         process = subprocess.Popen(command, **{"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, **options})

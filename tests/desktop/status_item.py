@@ -5,7 +5,7 @@ from pathlib import Path
 
 import dbus
 
-from desktop import wait_for
+from desktop import SOON, DesktopTest, wait_for
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 ITEM = "org.kde.StatusNotifierItem"
@@ -65,3 +65,16 @@ class StatusItem:
         assert enabled, f"{path} is disabled"
         self._menu().Event(number, "clicked", dbus.Int32(0, variant_level=1), dbus.UInt32(int(time.time()) & 0xFFFFFFFF),
                            dbus_interface=MENU)
+
+
+class StartedBreakTest(DesktopTest):
+    """A test that starts its break from the menu, so that no other follows it while the test looks on."""
+
+    def setUp(self):
+        super().setUp()
+        start_watcher(self)
+
+    def start_break(self, environment=None, **settings):
+        self.start({**SOON, "eyeBreakIntervalSec": 36000, **settings}, **(environment or {}))
+        StatusItem(self).click("Start an eye break")
+        self.wait_for_break()
