@@ -167,8 +167,11 @@ TEST_F(QtDisplaysOnX11, TheMainDisplayHasTheActiveWindowElseThePointer) {
 
     xcb_connection_t* x = qtConnection();
     const xcb_window_t window = xcb_generate_id(x);
+    // Else a window manager would move it later, when it finds the time.
+    const std::uint32_t pastTheWindowManager[] = {1};
     xcb_create_window(x, XCB_COPY_FROM_PARENT, window, rootWindow(), 1500, 50, 800, 600, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                      pastTheWindowManager);
     constexpr std::string_view kName = "_NET_ACTIVE_WINDOW";
     xcb_intern_atom_reply_t* atom =
         xcb_intern_atom_reply(x, xcb_intern_atom(x, 0, kName.size(), kName.data()), nullptr);
