@@ -32,7 +32,7 @@ class StatusItem {
     // Says beside the icon that settings could not be saved, as soon as there is an icon.
     void tellNotSaved();
 
-    [[nodiscard]] const QString& toolTip() const { return toolTip_; }
+    [[nodiscard]] QString toolTip() const { return toolTip_; }
     [[nodiscard]] StatusMenu& menu() { return menu_; }
 
   private:

@@ -9,9 +9,9 @@ TEST(OverlayKeys, PIsTheLetterOrItsPlaceWhereNoLatinLettersAre) {
     constexpr quint32 kPlaceOfP = 33;
     constexpr quint32 kElsewhere = 24;
     const struct {
-        const char* what;
-        int key;
-        quint32 scanCode;
+        const char* what = "";
+        int key = 0;
+        quint32 scanCode = 0;
         std::optional<std::uint32_t> code;
     } cases[] = {
         {"p", Qt::Key_P, kPlaceOfP, 35},
