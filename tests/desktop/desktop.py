@@ -54,7 +54,7 @@ def pixel(x, y):
 def overlay_windows():
     """The rectangles of the overlay windows on the screen, from the left."""
     found = []
-    for window in output("xdotool", "search", "--onlyvisible", "--name", "^Ostrel: (eye|body) break").split():
+    for window in output("xdotool", "search", "--onlyvisible", "--name", "^(Eye|Body) break").split():
         lines = dict(line.split("=") for line in output("xdotool", "getwindowgeometry", "--shell", window).split())
         if lines:
             found.append(tuple(int(lines[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")))
