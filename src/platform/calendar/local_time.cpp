@@ -46,17 +46,14 @@ std::optional<LocalTime> parseLocalTime(const std::string& text) {
         }
     }
     const std::string_view view = text;
-    const auto year = parseNumber(view.substr(0, 4));
-    const auto month = parseNumber(view.substr(5, 2));
-    const auto day = parseNumber(view.substr(8, 2));
+    const auto day = parseDayKey(view.substr(0, 10));
     const auto hour = parseNumber(view.substr(11, 2));
     const auto minute = parseNumber(view.substr(14, 2));
     const auto second = parseNumber(view.substr(17, 2));
-    if (!year || !month || !day || !hour || !minute || !second || *hour > 23 || *minute > 59 ||
-        *second > 59 || *year < 1 || !dateOf({*year, *month, *day}).ok()) {
+    if (!day || !hour || !minute || !second || *hour > 23 || *minute > 59 || *second > 59) {
         return std::nullopt;
     }
-    return LocalTime{{*year, *month, *day}, *hour, *minute, *second};
+    return LocalTime{*day, *hour, *minute, *second};
 }
 
 WallTime wallTimeOf(const LocalTime& time, const std::string& timeZone) {

@@ -43,8 +43,4 @@ class ZonedCalendar : public Calendar {
     mutable const date::time_zone* lookedUp_ = nullptr;  // null is UTC
 };
 
-// `time` as ISO 8601 with the offset of the calendar's zone, "2026-03-09T09:15:10+01:00", and with
-// milliseconds ("09:15:10.500") where it is not a whole second.
-[[nodiscard]] std::string isoLocalTime(const Calendar& calendar, WallTime time);
-
 }  // namespace ostrel

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "platform/api/iso_time.h"
 #include "support/engine_bench.h"
 
 namespace ostrel {

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/api/iso_time.h"
+
 namespace ostrel {
 namespace {
 
