@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace ostrel {
 
@@ -17,5 +20,16 @@ struct CalendarDay {
 // "yyyy-MM-dd" in Western digits, whatever the locale: names a day in every per-day record. Keys of
 // years 0 to 9999 sort by date.
 [[nodiscard]] std::string dayKey(CalendarDay day);
+
+// Reads a day key of the years 1 to 9999; absent for anything else and for days that no year has.
+[[nodiscard]] std::optional<CalendarDay> parseDayKey(std::string_view key);
+
+[[nodiscard]] CalendarDay addDays(CalendarDay day, std::int64_t count);
+
+// Negative when `to` is earlier.
+[[nodiscard]] std::int64_t daysBetween(CalendarDay from, CalendarDay to);
+
+// 1 = Sunday to 7 = Saturday.
+[[nodiscard]] int weekdayOf(CalendarDay day);
 
 }  // namespace ostrel

@@ -1,33 +1,78 @@
 #include "base/uuid.h"
 
+#include <cstddef>
+#include <memory>
 #include <random>
-#include <string_view>
 
 namespace ostrel {
 namespace {
 
+constexpr std::string_view kForm = "00000000-0000-0000-0000-000000000000";
+
 template <class Source>
-std::string makeUuid(Source& source) {
+Uuid makeUuid(Source& source) {
+    Uuid uuid;
+    for (std::uint8_t& byte : uuid.bytes) {
+        byte = static_cast<std::uint8_t>(source() & 0xFFU);
+    }
+    // Version 4, variant 10.
+    uuid.bytes[6] = static_cast<std::uint8_t>(0x40U | (uuid.bytes[6] & 0x0FU));
+    uuid.bytes[8] = static_cast<std::uint8_t>(0x80U | (uuid.bytes[8] & 0x3FU));
+    return uuid;
+}
+
+std::optional<unsigned> hexDigit(char character) {
+    if (character >= '0' && character <= '9') {
+        return character - '0';
+    }
+    if (character >= 'A' && character <= 'F') {
+        return character - 'A' + 10;
+    }
+    if (character >= 'a' && character <= 'f') {
+        return character - 'a' + 10;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::string uuidText(const Uuid& uuid) {
     static constexpr char kDigits[] = "0123456789ABCDEF";
-    static constexpr char kForm[] = "xxxxxxxx-xxxx-4xxx-yxxx-xxxxxxxxxxxx";
-    std::string text;
-    for (const char place : std::string_view(kForm)) {
-        const auto digit = static_cast<unsigned>(source() & 0xFU);
-        switch (place) {
-            case 'x':
-                text += kDigits[digit];
-                break;
-            case 'y':
-                text += kDigits[0x8U | (digit & 0x3U)];
-                break;
-            default:
-                text += place;
+    std::string text(kForm);
+    std::size_t nibble = 0;
+    for (char& place : text) {
+        if (place != '-') {
+            const unsigned byte = uuid.bytes[nibble / 2];
+            place = kDigits[nibble % 2 == 0 ? byte >> 4U : byte & 0xFU];
+            ++nibble;
         }
     }
     return text;
 }
 
-}  // namespace
+std::optional<Uuid> parseUuid(std::string_view text) {
+    if (text.size() != kForm.size()) {
+        return std::nullopt;
+    }
+    Uuid uuid;
+    std::size_t nibble = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (kForm[i] == '-') {
+            if (text[i] != '-') {
+                return std::nullopt;
+            }
+            continue;
+        }
+        const auto digit = hexDigit(text[i]);
+        if (!digit) {
+            return std::nullopt;
+        }
+        std::uint8_t& byte = uuid.bytes[nibble / 2];
+        byte = static_cast<std::uint8_t>((byte << 4U) | *digit);
+        ++nibble;
+    }
+    return uuid;
+}
 
 MakeUuid randomUuids() {
     return [] {
@@ -37,7 +82,7 @@ MakeUuid randomUuids() {
 }
 
 MakeUuid seededUuids(std::uint64_t seed) {
-    return [source = std::mt19937_64(seed)]() mutable { return makeUuid(source); };
+    return [source = std::make_shared<std::mt19937_64>(seed)] { return makeUuid(*source); };
 }
 
 }  // namespace ostrel

@@ -1,13 +1,29 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace ostrel {
 
-// Makes a random UUID (RFC 4122, version 4) in its 36-character form, upper case.
-using MakeUuid = std::function<std::string()>;
+// A universally unique identifier (RFC 9562).
+struct Uuid {
+    std::array<std::uint8_t, 16> bytes{};
+
+    bool operator==(const Uuid&) const = default;
+};
+
+// The 36-character form with hyphens, upper case.
+[[nodiscard]] std::string uuidText(const Uuid& uuid);
+
+// Reads that form in either case; absent for anything else.
+[[nodiscard]] std::optional<Uuid> parseUuid(std::string_view text);
+
+// Makes a random UUID (version 4). Copies of one maker go on in the same sequence.
+using MakeUuid = std::function<Uuid()>;
 
 // Random ones, from the system's source of randomness.
 [[nodiscard]] MakeUuid randomUuids();

@@ -2,10 +2,12 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 #include <string_view>
+#include <tuple>
 
 #include "base/clock.h"
+#include "base/uuid.h"
+#include "core/settings/json_record.h"
 
 namespace ostrel {
 
@@ -14,13 +16,29 @@ struct BreakLogEntry {
     enum class Kind { eye, body };
     enum class Outcome { completed, skipped, postponed, autoFadeOut, deferred };
 
-    std::string id;  // a fresh UUID
+    Uuid id;
     WallTime startedAt;
     WallTime endedAt;
     Kind kind = Kind::eye;
     Outcome outcome = Outcome::completed;
     std::int64_t penaltyAppliedSec = 0;
     std::int64_t durationSec = 0;  // planned length: base, penalty and extensions
+
+    static constexpr auto fields() {
+        using E = BreakLogEntry;
+        return std::tuple{Field{"id", &E::id},
+                          Field{"startedAt", &E::startedAt},
+                          Field{"endedAt", &E::endedAt},
+                          Field{"kind", &E::kind},
+                          Field{"outcome", &E::outcome},
+                          Field{"penaltyAppliedSec", &E::penaltyAppliedSec},
+                          Field{"durationSec", &E::durationSec}};
+    }
+
+    // A break that faded out by itself at its end was taken as well.
+    [[nodiscard]] bool isTaken() const {
+        return outcome == Outcome::completed || outcome == Outcome::autoFadeOut;
+    }
 
     bool operator==(const BreakLogEntry&) const = default;
 };

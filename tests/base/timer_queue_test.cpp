@@ -97,13 +97,46 @@ TEST(DayKeyTest, IsPaddedAndSortsByDate) {
     EXPECT_LT(dayKey({2026, 9, 30}), dayKey({2026, 10, 1}));
 }
 
+TEST(DayKeyTest, IsReadOnlyAsItIsWritten) {
+    EXPECT_EQ(parseDayKey("2024-02-29"), (CalendarDay{2024, 2, 29}));
+    for (const char* wrong : {"", "2023-02-29", "2026-3-09", "2026/03/09", "0000-01-01",
+                              "2026-03-0\xd9", "+026-03-09", "2026-03-091"}) {
+        EXPECT_EQ(parseDayKey(wrong), std::nullopt) << wrong;
+    }
+}
+
+TEST(DayKeyTest, DaysAreCountedWithoutAnyZone) {
+    EXPECT_EQ(addDays({2026, 2, 28}, 1), (CalendarDay{2026, 3, 1}));
+    EXPECT_EQ(addDays({2026, 1, 1}, -1), (CalendarDay{2025, 12, 31}));
+    EXPECT_EQ(daysBetween({2026, 3, 9}, {2026, 3, 2}), -7);
+    EXPECT_EQ(weekdayOf({2026, 3, 8}), 1);
+    EXPECT_EQ(weekdayOf({2026, 3, 14}), 7);
+}
+
 TEST(UuidTest, HasItsFormAndFollowsItsSeed) {
-    const std::string one = randomUuids()();
+    const std::string one = uuidText(randomUuids()());
     ASSERT_EQ(one.size(), 36U);
     EXPECT_EQ(one[14], '4');
     EXPECT_NE(std::string("89AB").find(one[19]), std::string::npos);
-    EXPECT_NE(one, randomUuids()());
+    EXPECT_NE(one, uuidText(randomUuids()()));
     EXPECT_EQ(seededUuids(7)(), seededUuids(7)());
+    const MakeUuid maker = seededUuids(7);
+    const MakeUuid copy = maker;
+    EXPECT_NE(maker(), copy()) << "copies must not repeat each other";
+}
+
+TEST(UuidTest, IsReadInEitherCaseAndNothingElseIs) {
+    const std::string text = "0F1E2D3C-4B5A-4968-8778-A695B4C3D2E1";
+    const auto uuid = parseUuid(text);
+    ASSERT_TRUE(uuid);
+    EXPECT_EQ(uuidText(*uuid), text);
+    EXPECT_EQ(parseUuid("0f1e2d3c-4b5a-4968-8778-a695b4c3d2e1"), uuid);
+    for (const char* wrong : {"", "0F1E2D3C-4B5A-4968-8778-A695B4C3D2E",
+                              "0F1E2D3C-4B5A-4968-8778-A695B4C3D2EG",
+                              "0F1E2D3C04B5A-4968-8778-A695B4C3D2E1",
+                              "{F1E2D3C-4B5A-4968-8778-A695B4C3D2E}"}) {
+        EXPECT_FALSE(parseUuid(wrong)) << wrong;
+    }
 }
 
 }  // namespace ostrel

@@ -116,7 +116,10 @@ class OverlayBench : BreakLogging,
     std::int64_t consumePenalty() override { return 0; }
     void clearPenalty() override {}
     void expireIfStale() override {}
-    void registerSkip(BreakKind kind) override { note("skip of " + std::string(nameOf(kind))); }
+    std::int64_t registerSkip(BreakKind kind) override {
+        note("skip of " + std::string(nameOf(kind)));
+        return 0;
+    }
     std::int64_t recentSkipCount() override { return 2; }
     std::int64_t remainingPostpones() override { return postponesLeft; }
     bool tryPostpone() override { return postponesLeft > 0 && postponesLeft-- > 0; }

@@ -12,7 +12,9 @@
 #include <vector>
 
 #include "base/clock.h"
+#include "base/day_key.h"
 #include "base/enum_names.h"
+#include "base/uuid.h"
 #include "core/settings/json.h"
 
 namespace ostrel {
@@ -82,6 +84,22 @@ struct JsonCodec<std::string> {
     static Json encode(const std::string& value) { return value; }
     static std::optional<std::string> decode(const Json& json) {
         return json.is_string() ? std::optional(json.get<std::string>()) : std::nullopt;
+    }
+};
+
+template <>
+struct JsonCodec<Uuid> {
+    static Json encode(const Uuid& value) { return uuidText(value); }
+    static std::optional<Uuid> decode(const Json& json) {
+        return json.is_string() ? parseUuid(json.get_ref<const std::string&>()) : std::nullopt;
+    }
+};
+
+template <>
+struct JsonCodec<CalendarDay> {
+    static Json encode(CalendarDay value) { return dayKey(value); }
+    static std::optional<CalendarDay> decode(const Json& json) {
+        return json.is_string() ? parseDayKey(json.get_ref<const std::string&>()) : std::nullopt;
     }
 };
 

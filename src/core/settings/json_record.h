@@ -39,7 +39,7 @@ template <class T>
 inline constexpr bool kIsOptional<std::optional<T>> = true;
 
 // Every field must be there and readable, except optional ones, unless the record has a decode() of
-// its own; other keys are ignored.
+// its own; other keys are ignored. A record may have the last word with an isSound() of its own.
 template <JsonRecord T>
 struct JsonCodec<T> {
     static Json encode(const T& record) {
@@ -75,6 +75,9 @@ struct JsonCodec<T> {
         forEachField<T>([&]<class Value>(const Field<T, Value>& field) {
             readable = readable && readField(json, field, record);
         });
+        if constexpr (requires { record.isSound(); }) {
+            readable = readable && record.isSound();
+        }
         return readable ? std::optional(std::move(record)) : std::nullopt;
     }
 

@@ -25,6 +25,9 @@ class Calendar {
 
     [[nodiscard]] virtual Components components(WallTime time) const = 0;
 
+    // The name of the day that `time` lies in.
+    [[nodiscard]] std::string dayKeyOf(WallTime time) const { return dayKey(components(time).day); }
+
     // The first instant of the day that `time` lies in: not always 00:00, which some days lack and
     // some have twice (then the first counts).
     [[nodiscard]] virtual WallTime startOfDay(WallTime time) const = 0;

@@ -12,6 +12,8 @@ class SystemEvents {
     Signal<> willSleep;     // the computer is about to sleep
     Signal<> didWake;       // it is awake again; wall-clock timers that are overdue fire after this
     Signal<> clockChanged;  // the clock was set or the time zone changed
+    Signal<> dayChanged;    // a new calendar day has begun
+    Signal<> didBecomeActive;  // the user turned to this program
 };
 
 }  // namespace ostrel

@@ -1,0 +1,88 @@
+#include "records/break_log.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+#include "base/checked_seconds.h"
+#include "platform/api/calendar.h"
+
+namespace ostrel {
+
+BreakLog::BreakLog(PreferencesStore& preferences, const Calendar& calendar, NowFunction now)
+    : calendar_(calendar),
+      now_(std::move(now)),
+      document_(preferences, "ostrel.breakLog.v1", DocumentBytes::OnEncodingFailure::stayQuiet),
+      entries_(document_.load().value_or(std::vector<BreakLogEntry>{})) {}
+
+void BreakLog::append(const BreakLogEntry& entry) {
+    std::vector<BreakLogEntry> next = *entries_;
+    next.push_back(entry);
+    if (const auto oldest = startOfDayBefore(kRetentionDays)) {
+        std::erase_if(next, [&](const BreakLogEntry& old) { return old.endedAt < *oldest; });
+    }
+    entries_.set(std::move(next));
+    document_.save(*entries_);
+    didAppend.send(entry);
+}
+
+std::int64_t BreakLog::dayAge(const BreakLogEntry& entry) const {
+    return calendar_.daysBetween(entry.endedAt, now_());
+}
+
+// Whether an entry is older than so many days is asked of every entry at once: one comparison of
+// instants each instead of two looks into the calendar.
+std::optional<WallTime> BreakLog::startOfDayBefore(std::int64_t days) const {
+    const auto thatDay = calendar_.addDays(now_(), -days);
+    return thatDay ? std::optional(calendar_.startOfDay(*thatDay)) : std::nullopt;
+}
+
+std::vector<BreakLogEntry> BreakLog::entriesOf(std::int64_t lastDays) const {
+    const auto first = startOfDayBefore(lastDays - 1);
+    std::vector<BreakLogEntry> span;
+    std::copy_if(entries_->begin(), entries_->end(), std::back_inserter(span),
+                 [&](const BreakLogEntry& entry) { return !first || entry.endedAt >= *first; });
+    return span;
+}
+
+AggregatedTotals BreakLog::totals(std::int64_t lastDays) const {
+    using Outcome = BreakLogEntry::Outcome;
+    AggregatedTotals totals;
+    std::int64_t skipped = 0;
+    std::int64_t shown = 0;
+    std::int64_t penaltySec = 0;
+    std::int64_t penalized = 0;
+    for (const BreakLogEntry& entry : entriesOf(lastDays)) {
+        if (entry.outcome == Outcome::completed) {
+            ++(entry.kind == BreakKind::eye ? totals.eye : totals.body);
+        }
+        skipped += entry.outcome == Outcome::skipped ? 1 : 0;
+        shown += entry.outcome != Outcome::deferred ? 1 : 0;
+        if (entry.penaltyAppliedSec > 0) {
+            penaltySec = addSec(penaltySec, entry.penaltyAppliedSec);
+            ++penalized;
+        }
+    }
+    if (shown > 0) {
+        totals.skipRate = static_cast<double>(skipped) / static_cast<double>(shown);
+    }
+    if (penalized > 0) {
+        totals.avgPenaltySec = wholeSec(
+            std::round(static_cast<double>(penaltySec) / static_cast<double>(penalized)));
+    }
+    return totals;
+}
+
+BreakLog::TakenBreaks BreakLog::takenBetween(WallTime from, WallTime to) const {
+    TakenBreaks taken{0, from};
+    for (const BreakLogEntry& entry : *entries_) {
+        if (entry.isTaken() && entry.endedAt >= from && entry.endedAt < to) {
+            ++taken.count;
+            taken.lastEndedAt = std::max(taken.lastEndedAt, entry.endedAt);
+        }
+    }
+    return taken;
+}
+
+}  // namespace ostrel

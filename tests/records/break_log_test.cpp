@@ -1,0 +1,246 @@
+#include "records/break_log.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+#include "records/break_log_export.h"
+#include "records/report_summary.h"
+#include "support/records_bench.h"
+
+namespace ostrel {
+namespace {
+
+constexpr const char* kKey = "ostrel.breakLog.v1";
+using Outcome = BreakLogEntry::Outcome;
+using Range = ReportSummaryView::Range;
+
+struct Bench : RecordsBench {
+    using RecordsBench::RecordsBench;
+
+    BreakLog load() { return {preferences, calendar, clock()}; }
+    // "DAY eye+body", of the days that have any.
+    std::vector<std::string> buckets(const BreakLog& log, Range range) {
+        std::vector<std::string> days;
+        for (const auto& bucket :
+             ReportSummaryView(log, calendar, clock()).dayBuckets(*log.entries(), range)) {
+            EXPECT_EQ(bucket.id, bucket.day);
+            if (bucket.eye + bucket.body > 0) {
+                days.push_back(calendar.dayKeyOf(bucket.day) + " " + std::to_string(bucket.eye) +
+                               "+" + std::to_string(bucket.body));
+            }
+        }
+        return days;
+    }
+};
+
+constexpr const char* kTwoEntries =
+    R"([{"id":"0F1E2D3C-4B5A-4968-8778-A695B4C3D2E1","startedAt":794739600.25,)"
+    R"("endedAt":794739720.123456,"kind":"eye","outcome":"autoFadeOut",)"
+    R"("penaltyAppliedSec":90,"durationSec":210},)"
+    R"({"id":"00000000-0000-4000-8000-000000000000","startedAt":1.0,"endedAt":2.5,)"
+    R"("kind":"body","outcome":"deferred","penaltyAppliedSec":0,"durationSec":0}])";
+
+}  // namespace
+
+TEST(BreakLogTest, StoredHistoryIsTakenAsItIsAndGoesOnBitForBit) {
+    Bench bench("2026-03-09T09:02:05");
+    bench.preferences.write(kKey, kTwoEntries);
+    BreakLog log = bench.load();
+    ASSERT_EQ(log.entries()->size(), 2U) << "older than 60 days, and yet there until an append";
+    EXPECT_EQ(bench.stored(kKey), kTwoEntries);
+
+    log.append(bench.entry(bench.now()));
+    ASSERT_EQ(log.entries()->size(), 2U);
+    const std::string text = bench.stored(kKey);
+    EXPECT_EQ(text.substr(0, text.find("},") + 1),
+              std::string(kTwoEntries).substr(0, std::string(kTwoEntries).find("},") + 1));
+    EXPECT_EQ(*bench.load().entries(), *log.entries());
+}
+
+TEST(BreakLogTest, OneBadEntryCostsTheHistoryAndIsSetAsideAtTheNextAppend) {
+    const std::string good = kTwoEntries;
+    const auto with = [&good](const std::string& part, const std::string& other) {
+        std::string text = good;
+        return text.replace(text.find(part), part.size(), other);
+    };
+    const std::vector<std::string> damaged = {
+        "", "{}", "null", good.substr(0, good.size() - 1),
+        with(R"("kind":"body")", R"("kind":"Body")"),
+        with(R"("outcome":"deferred")", R"("outcome":4)"),
+        with(R"(,"durationSec":0})", "}"),
+        with(R"("durationSec":0)", R"("durationSec":0.5)"),
+        with(R"("penaltyAppliedSec":0)", R"("penaltyAppliedSec":9223372036854775808)"),
+        with(R"("endedAt":2.5)", R"("endedAt":"2.5")"),
+        with("00000000-0000-4000-8000-000000000000", "00000000-0000-4000-8000-00000000000"),
+        with("{\"id\"", "null,{\"id\""),
+    };
+    for (const std::string& bytes : damaged) {
+        Bench bench;
+        bench.preferences.write(kKey, bytes);
+        BreakLog log = bench.load();
+        EXPECT_TRUE(log.entries()->empty()) << bytes;
+        EXPECT_EQ(bench.stored(kKey), bytes);
+        log.append(bench.entry(bench.now()));
+        EXPECT_EQ(bench.load().entries()->size(), 1U) << bytes;
+        EXPECT_EQ(bench.preferences.damaged().count(kKey), 1U) << bytes;
+        EXPECT_EQ(bench.preferences.damaged().find(kKey)->second, bytes);
+    }
+}
+
+TEST(BreakLogTest, SixtyCalendarDaysAreKept) {
+    // The summer time of Berlin begins in between: 60 days are not 60 times 24 hours.
+    Bench bench("2026-05-08T00:30:00", "Europe/Berlin");
+    BreakLog log = bench.load();
+    std::vector<std::size_t> seen;
+    const Subscription watching =
+        log.entries().onChange([&](const auto& entries) { seen.push_back(entries.size()); });
+    const BreakLogEntry kept = bench.entry(bench.at("2026-03-09T00:00:00"));
+    const BreakLogEntry old = bench.entry(bench.at("2026-03-08T23:59:59"));
+    const BreakLogEntry future = bench.entry(bench.at("2026-05-10T12:00:00"));
+    EXPECT_EQ(log.dayAge(kept), 60);
+    EXPECT_EQ(log.dayAge(old), 61);
+    EXPECT_EQ(log.dayAge(future), -2);
+    log.append(kept);
+    log.append(future);
+    log.append(old);
+    EXPECT_EQ(*log.entries(), (std::vector{kept, future})) << "not sorted, the old one gone";
+    EXPECT_EQ(seen, (std::vector<std::size_t>{1, 2}));
+
+    const BreakLogEntry atNoon = bench.entry(bench.at("2026-03-09T12:00:00"));
+    EXPECT_EQ(log.dayAge(atNoon), 60);
+    bench.zone = "Pacific/Honolulu";  // where it is still the day before
+    EXPECT_EQ(log.dayAge(atNoon), 59);
+}
+
+TEST(BreakLogTest, FailureToEncodeIsSilentAndLosesNothing) {
+    Bench bench;
+    BreakLog log = bench.load();
+    int notices = 0;
+    const Subscription watching =
+        bench.preferences.persistenceWriteFailed.subscribe([&](const auto&) { ++notices; });
+    bench.preferences.setEncoding(MemoryPreferences::Encoding::fails);
+    log.append(bench.entry(bench.now()));
+    EXPECT_EQ(log.entries()->size(), 1U);
+    EXPECT_EQ(bench.stored(kKey), "nothing");
+    EXPECT_EQ(notices, 0);
+    bench.preferences.setEncoding(MemoryPreferences::Encoding::works);
+    log.append(bench.entry(bench.now()));
+    EXPECT_EQ(bench.load().entries()->size(), 2U);
+}
+
+TEST(BreakLogTest, TotalsOfTheLastDays) {
+    Bench bench("2026-03-09T12:00:00", "Europe/Berlin");
+    BreakLog log = bench.load();
+    EXPECT_EQ(log.totals(7), AggregatedTotals());
+    log.append(bench.entry(bench.now(), BreakKind::eye, Outcome::deferred, 0));
+    EXPECT_EQ(log.totals(7), AggregatedTotals()) << "only what was shown can be skipped";
+
+    log.append(bench.entry(bench.now(), BreakKind::eye, Outcome::completed, 30));
+    log.append(bench.entry(bench.now(), BreakKind::body, Outcome::completed, 0));
+    log.append(bench.entry(bench.at("2026-03-03T00:00:00"), BreakKind::eye, Outcome::skipped, 45));
+    log.append(bench.entry(bench.now(), BreakKind::eye, Outcome::postponed, 0));
+    log.append(bench.entry(bench.now(), BreakKind::body, Outcome::autoFadeOut, 0));
+    log.append(bench.entry(bench.at("2026-03-02T23:59:59"), BreakKind::body, Outcome::completed, 0));
+    EXPECT_EQ(log.totals(7), (AggregatedTotals{1, 1, 0.2, 38})) << "37.5 is rounded up";
+    EXPECT_EQ(log.totals(1), (AggregatedTotals{1, 1, 0, 30}));
+    EXPECT_EQ(log.totals(8), (AggregatedTotals{1, 2, 1.0 / 6, 38}));
+    EXPECT_EQ(log.totals(0), AggregatedTotals());
+
+    log.append(bench.entry(bench.at("2026-03-10T00:00:00"), BreakKind::eye, Outcome::completed, 0));
+    EXPECT_EQ(log.totals(0), (AggregatedTotals{1, 0, 0, 0})) << "the clock was set back";
+}
+
+TEST(BreakLogTest, PenaltiesWhoseSumDoesNotFitAreFatal) {
+    Bench bench;
+    BreakLog log = bench.load();
+    for (int i = 0; i < 2; ++i) {
+        log.append(bench.entry(bench.now(), BreakKind::eye, Outcome::skipped,
+                               std::numeric_limits<std::int64_t>::max()));
+    }
+    EXPECT_DEATH((void)log.totals(1), "overflow");
+}
+
+TEST(ReportTest, OneBucketADayOldestFirst) {
+    Bench bench("2026-03-31T08:00:00", "Europe/Berlin");
+    BreakLog log = bench.load();
+    const ReportSummaryView report(log, bench.calendar, bench.clock());
+    EXPECT_EQ(report.stats(Range::weekly), ReportSummaryStats());
+    const auto week = report.dayBuckets({}, Range::weekly);
+    ASSERT_EQ(week.size(), 7U);
+    EXPECT_EQ(week.front().day, bench.at("2026-03-25T00:00:00"));
+    EXPECT_EQ(week.back().day, bench.at("2026-03-31T00:00:00"));
+    EXPECT_EQ(report.dayBuckets({}, Range::monthly).size(), 30U);
+    EXPECT_EQ(report.dayBuckets({}, Range::full).size(), 60U);
+
+    log.append(bench.entry(bench.at("2026-03-29T00:00:30")));  // 23 hours long, begun the day before
+    log.append(bench.entry(bench.at("2026-03-29T23:59:59"), BreakKind::body));
+    log.append(bench.entry(bench.at("2026-03-24T23:59:59")));
+    for (const Outcome outcome : {Outcome::skipped, Outcome::autoFadeOut, Outcome::deferred}) {
+        log.append(bench.entry(bench.now(), BreakKind::eye, outcome));
+    }
+    log.append(bench.entry(bench.at("2026-03-02T00:00:00"), BreakKind::eye, Outcome::postponed));
+    log.append(bench.entry(bench.at("2026-03-01T23:59:59"), BreakKind::eye, Outcome::postponed));
+    EXPECT_EQ(bench.buckets(log, Range::weekly), (std::vector<std::string>{"2026-03-29 1+1"}));
+    EXPECT_EQ(report.stats(Range::weekly).postponements, 0);
+    EXPECT_EQ(report.stats(Range::monthly).postponements, 1);
+    EXPECT_EQ(report.stats(Range::full).postponements, 2);
+    EXPECT_EQ(report.stats(Range::monthly),
+              (ReportSummaryStats{2, 1, 1.0 / 6, 0, 1}));
+}
+
+TEST(ReportTest, DaysWithOddMidnightsHaveTheirBuckets) {
+    struct Case {
+        const char* zone;
+        const char* day;
+        const char* today;
+    };
+    // No midnight at all; a midnight that comes twice; each seen from that day and from later.
+    for (const Case& one : {Case{"Asia/Beirut", "2022-03-27", "2022-03-27T08:00:00"},
+                            Case{"Asia/Beirut", "2022-03-27", "2022-03-28T08:00:00"},
+                            Case{"America/Havana", "2022-11-06", "2022-11-06T08:00:00"},
+                            Case{"America/Havana", "2022-11-06", "2022-11-08T08:00:00"}}) {
+        Bench bench(one.today, one.zone);
+        BreakLog log = bench.load();
+        const WallTime start =
+            bench.calendar.startOfDay(bench.at((std::string(one.day) + "T12:00:00").c_str()));
+        log.append(bench.entry(start - wallSec(1)));
+        log.append(bench.entry(start, BreakKind::body));
+        log.append(bench.entry(start + wallSec(5400), BreakKind::body));
+        const std::string dayBefore = dayKey(addDays(*parseDayKey(one.day), -1));
+        EXPECT_EQ(bench.buckets(log, Range::weekly),
+                  (std::vector<std::string>{dayBefore + " 1+0", std::string(one.day) + " 0+2"}))
+            << one.zone << " from " << one.today;
+        const auto week =
+            ReportSummaryView(log, bench.calendar, bench.clock()).dayBuckets({}, Range::weekly);
+        EXPECT_EQ(week.size(), 7U) << one.zone;
+    }
+}
+
+TEST(ExportTest, CsvAndJsonSayWhereTheClockStood) {
+    Bench bench("2026-03-29T12:00:00", "Europe/Berlin");
+    std::vector<BreakLogEntry> entries = {
+        bench.entry(bench.at("2026-03-29T03:01:30"), BreakKind::body, Outcome::postponed, 90)};
+    EXPECT_EQ(exportCsv({}, bench.calendar),
+              "id,startedAt,endedAt,kind,outcome,penaltyAppliedSec,durationSec\r\n");
+    EXPECT_EQ(exportCsv(entries, bench.calendar),
+              "id,startedAt,endedAt,kind,outcome,penaltyAppliedSec,durationSec\r\n" +
+                  uuidText(entries[0].id) +
+                  ",2026-03-29T01:59:30+01:00,2026-03-29T03:01:30+02:00,body,postponed,90,120\r\n");
+    const auto json = parseJson(exportJson(entries, bench.calendar));
+    ASSERT_TRUE(json && json->size() == 1U);
+    EXPECT_EQ((*json)[0]["endedAt"], "2026-03-29T03:01:30+02:00");
+    EXPECT_EQ((*json)[0]["durationSec"], 120);
+    EXPECT_EQ(exportJson({}, bench.calendar), "[]\n");
+}
+
+TEST(ExportTest, FieldsAreQuotedWhereTheyNeedIt) {
+    EXPECT_EQ(csvField("plain text"), "plain text");
+    EXPECT_EQ(csvField("a,b"), "\"a,b\"");
+    EXPECT_EQ(csvField("say \"no\""), "\"say \"\"no\"\"\"");
+    EXPECT_EQ(csvField("two\r\nlines"), "\"two\r\nlines\"");
+}
+
+}  // namespace ostrel
