@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/api/displays.h"
+#include "platform/api/frontmost_application.h"
 #include "platform/api/haptics.h"
 #include "platform/api/motion_settings.h"
 
@@ -27,6 +28,15 @@ class VirtualDisplays : public Displays {
   private:
     std::vector<Display> displays_;
     std::optional<std::uint32_t> mainID_;
+};
+
+class VirtualFrontmostApplication : public FrontmostApplication {
+  public:
+    [[nodiscard]] std::optional<Application> current() const override { return current_; }
+    void set(std::optional<Application> application) { current_ = std::move(application); }
+
+  private:
+    std::optional<Application> current_;
 };
 
 class VirtualMotionSettings : public MotionSettings {
