@@ -5,60 +5,131 @@
 #include "base/checked_seconds.h"
 
 namespace ostrel {
+namespace {
+
+// The service of a slot, made on first use.
+template <class Service, class Make>
+Service& filled(std::unique_ptr<Service>& slot, Make make) {
+    if (!slot) {
+        slot = make();
+    }
+    return *slot;
+}
+
+}  // namespace
 
 AppEnvironment::AppEnvironment(Platform platform) : platform_(std::move(platform)) {}
 AppEnvironment::~AppEnvironment() = default;
 
 SettingsStore& AppEnvironment::settingsStore() {
-    if (!settingsStore_) {
-        settingsStore_ = std::make_unique<SettingsStore>(platform_.preferences);
-    }
-    return *settingsStore_;
+    return filled(settingsStore_,
+                  [this] { return std::make_unique<SettingsStore>(platform_.preferences); });
 }
 
 SessionStateStore& AppEnvironment::sessionStateStore() {
-    if (!sessionStateStore_) {
-        sessionStateStore_ =
-            std::make_unique<SessionStateStore>(platform_.preferences, platform_.now());
+    return filled(sessionStateStore_, [this] {
+        return std::make_unique<SessionStateStore>(platform_.preferences, platform_.now());
+    });
+}
+
+BreakLog& AppEnvironment::breakLog() {
+    return filled(breakLog_, [this] {
+        return std::make_unique<BreakLog>(platform_.preferences, platform_.calendar, platform_.now);
+    });
+}
+
+DailyCounter& AppEnvironment::dailyCounter() {
+    return filled(dailyCounter_, [this] {
+        return std::make_unique<DailyCounter>(
+            DailyCounter::Services{platform_.preferences, platform_.calendar, platform_.runLoop,
+                                   platform_.systemEvents, platform_.now});
+    });
+}
+
+PenaltyLedger& AppEnvironment::penaltyLedger() {
+    return filled(penaltyLedger_,
+                  [this] { return std::make_unique<PenaltyLedger>(platform_.preferences); });
+}
+
+PenaltyEngine& AppEnvironment::penaltyEngine() {
+    return filled(penaltyEngine_, [this] {
+        return std::make_unique<PenaltyEngine>(PenaltyEngine::Services{
+            platform_.now, penaltyLedger(), settingsStore(), dailyCounter(), nullptr,
+            platform_.preferences, platform_.requestUserAttention});
+    });
+}
+
+PostponeQuota& AppEnvironment::postponeQuota() {
+    return filled(postponeQuota_, [this] {
+        return std::make_unique<PostponeQuota>(platform_.preferences, platform_.now);
+    });
+}
+
+PostponeService& AppEnvironment::postponeService() {
+    return filled(postponeService_, [this] {
+        return std::make_unique<PostponeService>(platform_.now, postponeQuota(), dailyCounter());
+    });
+}
+
+StreakTracker& AppEnvironment::streakTracker() {
+    return filled(streakTracker_, [this] {
+        return std::make_unique<StreakTracker>(
+            StreakTracker::Services{platform_.preferences, settingsStore(), breakLog(),
+                                    dailyCounter(), platform_.calendar, platform_.now});
+    });
+}
+
+DayEndAnnouncer& AppEnvironment::dayEndAnnouncer() {
+    return filled(dayEndAnnouncer_, [this] {
+        return std::make_unique<DayEndAnnouncer>(
+            DayEndAnnouncer::Services{platform_.preferences, settingsStore(), breakLog(),
+                                      platform_.calendar, platform_.now, nullptr});
+    });
+}
+
+ReportSummaryView& AppEnvironment::reportSummary() {
+    return filled(reportSummary_, [this] {
+        return std::make_unique<ReportSummaryView>(breakLog(), platform_.calendar, platform_.now);
+    });
+}
+
+MeetingWatcher* AppEnvironment::meetingWatcher() {
+    if (platform_.frontmost == nullptr) {
+        return nullptr;
     }
-    return *sessionStateStore_;
+    return &filled(meetingWatcher_, [this] {
+        return std::make_unique<MeetingWatcher>(MeetingWatcher::Services{
+            settingsStore(), *platform_.frontmost, platform_.runLoop});
+    });
 }
 
 TimerEngine& AppEnvironment::timerEngine() {
-    if (!timerEngine_) {
-        timerEngine_ = std::make_unique<TimerEngine>(TimerEngine::Services{settingsStore(),
-                                                                           sessionStateStore(),
-                                                                           platform_.calendar,
-                                                                           platform_.runLoop,
-                                                                           platform_.now,
-                                                                           platform_.makeUuid,
-                                                                           {}},
-                                                     TimerEngine::Ticking::automatic);
-    }
-    return *timerEngine_;
+    return filled(timerEngine_, [this] {
+        const EngineCollaborators collaborators{&penaltyEngine(), &postponeService(), &breakLog(),
+                                                meetingWatcher()};
+        return std::make_unique<TimerEngine>(
+            TimerEngine::Services{settingsStore(), sessionStateStore(), platform_.calendar,
+                                  platform_.runLoop, platform_.now, platform_.makeUuid,
+                                  collaborators},
+            TimerEngine::Ticking::automatic);
+    });
 }
 
 OverlayManager& AppEnvironment::overlayManager() {
-    if (!overlayManager_) {
-        overlayManager_ =
-            std::make_unique<OverlayManager>(OverlayManager::Services{settingsStore(),
-                                                                      timerEngine(),
-                                                                      platform_.overlayWindows,
-                                                                      platform_.displays,
-                                                                      platform_.systemEvents,
-                                                                      platform_.motion,
-                                                                      platform_.haptics,
-                                                                      platform_.runLoop,
-                                                                      platform_.now,
-                                                                      platform_.makeUuid,
-                                                                      {}});
-    }
-    return *overlayManager_;
+    return filled(overlayManager_, [this] {
+        const OverlayRecords records{&breakLog(), &dailyCounter(), &penaltyEngine(),
+                                     &postponeService()};
+        return std::make_unique<OverlayManager>(OverlayManager::Services{
+            settingsStore(), timerEngine(), platform_.overlayWindows, platform_.displays,
+            platform_.systemEvents, platform_.motion, platform_.haptics, platform_.runLoop,
+            platform_.now, platform_.makeUuid, records});
+    });
 }
 
 void AppEnvironment::launch() {
     // Made first, so that it hears of a sleep before the time of it is noted.
     [[maybe_unused]] const OverlayManager& overlay = overlayManager();
+    [[maybe_unused]] const StreakTracker& streak = streakTracker();
     subscriptions_.push_back(platform_.systemEvents.willSleep.subscribe([this] { noteSleep(); }));
     subscriptions_.push_back(platform_.systemEvents.didWake.subscribe([this] { noteWake(); }));
     timerEngine().configure(PresetCatalog::active(*settingsStore().settings()));

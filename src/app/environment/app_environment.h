@@ -9,6 +9,16 @@
 #include "core/settings/session_state_store.h"
 #include "core/settings/settings_store.h"
 #include "overlay/overlay_manager.h"
+#include "presence/meeting_watcher.h"
+#include "records/break_log.h"
+#include "records/daily_counter.h"
+#include "records/day_end_announcer.h"
+#include "records/penalty_engine.h"
+#include "records/penalty_ledger.h"
+#include "records/postpone_quota.h"
+#include "records/postpone_service.h"
+#include "records/report_summary.h"
+#include "records/streak_tracker.h"
 
 namespace ostrel {
 
@@ -30,6 +40,17 @@ class AppEnvironment {
 
     [[nodiscard]] SettingsStore& settingsStore();
     [[nodiscard]] SessionStateStore& sessionStateStore();
+    [[nodiscard]] BreakLog& breakLog();
+    [[nodiscard]] DailyCounter& dailyCounter();
+    [[nodiscard]] PenaltyLedger& penaltyLedger();
+    [[nodiscard]] PenaltyEngine& penaltyEngine();
+    [[nodiscard]] PostponeQuota& postponeQuota();
+    [[nodiscard]] PostponeService& postponeService();
+    [[nodiscard]] StreakTracker& streakTracker();
+    [[nodiscard]] DayEndAnnouncer& dayEndAnnouncer();
+    [[nodiscard]] ReportSummaryView& reportSummary();
+    // Null where the system cannot tell what is in front.
+    [[nodiscard]] MeetingWatcher* meetingWatcher();
     [[nodiscard]] TimerEngine& timerEngine();
     [[nodiscard]] OverlayManager& overlayManager();
 
@@ -40,6 +61,16 @@ class AppEnvironment {
     Platform platform_;
     std::unique_ptr<SettingsStore> settingsStore_;
     std::unique_ptr<SessionStateStore> sessionStateStore_;
+    std::unique_ptr<BreakLog> breakLog_;
+    std::unique_ptr<DailyCounter> dailyCounter_;
+    std::unique_ptr<PenaltyLedger> penaltyLedger_;
+    std::unique_ptr<PenaltyEngine> penaltyEngine_;
+    std::unique_ptr<PostponeQuota> postponeQuota_;
+    std::unique_ptr<PostponeService> postponeService_;
+    std::unique_ptr<StreakTracker> streakTracker_;
+    std::unique_ptr<DayEndAnnouncer> dayEndAnnouncer_;
+    std::unique_ptr<ReportSummaryView> reportSummary_;
+    std::unique_ptr<MeetingWatcher> meetingWatcher_;
     std::unique_ptr<TimerEngine> timerEngine_;
     std::unique_ptr<OverlayManager> overlayManager_;
     std::vector<Subscription> subscriptions_;

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <functional>
+
 #include "base/clock.h"
 #include "base/uuid.h"
 #include "overlay/overlay_window.h"
 #include "platform/api/calendar.h"
 #include "platform/api/displays.h"
+#include "platform/api/frontmost_application.h"
 #include "platform/api/haptics.h"
 #include "platform/api/motion_settings.h"
 #include "platform/api/preferences_store.h"
@@ -26,6 +29,8 @@ struct Platform {
     Haptics& haptics;
     OverlayWindowMaker& overlayWindows;
     MakeUuid makeUuid;
+    const FrontmostApplication* frontmost = nullptr;  // absent where that cannot be told
+    std::function<void()> requestUserAttention = {};  // empty where there is no way to do so
 };
 
 }  // namespace ostrel

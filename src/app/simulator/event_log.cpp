@@ -7,6 +7,7 @@
 #include "core/settings/settings_model.h"
 #include "menubar/menu_bar_context.h"
 #include "menubar/menu_bar_tooltip.h"
+#include "platform/api/iso_time.h"
 
 namespace ostrel {
 namespace {
@@ -52,6 +53,11 @@ Json optionalText(const std::optional<std::string>& text) {
     return text ? Json(*text) : Json();
 }
 
+bool isMeetingActive(AppEnvironment& environment) {
+    const MeetingWatcher* watcher = environment.meetingWatcher();
+    return watcher != nullptr && watcher->isMeetingActive();
+}
+
 }  // namespace
 
 EventLog::EventLog(VirtualPlatform& platform, SecondsNow secondsNow, Print print)
@@ -78,6 +84,8 @@ std::vector<Subscription> EventLog::watchPlatform() {
         preferences.persistenceWriteFailed.subscribe([this](const PersistenceError& error) {
             print("persistence.failed", {{"key", error.key}});
         }));
+    watching.push_back(
+        platform_.attentionRequested.subscribe([this] { print("attention.requested"); }));
     watching.push_back(platform_.haptics.played.subscribe([this](int pattern) {
         print("haptic", {{"pattern", pattern}});
     }));
@@ -87,6 +95,7 @@ std::vector<Subscription> EventLog::watchPlatform() {
 std::vector<Subscription> EventLog::watch(AppEnvironment& environment) {
     std::vector<Subscription> watching;
     watchOverlay(environment.overlayManager(), watching);
+    watchRecords(environment, watching);
     watchEngine(environment.timerEngine(), watching);
     watchPauses(environment.sessionStateStore(), watching);
     return watching;
@@ -116,6 +125,17 @@ void EventLog::watchOverlay(OverlayManager& overlay, std::vector<Subscription>& 
     watching.push_back(overlay.penaltyAppliedPublisher.subscribe([this](std::int64_t penaltySec) {
         print("penalty.applied", {{"penaltySec", penaltySec}});
     }));
+}
+
+void EventLog::watchRecords(AppEnvironment& environment, std::vector<Subscription>& watching) {
+    watching.push_back(
+        environment.breakLog().didAppend.subscribe([this](const BreakLogEntry& entry) {
+            print("log.appended", JsonCodec<BreakLogEntry>::encode(entry));
+        }));
+    if (const MeetingWatcher* watcher = environment.meetingWatcher()) {
+        watching.push_back(watcher->meetingActive().onChange(
+            [this](bool isActive) { print("meeting.changed", {{"value", isActive}}); }));
+    }
 }
 
 void EventLog::watchEngine(TimerEngine& engine, std::vector<Subscription>& watching) {
@@ -148,6 +168,25 @@ Json EventLog::windows(const OverlayManager& overlay) {
     return list;
 }
 
+void EventLog::printReport(AppEnvironment& environment, ReportSummaryView::Range range) {
+    const ReportSummaryView& report = environment.reportSummary();
+    const ReportSummaryStats stats = report.stats(range);
+    Json buckets = Json::array();
+    for (const auto& bucket : report.dayBuckets(*environment.breakLog().entries(), range)) {
+        buckets.push_back({{"day", platform_.calendar.dayKeyOf(bucket.day)},
+                           {"eye", bucket.eye},
+                           {"body", bucket.body}});
+    }
+    print("report", {{"range", nameOf(range)},
+                     {"stats",
+                      {{"eyeCompleted", stats.eyeCompleted},
+                       {"bodyCompleted", stats.bodyCompleted},
+                       {"skipRate", stats.skipRate},
+                       {"avgPenaltySec", stats.avgPenaltySec},
+                       {"postponements", stats.postponements}}},
+                     {"buckets", buckets}});
+}
+
 void EventLog::printSnapshot(AppEnvironment& environment, const Json& label) {
     const TimerEngine& engine = environment.timerEngine();
     const OverlayManager& manager = environment.overlayManager();
@@ -173,9 +212,16 @@ void EventLog::printSnapshot(AppEnvironment& environment, const Json& label) {
          {"isDeferring", engine.isDeferring()},
          {"session",
           JsonCodec<SessionStateModel>::encode(*environment.sessionStateStore().current())},
+         {"dailyCounter",
+          JsonCodec<DailyCounterModel>::encode(*environment.dailyCounter().model())},
+         {"unconsumedPenaltySec", *environment.penaltyEngine().unconsumedPenaltySec()},
+         {"recentSkipCount", environment.penaltyEngine().recentSkipCount()},
+         {"remainingPostpones", environment.postponeService().remainingPostpones()},
          {"overlay", overlay},
          {"menuBar", menuBarFields(menuBarContext(engine, environment.sessionStateStore(),
-                                                  environment.settingsStore()))}});
+                                                  environment.settingsStore()))},
+         {"presence", {{"isMeetingActive", isMeetingActive(environment)}}},
+         {"streak", environment.streakTracker().streak()->currentDays}});
 }
 
 void EventLog::printEnd() {

@@ -25,11 +25,13 @@ class EventLog {
     [[nodiscard]] std::vector<Subscription> watch(AppEnvironment& environment);
 
     void print(std::string_view event, const Json& fields = Json::object());
+    void printReport(AppEnvironment& environment, ReportSummaryView::Range range);
     void printSnapshot(AppEnvironment& environment, const Json& label);
     void printEnd();
 
   private:
     void watchOverlay(OverlayManager& overlay, std::vector<Subscription>& watching);
+    void watchRecords(AppEnvironment& environment, std::vector<Subscription>& watching);
     void watchEngine(TimerEngine& engine, std::vector<Subscription>& watching);
     void watchPauses(const SessionStateStore& session, std::vector<Subscription>& watching);
     [[nodiscard]] static Json windows(const OverlayManager& overlay);

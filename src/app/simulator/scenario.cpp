@@ -90,6 +90,25 @@ ScenarioDisplays displays(ScenarioReader& in, const Json& json) {
     return result;
 }
 
+struct FrontmostEntry {
+    std::string bundleIdentifier;
+    std::int64_t processIdentifier = 0;
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"bundleIdentifier", &FrontmostEntry::bundleIdentifier},
+                          Field{"processIdentifier", &FrontmostEntry::processIdentifier}};
+    }
+};
+
+std::optional<FrontmostApplication::Application> frontmost(ScenarioReader& in, const Json& json) {
+    if (json.is_null()) {
+        return std::nullopt;
+    }
+    const auto entry = in.read<FrontmostEntry>(
+        json, "an application with bundleIdentifier and processIdentifier, or null");
+    return FrontmostApplication::Application{entry.bundleIdentifier, entry.processIdentifier};
+}
+
 Json settingsFields(ScenarioReader& in, const Json& json) {
     in.eachKey(json, "an object of settings", [&](const std::string& key, const Json& value) {
         bool isKnown = false;
@@ -154,6 +173,15 @@ constexpr std::pair<std::string_view, ReadAction> kVerbs[] = {
      [](ScenarioReader& in, const Json& v) -> StepAction {
          return step::SetDisplays{displays(in, v)};
      }},
+    {"frontmost",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::SetFrontmost{frontmost(in, v)};
+     }},
+    {"becomeActive",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         onlyTrue(in, v);
+         return step::BecomeActive{};
+     }},
     {"sleepSec",
      [](ScenarioReader& in, const Json& v) -> StepAction {
          return step::Sleep{seconds(in, v, 0)};
@@ -202,6 +230,11 @@ constexpr std::pair<std::string_view, ReadAction> kVerbs[] = {
     {"failEncoding",
      [](ScenarioReader& in, const Json& v) -> StepAction {
          return step::FailEncoding{in.read<bool>(v, "true or false")};
+     }},
+    {"report",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::PrintReport{in.read<ReportSummaryView::Range>(
+             v, R"("weekly", "monthly" or "full")")};
      }},
     {"snapshot",
      [](ScenarioReader& in, const Json& v) -> StepAction {

@@ -12,7 +12,9 @@
 #include "core/settings/json.h"
 #include "overlay/active_overlay_session.h"
 #include "platform/api/displays.h"
+#include "platform/api/frontmost_application.h"
 #include "platform/calendar/local_time.h"
+#include "records/report_summary.h"
 
 namespace ostrel {
 
@@ -26,6 +28,9 @@ namespace step {
 struct SetDisplays {
     ScenarioDisplays displays;
 };
+struct SetFrontmost {
+    std::optional<FrontmostApplication::Application> application;
+};
 struct Sleep {
     double seconds;
 };
@@ -35,6 +40,7 @@ struct ShiftClock {
 struct SetTimeZone {
     std::string name;
 };
+struct BecomeActive {};
 struct ChangeSettings {
     Json fields;
 };
@@ -60,15 +66,19 @@ struct Relaunch {
 struct FailEncoding {
     bool fails;
 };
+struct PrintReport {
+    ReportSummaryView::Range range;
+};
 struct Snapshot {
     std::optional<std::string> label;
 };
 }  // namespace step
 
-using StepAction = std::variant<step::SetDisplays, step::Sleep, step::ShiftClock, step::SetTimeZone,
-                                step::ChangeSettings, step::ApplyPreset, step::Pause, step::Resume,
-                                step::StartNow, step::PressKey, step::PressOverlay, step::Relaunch,
-                                step::FailEncoding, step::Snapshot>;
+using StepAction =
+    std::variant<step::SetDisplays, step::SetFrontmost, step::Sleep, step::ShiftClock,
+                 step::SetTimeZone, step::BecomeActive, step::ChangeSettings, step::ApplyPreset,
+                 step::Pause, step::Resume, step::StartNow, step::PressKey, step::PressOverlay,
+                 step::Relaunch, step::FailEncoding, step::PrintReport, step::Snapshot>;
 
 struct Step {
     double at = 0;  // seconds since the start, never decreasing

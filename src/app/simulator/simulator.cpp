@@ -71,6 +71,10 @@ void Simulator::perform(const step::SetDisplays& set) {
     platform_.displays.set(set.displays.displays, set.displays.mainID);
 }
 
+void Simulator::perform(const step::SetFrontmost& set) {
+    platform_.frontmost.set(set.application);
+}
+
 void Simulator::perform(const step::Sleep& sleep) {
     platform_.systemEvents.willSleep.send();
     pass(sleep.seconds);
@@ -86,6 +90,10 @@ void Simulator::perform(const step::ShiftClock& shift) {
 void Simulator::perform(const step::SetTimeZone& zone) {
     platform_.timeZone = zone.name;
     platform_.systemEvents.clockChanged.send();
+}
+
+void Simulator::perform(const step::BecomeActive& /*become*/) {
+    platform_.systemEvents.didBecomeActive.send();
 }
 
 void Simulator::perform(const step::ChangeSettings& change) {
@@ -135,6 +143,10 @@ void Simulator::perform(const step::Relaunch& relaunch) {
 void Simulator::perform(const step::FailEncoding& failing) {
     platform_.preferences.setEncoding(failing.fails ? MemoryPreferences::Encoding::fails
                                                     : MemoryPreferences::Encoding::works);
+}
+
+void Simulator::perform(const step::PrintReport& report) {
+    events_.printReport(*environment_, report.range);
 }
 
 void Simulator::perform(const step::Snapshot& snapshot) {

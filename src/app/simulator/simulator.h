@@ -34,9 +34,11 @@ class Simulator {
     [[nodiscard]] RunLoopTime runLoopTimeAt(double at) const;
 
     void perform(const step::SetDisplays& set);
+    void perform(const step::SetFrontmost& set);
     void perform(const step::Sleep& sleep);
     void perform(const step::ShiftClock& shift);
     void perform(const step::SetTimeZone& zone);
+    void perform(const step::BecomeActive& become);
     void perform(const step::ChangeSettings& change);
     void perform(const step::ApplyPreset& apply);
     void perform(const step::Pause& pause);
@@ -46,6 +48,7 @@ class Simulator {
     void perform(const step::PressOverlay& press);
     void perform(const step::Relaunch& relaunch);
     void perform(const step::FailEncoding& failing);
+    void perform(const step::PrintReport& report);
     void perform(const step::Snapshot& snapshot);
 
     const Scenario& scenario_;

@@ -24,7 +24,8 @@ class VirtualPlatform {
                 calendar,       preferences,
                 displays,       systemEvents,
                 motion,         haptics,
-                overlayWindows, std::move(makeUuid)};
+                overlayWindows, std::move(makeUuid),
+                &frontmost,     [this] { attentionRequested.send(); }};
     }
 
     std::string timeZone;
@@ -36,6 +37,8 @@ class VirtualPlatform {
     VirtualMotionSettings motion;
     VirtualHaptics haptics;
     RecordingWindows overlayWindows;
+    VirtualFrontmostApplication frontmost;
+    Signal<> attentionRequested;
 };
 
 }  // namespace ostrel

@@ -136,14 +136,16 @@ TEST(SimulatorTest, DisplaysChangeUnderABreak) {
 }
 
 TEST(SimulatorTest, PressesAreAnsweredOrRefused) {
-    const auto lines = run(R"({"durationSec": 1400, "steps": [{"at": 100, "key": 53},
+    const auto lines = run(R"({"durationSec": 1700, "steps": [{"at": 100, "key": 53},
         {"at": 101, "overlay": "skip"}, {"at": 1201, "overlay": "done"}, {"at": 1202, "key": 35},
-        {"at": 1203, "overlay": "postpone"}, {"at": 1320.5, "overlay": "done"}]})");
+        {"at": 1503, "key": 35}, {"at": 1504, "overlay": "postpone"},
+        {"at": 1622.5, "overlay": "done"}]})");
     EXPECT_EQ(events(lines, {"overlay.key", "press.refused", "overlay.closed"},
                      {"keyCode", "outcome", "action", "reason"}),
               (Events{"100 overlay.key 53 ignored", "101 press.refused skip",
-                      "1201 press.refused done", "1202 overlay.key 35 ignored",
-                      "1203 press.refused postpone", "1320.5 overlay.closed done"}));
+                      "1201 press.refused done", "1202 overlay.closed postponed",
+                      "1202 overlay.key 35 postpone", "1503 overlay.key 35 ignored",
+                      "1504 press.refused postpone", "1622.5 overlay.closed done"}));
 }
 
 TEST(SimulatorTest, SettingsChangeTheRecordAndPresetsTheCountdownsToo) {
