@@ -20,6 +20,7 @@
 #include "platform/linux/forked_child.h"
 #include "platform/linux/temporary_folder.h"
 #include "platform/virtual/virtual_run_loop.h"
+#include "support/random_runs.h"
 
 namespace ostrel {
 namespace {
@@ -44,7 +45,7 @@ int roundOf(const std::string& text) {
     return std::atoi(text.c_str());
 }
 
-struct FilePreferencesKillTest : ::testing::Test {
+struct RandomKillTest : ::testing::Test {
     TemporaryFolder folder;
 
     // Writes round after round and tells each that was written, until it is killed.
@@ -80,11 +81,8 @@ struct FilePreferencesKillTest : ::testing::Test {
     }
 };
 
-TEST_F(FilePreferencesKillTest, AProcessKilledAtAnyMomentLeavesWholeDocuments) {
-    const int kills = qEnvironmentVariableIsSet("OSTREL_TEST_KILLS")
-                          ? qEnvironmentVariableIntValue("OSTREL_TEST_KILLS")
-                          : 300;
-    ASSERT_GT(kills, 0);
+TEST_F(RandomKillTest, AProcessKilledAtAnyMomentLeavesWholeDocuments) {
+    const int kills = randomRuns(300, 500);
     std::mt19937 random(20'260'309);
     std::uniform_int_distribution<int> microseconds(0, 8'000);
     int round = 0;
