@@ -55,8 +55,7 @@ std::int64_t daysBetween(CalendarDay from, CalendarDay to) {
 }
 
 int weekdayOf(CalendarDay day) {
-    return static_cast<int>(
-               std::chrono::weekday{std::chrono::sys_days{dateOf(day)}}.c_encoding()) +
+    return static_cast<int>(std::chrono::weekday{std::chrono::sys_days{dateOf(day)}}.c_encoding()) +
            1;
 }
 

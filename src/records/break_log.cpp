@@ -68,8 +68,8 @@ AggregatedTotals BreakLog::totals(std::int64_t lastDays) const {
         totals.skipRate = static_cast<double>(skipped) / static_cast<double>(shown);
     }
     if (penalized > 0) {
-        totals.avgPenaltySec = wholeSec(
-            std::round(static_cast<double>(penaltySec) / static_cast<double>(penalized)));
+        totals.avgPenaltySec =
+            wholeSec(std::round(static_cast<double>(penaltySec) / static_cast<double>(penalized)));
     }
     return totals;
 }

@@ -17,9 +17,9 @@ class Calendar;
 
 // Figures of a stretch of days.
 struct AggregatedTotals {
-    std::int64_t eye = 0;   // breaks completed
-    std::int64_t body = 0;  // likewise
-    double skipRate = 0;    // 0 to 1
+    std::int64_t eye = 0;            // breaks completed
+    std::int64_t body = 0;           // likewise
+    double skipRate = 0;             // 0 to 1
     std::int64_t avgPenaltySec = 0;  // over the entries that carried one, rounded
 
     bool operator==(const AggregatedTotals&) const = default;

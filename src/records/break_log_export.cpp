@@ -6,7 +6,7 @@ namespace ostrel {
 namespace {
 
 Json exported(const BreakLogEntry& entry, const Calendar& calendar) {
-    Json object = JsonCodec<BreakLogEntry>::encode(entry);
+    Json object = asJson(entry);
     object["startedAt"] = isoLocalTime(calendar, entry.startedAt);
     object["endedAt"] = isoLocalTime(calendar, entry.endedAt);
     return object;
@@ -17,7 +17,10 @@ template <class TextOf>
 std::string csvLine(const Json& object, TextOf textOf) {
     std::string line;
     for (const auto& [key, value] : object.items()) {
-        line += (line.empty() ? "" : ",") + csvField(textOf(key, value));
+        if (!line.empty()) {
+            line += ',';
+        }
+        line += csvField(textOf(key, value));
     }
     return line + "\r\n";
 }
@@ -36,8 +39,8 @@ std::string csvField(const std::string& text) {
 }
 
 std::string exportCsv(const std::vector<BreakLogEntry>& entries, const Calendar& calendar) {
-    std::string csv = csvLine(JsonCodec<BreakLogEntry>::encode({}),
-                              [](const std::string& key, const Json&) { return key; });
+    std::string csv =
+        csvLine(asJson(BreakLogEntry{}), [](const std::string& key, const Json&) { return key; });
     for (const BreakLogEntry& entry : entries) {
         csv += csvLine(exported(entry, calendar), [](const std::string&, const Json& value) {
             return value.is_string() ? value.get<std::string>() : value.dump();

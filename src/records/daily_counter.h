@@ -26,11 +26,10 @@ struct DailyCounterModel {
 
     static constexpr auto fields() {
         using M = DailyCounterModel;
-        return std::tuple{Field{"dateKey", &M::dateKey},
-                          Field{"eyeBreaksCompleted", &M::eyeBreaksCompleted},
-                          Field{"bodyBreaksCompleted", &M::bodyBreaksCompleted},
-                          Field{"skipsToday", &M::skipsToday},
-                          Field{"postponesToday", &M::postponesToday}};
+        return std::tuple{
+            Field{"dateKey", &M::dateKey}, Field{"eyeBreaksCompleted", &M::eyeBreaksCompleted},
+            Field{"bodyBreaksCompleted", &M::bodyBreaksCompleted},
+            Field{"skipsToday", &M::skipsToday}, Field{"postponesToday", &M::postponesToday}};
     }
 
     bool operator==(const DailyCounterModel&) const = default;

@@ -10,8 +10,7 @@
 
 namespace ostrel {
 
-ReportSummaryView::ReportSummaryView(const BreakLog& log, const Calendar& calendar,
-                                     NowFunction now)
+ReportSummaryView::ReportSummaryView(const BreakLog& log, const Calendar& calendar, NowFunction now)
     : log_(log), calendar_(calendar), now_(std::move(now)) {}
 
 std::int64_t ReportSummaryView::days(Range range) {

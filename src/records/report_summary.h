@@ -25,7 +25,7 @@ struct ReportSummaryStats {
 
 // The breaks completed on one day.
 struct ReportSummaryDayBucket {
-    WallTime id;  // the day itself: there is one bucket a day
+    WallTime id;   // the day itself: there is one bucket a day
     WallTime day;  // its start
     std::int64_t eye = 0;
     std::int64_t body = 0;

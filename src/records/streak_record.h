@@ -33,17 +33,16 @@ struct StreakRecord {
         std::optional<WallTime> lastBreakAt;  // of a reached day: its breaks up to then are used up
 
         static constexpr auto fields() {
-            return std::tuple{Field{"day", &JudgedDay::day},
-                              Field{"verdict", &JudgedDay::verdict},
+            return std::tuple{Field{"day", &JudgedDay::day}, Field{"verdict", &JudgedDay::verdict},
                               Field{"lastBreakAt", &JudgedDay::lastBreakAt}};
         }
         bool operator==(const JudgedDay&) const = default;
     };
 
-    std::int64_t earlierDays = 0;  // the streak as it was before the first of `recent`
+    std::int64_t earlierDays = 0;               // the streak as it was before the first of `recent`
     std::optional<CalendarDay> earlierThrough;  // the last day that went into it
     std::int64_t longestDays = 0;               // also of a streak that is over
-    std::vector<JudgedDay> recent;  // ascending
+    std::vector<JudgedDay> recent;              // ascending
 
     static constexpr auto fields() {
         return std::tuple{Field{"earlierDays", &StreakRecord::earlierDays},

@@ -59,7 +59,8 @@ StreakTracker::StreakTracker(Services services)
       stored_(record_) {
     update();
     observers_.push_back(services_.breakLog.entries().onChange([this](const auto&) { update(); }));
-    observers_.push_back(services_.dailyCounter.model().onChange([this](const auto&) { update(); }));
+    observers_.push_back(
+        services_.dailyCounter.model().onChange([this](const auto&) { update(); }));
     observers_.push_back(
         services_.settingsStore.settings().onChange([this](const auto&) { update(); }));
 }
@@ -88,8 +89,8 @@ void StreakTracker::update() {
 void StreakTracker::dropFutureDays(CalendarDay today) {
     const CalendarDay tomorrow = addDays(today, 1);
     std::erase_if(record_.recent, [&](const JudgedDay& judged) {
-        const bool isTooEarly = judged.day > tomorrow ||
-                                (judged.day >= today && judged.verdict != Verdict::reached);
+        const bool isTooEarly =
+            judged.day > tomorrow || (judged.day >= today && judged.verdict != Verdict::reached);
         return isTooEarly;
     });
 }

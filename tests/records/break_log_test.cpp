@@ -67,7 +67,10 @@ TEST(BreakLogTest, OneBadEntryCostsTheHistoryAndIsSetAsideAtTheNextAppend) {
         return text.replace(text.find(part), part.size(), other);
     };
     const std::vector<std::string> damaged = {
-        "", "{}", "null", good.substr(0, good.size() - 1),
+        "",
+        "{}",
+        "null",
+        good.substr(0, good.size() - 1),
         with(R"("kind":"body")", R"("kind":"Body")"),
         with(R"("outcome":"deferred")", R"("outcome":4)"),
         with(R"(,"durationSec":0})", "}"),
@@ -143,7 +146,8 @@ TEST(BreakLogTest, TotalsOfTheLastDays) {
     log.append(bench.entry(bench.at("2026-03-03T00:00:00"), BreakKind::eye, Outcome::skipped, 45));
     log.append(bench.entry(bench.now(), BreakKind::eye, Outcome::postponed, 0));
     log.append(bench.entry(bench.now(), BreakKind::body, Outcome::autoFadeOut, 0));
-    log.append(bench.entry(bench.at("2026-03-02T23:59:59"), BreakKind::body, Outcome::completed, 0));
+    log.append(
+        bench.entry(bench.at("2026-03-02T23:59:59"), BreakKind::body, Outcome::completed, 0));
     EXPECT_EQ(log.totals(7), (AggregatedTotals{1, 1, 0.2, 38})) << "37.5 is rounded up";
     EXPECT_EQ(log.totals(1), (AggregatedTotals{1, 1, 0, 30}));
     EXPECT_EQ(log.totals(8), (AggregatedTotals{1, 2, 1.0 / 6, 38}));
@@ -175,7 +179,8 @@ TEST(ReportTest, OneBucketADayOldestFirst) {
     EXPECT_EQ(report.dayBuckets({}, Range::monthly).size(), 30U);
     EXPECT_EQ(report.dayBuckets({}, Range::full).size(), 60U);
 
-    log.append(bench.entry(bench.at("2026-03-29T00:00:30")));  // 23 hours long, begun the day before
+    log.append(
+        bench.entry(bench.at("2026-03-29T00:00:30")));  // 23 hours long, begun the day before
     log.append(bench.entry(bench.at("2026-03-29T23:59:59"), BreakKind::body));
     log.append(bench.entry(bench.at("2026-03-24T23:59:59")));
     for (const Outcome outcome : {Outcome::skipped, Outcome::autoFadeOut, Outcome::deferred}) {
@@ -187,8 +192,7 @@ TEST(ReportTest, OneBucketADayOldestFirst) {
     EXPECT_EQ(report.stats(Range::weekly).postponements, 0);
     EXPECT_EQ(report.stats(Range::monthly).postponements, 1);
     EXPECT_EQ(report.stats(Range::full).postponements, 2);
-    EXPECT_EQ(report.stats(Range::monthly),
-              (ReportSummaryStats{2, 1, 1.0 / 6, 0, 1}));
+    EXPECT_EQ(report.stats(Range::monthly), (ReportSummaryStats{2, 1, 1.0 / 6, 0, 1}));
 }
 
 TEST(ReportTest, DaysWithOddMidnightsHaveTheirBuckets) {

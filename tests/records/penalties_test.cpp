@@ -93,8 +93,7 @@ TEST(PenaltyTest, BodySkipIsDearAfterEyeSkipsAndChargesNothing) {
     EXPECT_EQ(bench.skipBody(), 300);
     EXPECT_EQ(bench.pool(), 270);
     EXPECT_EQ(bench.engine().recentSkipCount(), 3);
-    EXPECT_EQ(bench.ledger().skipEvents()->back(),
-              (SkipEvent{BreakKind::body, bench.now(), 300}));
+    EXPECT_EQ(bench.ledger().skipEvents()->back(), (SkipEvent{BreakKind::body, bench.now(), 300}));
 }
 
 TEST(PenaltyTest, StreakIsToldOnlyOnRequest) {

@@ -34,8 +34,8 @@ class Bench : public RecordsBench, DayEndNotifying {
         counter_ = std::make_unique<DailyCounter>(
             DailyCounter::Services{preferences, calendar, runLoop, systemEvents, clock()});
         log_ = std::make_unique<BreakLog>(preferences, calendar, clock());
-        tracker_ = std::make_unique<StreakTracker>(StreakTracker::Services{
-            preferences, settings, *log_, *counter_, calendar, clock()});
+        tracker_ = std::make_unique<StreakTracker>(
+            StreakTracker::Services{preferences, settings, *log_, *counter_, calendar, clock()});
         announcer_ = std::make_unique<DayEndAnnouncer>(
             DayEndAnnouncer::Services{preferences, settings, *log_, calendar, clock(), this});
     }
@@ -154,13 +154,14 @@ TEST(StreakTest, OutlivesTheLog) {
 }
 
 TEST(StreakTest, WithoutARecordTheLogIsTheHistory) {
-    for (const char* bytes :
-         {R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-02-30","verdict":"reached"}]})",
-          R"({"earlierDays":-5,"longestDays":0,"recent":[]})",
-          R"({"earlierDays":9223372036854775807,"longestDays":0,"recent":[]})",
-          R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-03-08","verdict":"free"},)"
-          R"({"day":"2026-03-08","verdict":"free"}]})",
-          R"({"longestDays":7,"recent":[]})"}) {
+    for (
+        const char* bytes :
+        {R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-02-30","verdict":"reached"}]})",
+         R"({"earlierDays":-5,"longestDays":0,"recent":[]})",
+         R"({"earlierDays":9223372036854775807,"longestDays":0,"recent":[]})",
+         R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-03-08","verdict":"free"},)"
+         R"({"day":"2026-03-08","verdict":"free"}]})",
+         R"({"longestDays":7,"recent":[]})"}) {
         Bench bench;
         bench.take(2);
         bench.goTo("2026-03-10T10:00:00");
@@ -286,8 +287,8 @@ TEST(DayEndTest, NightsWorkIsOneDay) {
 }
 
 TEST(DayEndTest, MinuteThatNoDayHasIsSurvived) {
-    for (const std::int64_t minute : {std::int64_t{-1}, std::int64_t{1440},
-                                      std::numeric_limits<std::int64_t>::min()}) {
+    for (const std::int64_t minute :
+         {std::int64_t{-1}, std::int64_t{1440}, std::numeric_limits<std::int64_t>::min()}) {
         Bench bench("2026-03-09T18:00:00");
         bench.setUp([minute](SettingsModel& model) { model.workHoursStartMinute = minute; });
         bench.announcer().dayEnded();

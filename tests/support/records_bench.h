@@ -39,10 +39,10 @@ class RecordsBench {
     void jumpTo(const char* local) { runLoop.shiftWallClock(at(local) - now()); }
     void setUp(const std::function<void(SettingsModel&)>& change) { settings.update(change); }
 
-    [[nodiscard]] BreakLogEntry entry(WallTime endedAt, BreakKind kind = BreakKind::eye,
-                                      BreakLogEntry::Outcome outcome =
-                                          BreakLogEntry::Outcome::completed,
-                                      std::int64_t penaltySec = 0) {
+    [[nodiscard]] BreakLogEntry entry(
+        WallTime endedAt, BreakKind kind = BreakKind::eye,
+        BreakLogEntry::Outcome outcome = BreakLogEntry::Outcome::completed,
+        std::int64_t penaltySec = 0) {
         return {makeUuid_(), endedAt - wallSec(120), endedAt, kind, outcome, penaltySec, 120};
     }
     [[nodiscard]] std::string stored(const char* key) const {

@@ -98,8 +98,8 @@ MeetingWatcher* AppEnvironment::meetingWatcher() {
         return nullptr;
     }
     return &filled(meetingWatcher_, [this] {
-        return std::make_unique<MeetingWatcher>(MeetingWatcher::Services{
-            settingsStore(), *platform_.frontmost, platform_.runLoop});
+        return std::make_unique<MeetingWatcher>(
+            MeetingWatcher::Services{settingsStore(), *platform_.frontmost, platform_.runLoop});
     });
 }
 

@@ -28,7 +28,7 @@ Json timerFields(const BreakTimer& timer) {
 }
 
 Json pauseFields(const SessionStateModel& session) {
-    const Json document = JsonCodec<SessionStateModel>::encode(session);
+    const Json document = asJson(session);
     return {{"isPaused", session.isPaused},
             {"pauseReasons", document["pauseReasons"]},
             {"userPauseUntil", document.value("userPauseUntil", Json())}};
@@ -128,13 +128,12 @@ void EventLog::watchOverlay(OverlayManager& overlay, std::vector<Subscription>& 
 }
 
 void EventLog::watchRecords(AppEnvironment& environment, std::vector<Subscription>& watching) {
-    watching.push_back(
-        environment.breakLog().didAppend.subscribe([this](const BreakLogEntry& entry) {
-            print("log.appended", JsonCodec<BreakLogEntry>::encode(entry));
-        }));
+    watching.push_back(environment.breakLog().didAppend.subscribe(
+        [this](const BreakLogEntry& entry) { print("log.appended", asJson(entry)); }));
     if (const MeetingWatcher* watcher = environment.meetingWatcher()) {
-        watching.push_back(watcher->meetingActive().onChange(
-            [this](bool isActive) { print("meeting.changed", {{"value", isActive}}); }));
+        watching.push_back(watcher->meetingActive().onChange([this](bool isActive) {
+            print("meeting.changed", {{"value", isActive}});
+        }));
     }
 }
 
@@ -210,10 +209,8 @@ void EventLog::printSnapshot(AppEnvironment& environment, const Json& label) {
           {{"eye", timerFields(engine.state()->eye)}, {"body", timerFields(engine.state()->body)}}},
          {"eyeMergedIntoBody", engine.eyeMergedIntoBody()},
          {"isDeferring", engine.isDeferring()},
-         {"session",
-          JsonCodec<SessionStateModel>::encode(*environment.sessionStateStore().current())},
-         {"dailyCounter",
-          JsonCodec<DailyCounterModel>::encode(*environment.dailyCounter().model())},
+         {"session", asJson(*environment.sessionStateStore().current())},
+         {"dailyCounter", asJson(*environment.dailyCounter().model())},
          {"unconsumedPenaltySec", *environment.penaltyEngine().unconsumedPenaltySec()},
          {"recentSkipCount", environment.penaltyEngine().recentSkipCount()},
          {"remainingPostpones", environment.postponeService().remainingPostpones()},

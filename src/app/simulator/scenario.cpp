@@ -233,8 +233,8 @@ constexpr std::pair<std::string_view, ReadAction> kVerbs[] = {
      }},
     {"report",
      [](ScenarioReader& in, const Json& v) -> StepAction {
-         return step::PrintReport{in.read<ReportSummaryView::Range>(
-             v, R"("weekly", "monthly" or "full")")};
+         return step::PrintReport{
+             in.read<ReportSummaryView::Range>(v, R"("weekly", "monthly" or "full")")};
      }},
     {"snapshot",
      [](ScenarioReader& in, const Json& v) -> StepAction {

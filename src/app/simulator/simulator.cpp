@@ -47,8 +47,7 @@ void Simulator::run() {
 void Simulator::launch() {
     environment_ = std::make_unique<AppEnvironment>(platform_.platform(makeUuid_));
     environment_->launch();
-    events_.print("launched", {{"settings", JsonCodec<SettingsModel>::encode(
-                                                *environment_->settingsStore().settings())}});
+    events_.print("launched", {{"settings", asJson(*environment_->settingsStore().settings())}});
     environmentEvents_ = events_.watch(*environment_);
 }
 

@@ -18,8 +18,7 @@ std::optional<Json> DocumentBytes::read() {
     return json;
 }
 
-void DocumentBytes::write(const Json& document) {
-    JsonText encoded = printJson(document);
+void DocumentBytes::write(JsonText encoded) {
     if (const auto fault = preferences_.encodingFault()) {
         encoded = {std::nullopt, *fault};
     }

@@ -19,7 +19,7 @@ class DocumentBytes {
 
     [[nodiscard]] std::optional<Json> read();
     void markUnreadable() { unreadable_ = true; }
-    void write(const Json& document);
+    void write(JsonText document);
     void remove();
 
   private:
@@ -56,7 +56,7 @@ class Document {
 
     // A record that cannot be encoded leaves the stored bytes untouched and, unless told to stay
     // quiet, posts persistenceWriteFailed.
-    void save(const T& record) { bytes_.write(JsonCodec<T>::encode(record)); }
+    void save(const T& record) { bytes_.write(printJson(record)); }
 
     void remove() { bytes_.remove(); }
 

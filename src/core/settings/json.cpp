@@ -1,17 +1,7 @@
 #include "core/settings/json.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace ostrel {
 namespace {
-
-bool allNumbersFinite(const Json& value) {
-    if (value.is_number_float()) {
-        return std::isfinite(value.get<double>());
-    }
-    return !value.is_structured() || std::all_of(value.begin(), value.end(), allNumbersFinite);
-}
 
 // Goes through a document and keeps only where it failed.
 struct FailureFinder : nlohmann::json_sax<Json> {
@@ -70,18 +60,6 @@ std::optional<Json> parseJson(std::string_view bytes) {
         document = Json::parse(*mended);
     }
     return document;
-}
-
-JsonText printJson(const Json& document) {
-    // The library would print such a number as null.
-    if (!allNumbersFinite(document)) {
-        return {std::nullopt, "a number is not finite"};
-    }
-    try {
-        return {document.dump(), {}};
-    } catch (const Json::exception& failure) {
-        return {std::nullopt, failure.what()};
-    }
 }
 
 }  // namespace ostrel

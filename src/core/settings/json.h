@@ -14,12 +14,4 @@ using Json = nlohmann::ordered_json;
 // to be held reads as null: one such number must not cost the whole document.
 [[nodiscard]] std::optional<Json> parseJson(std::string_view bytes);
 
-struct JsonText {
-    std::optional<std::string> text;
-    std::string error;  // why there is no text
-};
-
-// Refuses what JSON cannot hold: numbers that are not finite and text that is not UTF-8.
-[[nodiscard]] JsonText printJson(const Json& document);
-
 }  // namespace ostrel

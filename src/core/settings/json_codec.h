@@ -16,11 +16,12 @@
 #include "base/enum_names.h"
 #include "base/uuid.h"
 #include "core/settings/json.h"
+#include "core/settings/json_writer.h"
 
 namespace ostrel {
 
 // How a type stands in a JSON document:
-//   static Json encode(const T&);
+//   static void write(JsonWriter&, const T&);
 //   static std::optional<T> decode(const Json&);   // absent: not readable as a T
 //
 // Reading is strict: an integer is an integral number within range (900.0 is one; 900.5, "900" and
@@ -30,7 +31,7 @@ struct JsonCodec;
 
 template <>
 struct JsonCodec<bool> {
-    static Json encode(bool value) { return value; }
+    static void write(JsonWriter& out, bool value) { out.boolean(value); }
     static std::optional<bool> decode(const Json& json) {
         return json.is_boolean() ? std::optional(json.get<bool>()) : std::nullopt;
     }
@@ -38,7 +39,13 @@ struct JsonCodec<bool> {
 
 template <std::integral T>
 struct JsonCodec<T> {
-    static Json encode(T value) { return value; }
+    static void write(JsonWriter& out, T value) {
+        if constexpr (std::unsigned_integral<T>) {
+            out.unsignedInteger(value);
+        } else {
+            out.integer(value);
+        }
+    }
     static std::optional<T> decode(const Json& json) {
         if (json.is_number_unsigned()) {
             return within(json.get<std::uint64_t>());
@@ -64,7 +71,7 @@ struct JsonCodec<T> {
 
 template <>
 struct JsonCodec<double> {
-    static Json encode(double value) { return value; }
+    static void write(JsonWriter& out, double value) { out.number(value); }
     static std::optional<double> decode(const Json& json) {
         return json.is_number() ? std::optional(json.get<double>()) : std::nullopt;
     }
@@ -72,7 +79,7 @@ struct JsonCodec<double> {
 
 template <>
 struct JsonCodec<WallTime> {
-    static Json encode(WallTime value) { return secondsSinceReference(value); }
+    static void write(JsonWriter& out, WallTime value) { out.number(secondsSinceReference(value)); }
     static std::optional<WallTime> decode(const Json& json) {
         const auto seconds = JsonCodec<double>::decode(json);
         return seconds ? std::optional(wallTimeAt(*seconds)) : std::nullopt;
@@ -81,7 +88,7 @@ struct JsonCodec<WallTime> {
 
 template <>
 struct JsonCodec<std::string> {
-    static Json encode(const std::string& value) { return value; }
+    static void write(JsonWriter& out, const std::string& value) { out.text(value); }
     static std::optional<std::string> decode(const Json& json) {
         return json.is_string() ? std::optional(json.get<std::string>()) : std::nullopt;
     }
@@ -89,7 +96,7 @@ struct JsonCodec<std::string> {
 
 template <>
 struct JsonCodec<Uuid> {
-    static Json encode(const Uuid& value) { return uuidText(value); }
+    static void write(JsonWriter& out, const Uuid& value) { out.plainText(uuidText(value)); }
     static std::optional<Uuid> decode(const Json& json) {
         return json.is_string() ? parseUuid(json.get_ref<const std::string&>()) : std::nullopt;
     }
@@ -97,7 +104,7 @@ struct JsonCodec<Uuid> {
 
 template <>
 struct JsonCodec<CalendarDay> {
-    static Json encode(CalendarDay value) { return dayKey(value); }
+    static void write(JsonWriter& out, CalendarDay value) { out.plainText(dayKey(value)); }
     static std::optional<CalendarDay> decode(const Json& json) {
         return json.is_string() ? parseDayKey(json.get_ref<const std::string&>()) : std::nullopt;
     }
@@ -105,7 +112,7 @@ struct JsonCodec<CalendarDay> {
 
 template <NamedEnum E>
 struct JsonCodec<E> {
-    static Json encode(E value) { return std::string(nameOf(value)); }
+    static void write(JsonWriter& out, E value) { out.plainText(nameOf(value)); }
     static std::optional<E> decode(const Json& json) {
         return json.is_string() ? enumFrom<E>(json.get_ref<const std::string&>()) : std::nullopt;
     }
@@ -116,12 +123,12 @@ template <class T>
 requires std::same_as<T, std::vector<typename T::value_type>> ||
     std::same_as<T, std::set<typename T::value_type>>
 struct JsonCodec<T> {
-    static Json encode(const T& values) {
-        Json array = Json::array();
+    static void write(JsonWriter& out, const T& values) {
+        out.beginArray();
         for (const auto& value : values) {
-            array.push_back(JsonCodec<typename T::value_type>::encode(value));
+            JsonCodec<typename T::value_type>::write(out, value);
         }
-        return array;
+        out.endArray();
     }
     static std::optional<T> decode(const Json& json) {
         if (!json.is_array()) {
@@ -138,5 +145,19 @@ struct JsonCodec<T> {
         return values;
     }
 };
+
+// Refuses what JSON cannot hold: numbers that are not finite and text that is not UTF-8.
+template <class T>
+[[nodiscard]] JsonText printJson(const T& value) {
+    JsonWriter out;
+    JsonCodec<T>::write(out, value);
+    return out.take();
+}
+
+// As it stands in a document; null when it cannot.
+template <class T>
+[[nodiscard]] Json asJson(const T& value) {
+    return parseJson(printJson(value).text.value_or("null")).value_or(Json());
+}
 
 }  // namespace ostrel

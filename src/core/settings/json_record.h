@@ -42,19 +42,21 @@ inline constexpr bool kIsOptional<std::optional<T>> = true;
 // its own; other keys are ignored. A record may have the last word with an isSound() of its own.
 template <JsonRecord T>
 struct JsonCodec<T> {
-    static Json encode(const T& record) {
-        Json object = Json::object();
+    static void write(JsonWriter& out, const T& record) {
+        out.beginObject();
         forEachField<T>([&]<class Value>(const Field<T, Value>& field) {
             const Value& value = record.*field.member;
             if constexpr (kIsOptional<Value>) {
                 if (value) {
-                    object[field.key] = JsonCodec<typename Value::value_type>::encode(*value);
+                    out.key(field.key);
+                    JsonCodec<typename Value::value_type>::write(out, *value);
                 }
             } else {
-                object[field.key] = JsonCodec<Value>::encode(value);
+                out.key(field.key);
+                JsonCodec<Value>::write(out, value);
             }
         });
-        return object;
+        out.endObject();
     }
 
     static std::optional<T> decode(const Json& json) {

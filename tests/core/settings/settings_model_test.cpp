@@ -24,7 +24,7 @@ SettingsModel with(Value SettingsModel::*field, Value value) {
 }  // namespace
 
 TEST(SettingsModelTest, WritesEveryFieldInOrderAndReadsItBack) {
-    const Json json = JsonCodec<SettingsModel>::encode(SettingsModel{});
+    const Json json = asJson(SettingsModel{});
     EXPECT_EQ(json.size(), 44U);
     EXPECT_EQ(json.begin().key(), "launchAtLogin");
     EXPECT_EQ(std::prev(json.end()).key(), "presetDurationsNormalized");
@@ -52,7 +52,7 @@ TEST(SettingsModelTest, DefaultsAreThoseThatUsersAreTold) {
         "notifyWeeklySummary":true,"breakSoonLeadSec":60,"preBreakToastLeadSec":10,
         "remindersMigrated":true,"hasOnboarded":false,"appearance":"system",
         "languageRaw":"system","ostrelEnabled":true,"presetDurationsNormalized":true})";
-    EXPECT_EQ(JsonCodec<SettingsModel>::encode(SettingsModel{}), *parseJson(defaults));
+    EXPECT_EQ(asJson(SettingsModel{}), *parseJson(defaults));
     EXPECT_EQ(decoded("{}"), SettingsModel{});
 }
 

@@ -27,13 +27,13 @@ struct SettingsStoreTest : ::testing::Test {
 TEST_F(SettingsStoreTest, FirstLaunchLeavesACompleteDocument) {
     const SettingsStore store(preferences);
     EXPECT_EQ(*store.settings(), SettingsModel{});
-    EXPECT_EQ(stored(), JsonCodec<SettingsModel>::encode(SettingsModel{}));
+    EXPECT_EQ(stored(), asJson(SettingsModel{}));
 }
 
 TEST_F(SettingsStoreTest, DocumentThatIsNoObjectIsReplacedAndSetAside) {
     for (const char* bytes : {"", "nonsense", "[]", "{\"strictMode\":true", "\"\xff\""}) {
         EXPECT_EQ(load(bytes), SettingsModel{}) << bytes;
-        EXPECT_EQ(stored(), JsonCodec<SettingsModel>::encode(SettingsModel{})) << bytes;
+        EXPECT_EQ(stored(), asJson(SettingsModel{})) << bytes;
         EXPECT_EQ(std::prev(preferences.damaged().end())->second, bytes);
     }
     EXPECT_EQ(preferences.damaged().size(), 5U);

@@ -1,0 +1,58 @@
+#include "core/settings/json_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <utility>
+#include <vector>
+
+#include "core/settings/json_codec.h"
+
+namespace ostrel {
+
+TEST(JsonWriterTest, NumbersReadBackBitForBit) {
+    std::mt19937_64 random(20'260'309);
+    std::vector<double> numbers = {0.0, -0.0, 5e-324, std::numeric_limits<double>::max(), 0x1p53};
+    for (int i = 0; i < 20'000; ++i) {
+        numbers.push_back(std::bit_cast<double>(random()));
+        numbers.push_back(7.9e8 + std::ldexp(static_cast<double>(random()), -40));
+    }
+    for (const double number : numbers) {
+        if (!std::isfinite(number)) {
+            continue;
+        }
+        const JsonText printed = printJson(number);
+        ASSERT_TRUE(printed.text);
+        const auto json = parseJson(*printed.text);
+        ASSERT_TRUE(json && json->is_number_float()) << *printed.text;
+        EXPECT_EQ(std::bit_cast<std::uint64_t>(json->get<double>()),
+                  std::bit_cast<std::uint64_t>(number))
+            << *printed.text;
+    }
+}
+
+TEST(JsonWriterTest, NumbersStandAsPeopleWriteThem) {
+    for (const auto& [number, text] :
+         {std::pair{794'739'600.0, "794739600.0"}, std::pair{0.7, "0.7"}, std::pair{-1.0, "-1.0"},
+          std::pair{0.0001, "0.0001"}, std::pair{100'000.0, "100000.0"}, std::pair{1e15, "1e+15"},
+          std::pair{1e-7, "1e-07"}}) {
+        EXPECT_EQ(printJson(number).text, text);
+    }
+    EXPECT_EQ(printJson(std::numeric_limits<std::int64_t>::min()).text, "-9223372036854775808");
+    EXPECT_EQ(printJson(std::numeric_limits<std::uint64_t>::max()).text, "18446744073709551615");
+}
+
+TEST(JsonWriterTest, TextIsEscapedAndWhatJsonCannotHoldIsRefused) {
+    EXPECT_EQ(printJson(std::string("say \"no\"\\\n\x01 ä")).text, R"("say \"no\"\\\n\u0001 ä")");
+    EXPECT_FALSE(printJson(std::string("\xc3")).text);
+    EXPECT_FALSE(printJson(std::nan("")).text);
+    EXPECT_FALSE(printJson(std::vector{1.0, HUGE_VAL}).text);
+    EXPECT_EQ(printJson(std::vector<double>{}).text, "[]");
+    EXPECT_EQ(printJson(std::vector<std::vector<bool>>{{true, false}, {}}).text,
+              "[[true,false],[]]");
+}
+
+}  // namespace ostrel
