@@ -75,10 +75,7 @@ std::optional<Uuid> parseUuid(std::string_view text) {
 }
 
 MakeUuid randomUuids() {
-    return [] {
-        std::random_device source;
-        return makeUuid(source);
-    };
+    return [source = std::make_shared<std::random_device>()] { return makeUuid(*source); };
 }
 
 MakeUuid seededUuids(std::uint64_t seed) {

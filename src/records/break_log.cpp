@@ -19,11 +19,19 @@ BreakLog::BreakLog(PreferencesStore& preferences, const Calendar& calendar, NowF
 void BreakLog::append(const BreakLogEntry& entry) {
     std::vector<BreakLogEntry> next = *entries_;
     next.push_back(entry);
-    if (const auto oldest = startOfDayBefore(kRetentionDays)) {
-        std::erase_if(next, [&](const BreakLogEntry& old) { return old.endedAt < *oldest; });
-    }
+    const auto oldest = startOfDayBefore(kRetentionDays);
+    const auto isTooOld = [&](const BreakLogEntry& old) { return oldest && old.endedAt < *oldest; };
+    const auto firstKept = std::ranges::find_if_not(next, isTooOld);
+    const auto dropped = static_cast<std::size_t>(firstKept - next.begin());
+    next.erase(next.begin(), firstKept);
+    // The list is out of order where the clock was set back.
+    const bool isGrown = std::erase_if(next, isTooOld) == 0;
     entries_.set(std::move(next));
-    document_.save(*entries_);
+    if (isGrown) {
+        document_.saveGrown(*entries_, dropped);
+    } else {
+        document_.save(*entries_);
+    }
     didAppend.send(entry);
 }
 

@@ -7,7 +7,7 @@
 #include "base/clock.h"
 #include "base/published.h"
 #include "base/signal.h"
-#include "core/settings/document.h"
+#include "core/settings/list_document.h"
 #include "records/break_log_entry.h"
 #include "records/break_records.h"
 
@@ -64,7 +64,7 @@ class BreakLog : public BreakLogging {
 
     const Calendar& calendar_;
     NowFunction now_;
-    Document<std::vector<BreakLogEntry>> document_;
+    ListDocument<BreakLogEntry> document_;
     Published<std::vector<BreakLogEntry>> entries_;
 };
 

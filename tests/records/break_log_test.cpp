@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <random>
 #include <vector>
 
 #include "records/break_log_export.h"
@@ -132,6 +134,42 @@ TEST(BreakLogTest, FailureToEncodeIsSilentAndLosesNothing) {
     bench.preferences.setEncoding(MemoryPreferences::Encoding::works);
     log.append(bench.entry(bench.now()));
     EXPECT_EQ(bench.load().entries()->size(), 2U);
+}
+
+TEST(BreakLogTest, WhatIsStoredIsAlwaysTheWholeListAsItStands) {
+    Bench bench;
+    BreakLog log = bench.load();
+    std::mt19937 random(20'260'309);
+    const std::vector<double> jumps = {3600, 86'400, -86'400, 40 * 86'400.0, -30 * 86'400.0};
+    std::size_t longest = 0;
+    for (int i = 0; i < 2'000; ++i) {
+        const bool jumpsFar = random() % 50 == 0;
+        bench.runLoop.shiftWallClock(WallClock::duration{jumpsFar ? jumps[random() % 5] : 3600});
+        const bool fails = random() % 20 == 0;
+        bench.preferences.setEncoding(fails ? MemoryPreferences::Encoding::fails
+                                            : MemoryPreferences::Encoding::works);
+        log.append(bench.entry(bench.now()));
+        if (!fails) {
+            ASSERT_EQ(bench.stored(kKey), *printJson(*log.entries()).text) << i;
+        }
+        longest = std::max(longest, log.entries()->size());
+    }
+    EXPECT_GT(longest, 100U);
+}
+
+TEST(BreakLogTest, EntryThatCannotBeEncodedWritesNothingUntilItIsGone) {
+    Bench bench;
+    BreakLog log = bench.load();
+    log.append(bench.entry(bench.now()));
+    const std::string stored = bench.stored(kKey);
+    BreakLogEntry broken = bench.entry(bench.now());
+    broken.startedAt = wallTimeAt(std::numeric_limits<double>::quiet_NaN());
+    log.append(broken);
+    log.append(bench.entry(bench.now()));
+    EXPECT_EQ(bench.stored(kKey), stored);
+    bench.jumpTo("2026-06-09T09:00:00");
+    log.append(bench.entry(bench.now()));
+    EXPECT_EQ(bench.stored(kKey), *printJson(*log.entries()).text);
 }
 
 TEST(BreakLogTest, TotalsOfTheLastDays) {

@@ -18,21 +18,21 @@ std::optional<Json> DocumentBytes::read() {
     return json;
 }
 
-void DocumentBytes::write(JsonText encoded) {
+void DocumentBytes::write(std::string_view text) {
     if (const auto fault = preferences_.encodingFault()) {
-        encoded = {std::nullopt, *fault};
-    }
-    if (!encoded.text) {
-        if (onFailure_ == OnEncodingFailure::post) {
-            preferences_.persistenceWriteFailed.send(
-                {PersistenceError::Kind::encodeFailed, key_, encoded.error});
-        }
+        writeFailed(*fault);
         return;
     }
     if (std::exchange(unreadable_, false)) {
         preferences_.setAside(key_);
     }
-    preferences_.write(key_, *encoded.text);
+    preferences_.write(key_, text);
+}
+
+void DocumentBytes::writeFailed(const std::string& why) {
+    if (onFailure_ == OnEncodingFailure::post) {
+        preferences_.persistenceWriteFailed.send({PersistenceError::Kind::encodeFailed, key_, why});
+    }
 }
 
 void DocumentBytes::remove() {

@@ -19,7 +19,8 @@ class DocumentBytes {
 
     [[nodiscard]] std::optional<Json> read();
     void markUnreadable() { unreadable_ = true; }
-    void write(JsonText document);
+    void write(std::string_view text);
+    void writeFailed(const std::string& why);
     void remove();
 
   private:
@@ -56,9 +57,19 @@ class Document {
 
     // A record that cannot be encoded leaves the stored bytes untouched and, unless told to stay
     // quiet, posts persistenceWriteFailed.
-    void save(const T& record) { bytes_.write(printJson(record)); }
+    void save(const T& record) {
+        const JsonText printed = printJson(record);
+        if (printed.text) {
+            bytes_.write(*printed.text);
+        } else {
+            bytes_.writeFailed(printed.error);
+        }
+    }
 
     void remove() { bytes_.remove(); }
+
+    // For those who print the record themselves.
+    [[nodiscard]] DocumentBytes& bytes() { return bytes_; }
 
   private:
     DocumentBytes bytes_;
