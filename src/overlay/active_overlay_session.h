@@ -57,11 +57,11 @@ constexpr std::array<std::string_view, 7> enumNames(CloseReason) {
             "forcedBySleep", "forcedByPause", "skippedGently"};
 }
 
-// What the user can do on the overlay. The name is the action's identifier; a button's object name
-// is "ostrel.overlay.action." followed by it.
-enum class OverlayAction { done, skip, postpone };
-constexpr std::array<std::string_view, 3> enumNames(OverlayAction) {
-    return {"done", "skip", "postpone"};
+// What the user can do about the break; the last two answer the gentle card's question. The name is
+// the action's identifier; a button's object name is "ostrel.overlay.action." followed by it.
+enum class OverlayAction { done, skip, postpone, gentleDone, gentleSkip };
+constexpr std::array<std::string_view, 5> enumNames(OverlayAction) {
+    return {"done", "skip", "postpone", "gentle_done", "gentle_skip"};
 }
 
 }  // namespace ostrel

@@ -19,9 +19,12 @@ constexpr int kGenericHaptic = 0;
 CloseReason closeReasonOf(OverlayAction action) {
     switch (action) {
         case OverlayAction::done:
+        case OverlayAction::gentleDone:
             return CloseReason::done;
         case OverlayAction::skip:
             return CloseReason::skipped;
+        case OverlayAction::gentleSkip:
+            return CloseReason::skippedGently;
         case OverlayAction::postpone:
             break;
     }
@@ -31,7 +34,7 @@ CloseReason closeReasonOf(OverlayAction action) {
 }  // namespace
 
 OverlayManager::OverlayManager(Services services, Timing timing)
-    : services_(std::move(services)), timing_(timing) {
+    : services_(std::move(services)), timing_(timing), rotation_(services_.preferences) {
     if (!(timing_.tickInterval > 0)) {
         fatal("a break that does not count down");
     }
@@ -48,7 +51,7 @@ OverlayManager::OverlayManager(Services services, Timing timing)
     subscriptions_.push_back(
         services_.systemEvents.willSleep.subscribe([this] { close(CloseReason::forcedBySleep); }));
     subscriptions_.push_back(services_.displays.changed.subscribe([this] {
-        if (activeSession_->has_value()) {
+        if (activeSession_->has_value() && !isGentle()) {
             syncWindows();
             didRebuildWindows.send();
         }
@@ -67,12 +70,10 @@ void OverlayManager::present(BreakKind kind, std::int64_t baseDurationSec,
     }
     fadingWindows_.clear();
     didFireAutoFade_ = false;
-    // All that can close the break again is armed before anybody hears of it. The first window to
-    // paint disarms the watchdog.
+    gentleStage_ = GentleCard::Stage::counting;
+    // All that can close the break again is armed before anybody hears of it.
     countdownTimer_ = services_.runLoop.repeat(
         runLoopSec(timing_.tickInterval), runLoopSec(timing_.tickInterval), [this] { tick(); });
-    firstPaintTimer_ = services_.runLoop.callAfter(runLoopSec(kFirstPaintLimitSec),
-                                                   [this] { close(CloseReason::forcedBySleep); });
     activeSession_.set(makeSession(kind, baseDurationSec, penaltySec));
     bannerDismissed_.set(false);
     SkipPenalties* penalties = services_.records.penaltyEngine;
@@ -80,7 +81,17 @@ void OverlayManager::present(BreakKind kind, std::int64_t baseDurationSec,
     if (!activeSession_->has_value()) {
         return;
     }
-    syncWindows();
+    const SettingsModel& settings = *settingsStore().settings();
+    const BreakPresentation presentation =
+        kind == BreakKind::eye ? settings.eyePresentation : settings.bodyPresentation;
+    if (presentation == BreakPresentation::gentle && services_.records.gentleCards) {
+        showCard();
+    } else {
+        // The first window to paint disarms the watchdog.
+        firstPaintTimer_ = services_.runLoop.callAfter(
+            runLoopSec(kFirstPaintLimitSec), [this] { close(CloseReason::forcedBySleep); });
+        syncWindows();
+    }
     didPresent.send();
     if (services_.records.chimes) {
         services_.records.chimes->playStart();
@@ -99,13 +110,10 @@ ActiveOverlaySession OverlayManager::makeSession(BreakKind kind, std::int64_t ba
     session.penaltySec = penaltySec;
     session.startedAt = services_.now();
     session.remainingSec = addSec(baseDurationSec, penaltySec);
-    GuideRotation* rotation = services_.records.rotation;
-    if (rotation) {
-        session.guideStartIndex = rotation->startIndex(kind);
-    }
+    session.guideStartIndex = rotation_.startIndex(kind);
     if (const auto& messages = settingsStore().settings()->customBreakMessages; !messages.empty()) {
-        const std::int64_t index = rotation ? rotation->nextMessageIndex() : 0;
-        session.message = messages[static_cast<std::size_t>(index) % messages.size()];
+        const auto index = static_cast<std::size_t>(rotation_.nextMessageIndex());
+        session.message = messages[index % messages.size()];
     }
     return session;
 }
@@ -114,13 +122,30 @@ void OverlayManager::tick() {
     ActiveOverlaySession session = **activeSession_;
     session.remainingSec = std::max<std::int64_t>(subtractSec(session.remainingSec, tickSec_), 0);
     activeSession_.set(session);
-    const bool isStillActive = activeSession_->has_value();
-    if (isStillActive && session.remainingSec == 0 && !std::exchange(didFireAutoFade_, true)) {
+    if (!activeSession_->has_value()) {
+        return;
+    }
+    if (session.remainingSec == 0 && !std::exchange(didFireAutoFade_, true)) {
         reachZero();
     }
+    updateCard();
 }
 
 void OverlayManager::reachZero() {
+    const BreakKind kind = (*activeSession_)->kind;
+    if (isGentle()) {
+        didReachZero.send(kind);
+        judgeRest();
+        return;
+    }
+    closeAfterFade();
+    didReachZero.send(kind);
+    if (services_.records.chimes) {
+        services_.records.chimes->playEnd();
+    }
+}
+
+void OverlayManager::closeAfterFade() {
     const BreakKind kind = (*activeSession_)->kind;
     autoFadeTimer_ =
         services_.runLoop.callAfter(runLoopSec(timing_.autoFadeDelaySec), [this, kind] {
@@ -129,10 +154,6 @@ void OverlayManager::reachZero() {
                 close(CloseReason::autoFade);
             }
         });
-    didReachZero.send(kind);
-    if (services_.records.chimes) {
-        services_.records.chimes->playEnd();
-    }
 }
 
 // What a record does about the end of a break may well be a reason to close it once more.
@@ -144,11 +165,13 @@ void OverlayManager::close(CloseReason reason) {
     countdownTimer_.cancel();
     autoFadeTimer_.cancel();
     firstPaintTimer_.cancel();
-    if (services_.records.rotation) {
-        services_.records.rotation->advancePast(session);
-    }
+    rotation_.advance(session.kind, GuidedRotationStore::movesCovered(session));
     applyEffects(session, reason);
-    closeWindows();
+    if (const auto cardID = std::exchange(gentleCardID_, std::nullopt)) {
+        services_.records.gentleCards->dismissCard(*cardID);
+    } else {
+        closeWindows();
+    }
     isClosing_ = false;
     activeSession_.set(std::nullopt);
     didClose.send(session.kind, reason);
@@ -221,17 +244,9 @@ void OverlayManager::log(const ActiveOverlaySession& session, BreakKind kind,
     }
 }
 
-bool OverlayManager::offers(OverlayAction action) const {
-    switch (action) {
-        case OverlayAction::done:
-            return true;
-        case OverlayAction::skip:
-            return !settingsStore().settings()->strictMode;
-        case OverlayAction::postpone:
-            return services_.records.postponeService &&
-                   services_.records.postponeService->remainingPostpones() > 0;
-    }
-    return false;
+bool OverlayManager::canPostpone() const {
+    return services_.records.postponeService &&
+           services_.records.postponeService->remainingPostpones() > 0;
 }
 
 bool OverlayManager::enables(OverlayAction action) const {
@@ -250,17 +265,24 @@ bool OverlayManager::press(OverlayAction action) {
 
 // Modifiers play no part: Shift-Escape skips like Escape.
 KeyOutcome OverlayManager::handleKey(std::uint32_t virtualKeyCode) {
-    switch (virtualKeyCode) {
-        case kEscapeKey:
-            return press(OverlayAction::skip) ? KeyOutcome::skip : KeyOutcome::ignored;
-        case kReturnKey:
-        case kSpaceKey:
-            return press(OverlayAction::done) ? KeyOutcome::done : KeyOutcome::ignored;
-        case kPKey:
-            return press(OverlayAction::postpone) ? KeyOutcome::postpone : KeyOutcome::ignored;
-        default:
-            return KeyOutcome::ignored;
+    const auto& session = *activeSession_;
+    if (!session) {
+        return KeyOutcome::ignored;
     }
+    if (virtualKeyCode == kEscapeKey && !settingsStore().settings()->strictMode) {
+        close(CloseReason::skipped);
+        return KeyOutcome::skip;
+    }
+    if ((virtualKeyCode == kReturnKey || virtualKeyCode == kSpaceKey) &&
+        session->remainingSec <= 0) {
+        close(CloseReason::done);
+        return KeyOutcome::done;
+    }
+    if (virtualKeyCode == kPKey && canPostpone()) {
+        close(CloseReason::postponed);
+        return KeyOutcome::postpone;
+    }
+    return KeyOutcome::ignored;
 }
 
 }  // namespace ostrel

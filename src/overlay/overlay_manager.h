@@ -11,10 +11,12 @@
 #include "base/signal.h"
 #include "base/uuid.h"
 #include "overlay/active_overlay_session.h"
+#include "overlay/guided_rotation_store.h"
 #include "overlay/overlay_ports.h"
 #include "overlay/overlay_window.h"
 #include "platform/api/displays.h"
 #include "platform/api/haptics.h"
+#include "platform/api/input_idle.h"
 #include "platform/api/motion_settings.h"
 #include "platform/api/run_loop.h"
 #include "platform/api/system_events.h"
@@ -27,12 +29,16 @@ class TimerEngine;
 // Puts due breaks on the screen, one at a time: counts the break down, keeps one window per
 // display, turns keys and buttons into actions and ends the break with exactly one CloseReason.
 //
+// A gentle break is a card that blocks nothing. At its end it is judged by the time without input
+// whether the user stepped away; if not, the card asks.
+//
 // The break is over at the close; its windows may still be fading out. An overlay must never lock
 // anybody out: no window takes the keyboard before it has painted, and a break that nothing was
 // painted of within kFirstPaintLimitSec is taken down.
 class OverlayManager : public OverlayWindowListener {
   public:
     static constexpr double kFirstPaintLimitSec = 3.0;
+    static constexpr double kAnswerLimitSec = 60.0;
 
     // Seconds; tickInterval counts down by its whole part.
     struct Timing {
@@ -43,6 +49,7 @@ class OverlayManager : public OverlayWindowListener {
 
     // What the manager works with. All of it outlives the manager.
     struct Services {
+        PreferencesStore& preferences;
         const SettingsStore& settingsStore;
         TimerEngine& timerEngine;
         OverlayWindowMaker& windows;
@@ -50,6 +57,7 @@ class OverlayManager : public OverlayWindowListener {
         SystemEvents& systemEvents;
         const MotionSettings& motion;
         Haptics& haptics;
+        const InputIdle& inputIdle;
         RunLoop& runLoop;
         NowFunction now;
         MakeUuid makeUuid;
@@ -72,6 +80,8 @@ class OverlayManager : public OverlayWindowListener {
     [[nodiscard]] const Published<std::optional<std::uint32_t>>& primaryDisplayID() const {
         return primaryDisplayID_;
     }
+    // Whether the break that is active is a card.
+    [[nodiscard]] bool isGentle() const { return gentleCardID_.has_value(); }
     [[nodiscard]] const std::vector<std::unique_ptr<OverlayWindow>>& openWindows() const {
         return openWindows_;
     }
@@ -105,14 +115,21 @@ class OverlayManager : public OverlayWindowListener {
     Signal<> didRebuildWindows;
     Signal<std::uint32_t> didPaintWindow;  // by display, once a window
     Signal<BreakLogEntry::Kind> didReachZero;
+    Signal<BreakLogEntry::Kind> didAsk;  // whether the user rested
     Signal<BreakLogEntry::Kind, CloseReason> didClose;
 
   private:
     [[nodiscard]] ActiveOverlaySession makeSession(BreakLogEntry::Kind kind,
                                                    std::int64_t baseDurationSec,
                                                    std::int64_t penaltySec);
+    [[nodiscard]] bool canPostpone() const;
     void tick();
     void reachZero();
+    void judgeRest();
+    void closeAfterFade();
+    void showCard();
+    void updateCard();
+    [[nodiscard]] GentleCard card() const;
     void applyEffects(const ActiveOverlaySession& session, CloseReason reason);
     void complete(const ActiveOverlaySession& session, BreakLogEntry::Outcome outcome);
     void log(const ActiveOverlaySession& session, BreakLogEntry::Kind kind,
@@ -130,6 +147,9 @@ class OverlayManager : public OverlayWindowListener {
     Published<bool> bannerDismissed_;
     Published<std::int64_t> recentSkipCount_;
     Published<std::optional<std::uint32_t>> primaryDisplayID_;
+    GuidedRotationStore rotation_;
+    std::optional<std::string> gentleCardID_;
+    GentleCard::Stage gentleStage_ = GentleCard::Stage::counting;
     bool didFireAutoFade_ = false;
     bool isClosing_ = false;
     std::vector<std::uint32_t> paintedDisplayIDs_;

@@ -152,7 +152,7 @@ class EngineBench : MeetingPresenceGuarding,
     }
 
     bool isToastOnScreen() const override { return toastOnScreen_; }
-    void show(Message message, std::optional<std::int64_t> argument) override {
+    void show(Message message, std::optional<std::int64_t> argument, const Handlers&) override {
         static constexpr const char* kNames[] = {
             "merged", "pre-break eye", "pre-break body", "pause ended", "none left",
             "held",   "dropped",       "away both",      "away eye",    "away body"};

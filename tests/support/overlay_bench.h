@@ -22,8 +22,8 @@ class OverlayBench : BreakLogging,
                      DailyCounting,
                      SkipPenalties,
                      PostponeRation,
-                     GuideRotation,
-                     ChimePlaying {
+                     ChimePlaying,
+                     GentleCardPresenting {
   public:
     enum class Records { present, absent };
 
@@ -40,9 +40,11 @@ class OverlayBench : BreakLogging,
                    seededUuids(1),
                    {}},
                   TimerEngine::Ticking::manual),
-          overlay_({settings_, engine_, windows ? *windows : platform_.overlayWindows,
-                    platform_.displays, platform_.systemEvents, platform_.motion, platform_.haptics,
-                    platform_.runLoop, [this] { return now(); }, seededUuids(1),
+          overlay_({platform_.preferences, settings_, engine_,
+                    windows ? *windows : platform_.overlayWindows, platform_.displays,
+                    platform_.systemEvents, platform_.motion, platform_.haptics,
+                    platform_.inputIdle, platform_.runLoop, [this] { return now(); },
+                    seededUuids(1),
                     records == Records::present ? OverlayRecords{this, this, this, this, this, this}
                                                 : OverlayRecords{}}) {
         engine_.configure(PresetCatalog::standard());
@@ -55,8 +57,8 @@ class OverlayBench : BreakLogging,
     }
 
     std::int64_t postponesLeft = 1;
-    std::int64_t rotationIndex = 0;
-    int rotationAdvances = 0;
+    GentleCard lastCard;
+    std::function<void(OverlayAction)> pressCard;
     bool closesAgain = false;  // the log closes the break that it is told of
 
     OverlayManager& overlay() { return overlay_; }
@@ -64,6 +66,8 @@ class OverlayBench : BreakLogging,
     SettingsStore& settings() { return settings_; }
     SessionStateStore& session() { return session_; }
     RecordingWindows& windows() { return platform_.overlayWindows; }
+    MemoryPreferences& preferences() { return platform_.preferences; }
+    VirtualInputIdle& inputIdle() { return platform_.inputIdle; }
     VirtualDisplays& displays() { return platform_.displays; }
     VirtualMotionSettings& motion() { return platform_.motion; }
     SystemEvents& systemEvents() { return platform_.systemEvents; }
@@ -123,9 +127,22 @@ class OverlayBench : BreakLogging,
     std::int64_t recentSkipCount() override { return 2; }
     std::int64_t remainingPostpones() override { return postponesLeft; }
     bool tryPostpone() override { return postponesLeft > 0 && postponesLeft-- > 0; }
-    std::int64_t startIndex(BreakKind) override { return rotationIndex; }
-    std::int64_t nextMessageIndex() override { return rotationIndex; }
-    void advancePast(const ActiveOverlaySession&) override { ++rotationAdvances; }
+    std::string showCard(const GentleCard& card,
+                         std::function<void(OverlayAction)> onPress) override {
+        note("card");
+        lastCard = card;
+        pressCard = std::move(onPress);
+        return "card";
+    }
+    void updateCard(const std::string& cardID, const GentleCard& card) override {
+        EXPECT_EQ(cardID, "card");
+        lastCard = card;
+    }
+    void dismissCard(const std::string& cardID) override {
+        EXPECT_EQ(cardID, "card");
+        note("no card");
+        pressCard = nullptr;
+    }
     void playStart() override { note("start chime"); }
     void playEnd() override { note("end chime"); }
 

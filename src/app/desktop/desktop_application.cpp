@@ -19,12 +19,23 @@
 #include "platform/linux/qt_displays.h"
 #include "platform/linux/single_instance.h"
 #include "platform/linux/termination_signals.h"
+#include "platform/linux/x11_input_idle.h"
 #include "platform/virtual/memory_preferences.h"
 #include "screens/qt_overlay_window_maker.h"
 #include "screens/status_item.h"
 
 namespace ostrel {
 namespace {
+
+// Until there is something that shows them.
+class NoNotifications : public SystemNotifications {
+  public:
+    void registerCategories(std::vector<NotificationCategory>) override {}
+    void add(const NotificationRequest&) override {}
+    void removePending(const std::string&) override {}
+    void removeDelivered(const std::string&) override {}
+    [[nodiscard]] Authorization authorization() const override { return Authorization::denied; }
+};
 
 // The desktop's side of the environment.
 class LinuxPlatform {
@@ -36,8 +47,8 @@ class LinuxPlatform {
               runLoop.clockWasSet.subscribe([this] { systemEvents.clockChanged.send(); })) {}
 
     [[nodiscard]] Platform over(PreferencesStore& preferences) {
-        return {runLoop,      systemWallTime, calendar, preferences,    displays,
-                systemEvents, motion,         haptics,  overlayWindows, randomUuids()};
+        return {runLoop, systemWallTime, calendar,  preferences,   displays,       systemEvents,
+                motion,  haptics,        inputIdle, notifications, overlayWindows, randomUuids()};
     }
 
     LinuxRunLoop runLoop;
@@ -46,6 +57,8 @@ class LinuxPlatform {
     SystemEvents systemEvents;
     PortalMotionSettings motion;
     NoHaptics haptics;
+    X11InputIdle inputIdle;
+    NoNotifications notifications;
     QtOverlayWindowMaker overlayWindows;
 
   private:

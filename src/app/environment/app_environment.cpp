@@ -54,7 +54,7 @@ PenaltyLedger& AppEnvironment::penaltyLedger() {
 PenaltyEngine& AppEnvironment::penaltyEngine() {
     return filled(penaltyEngine_, [this] {
         return std::make_unique<PenaltyEngine>(PenaltyEngine::Services{
-            platform_.now, penaltyLedger(), settingsStore(), dailyCounter(), nullptr,
+            platform_.now, penaltyLedger(), settingsStore(), dailyCounter(), &notificationCenter(),
             platform_.preferences, platform_.requestUserAttention});
     });
 }
@@ -83,7 +83,7 @@ DayEndAnnouncer& AppEnvironment::dayEndAnnouncer() {
     return filled(dayEndAnnouncer_, [this] {
         return std::make_unique<DayEndAnnouncer>(
             DayEndAnnouncer::Services{platform_.preferences, settingsStore(), breakLog(),
-                                      platform_.calendar, platform_.now, nullptr});
+                                      platform_.calendar, platform_.now, &notificationCenter()});
     });
 }
 
@@ -103,10 +103,23 @@ MeetingWatcher* AppEnvironment::meetingWatcher() {
     });
 }
 
+OstrelNotificationCenter& AppEnvironment::notificationCenter() {
+    return filled(notificationCenter_, [this] {
+        return std::make_unique<OstrelNotificationCenter>(OstrelNotificationCenter::Services{
+            platform_.notifications, settingsStore(), platform_.now});
+    });
+}
+
+ToastDispatcher& AppEnvironment::toastDispatcher() {
+    return filled(toastDispatcher_,
+                  [this] { return std::make_unique<ToastDispatcher>(platform_.runLoop); });
+}
+
 TimerEngine& AppEnvironment::timerEngine() {
     return filled(timerEngine_, [this] {
-        const EngineCollaborators collaborators{&penaltyEngine(), &postponeService(), &breakLog(),
-                                                meetingWatcher()};
+        const EngineCollaborators collaborators{
+            &penaltyEngine(), &postponeService(),    &breakLog(),       meetingWatcher(),
+            nullptr,          &notificationCenter(), &toastDispatcher()};
         return std::make_unique<TimerEngine>(
             TimerEngine::Services{settingsStore(), sessionStateStore(), platform_.calendar,
                                   platform_.runLoop, platform_.now, platform_.makeUuid,
@@ -117,12 +130,12 @@ TimerEngine& AppEnvironment::timerEngine() {
 
 OverlayManager& AppEnvironment::overlayManager() {
     return filled(overlayManager_, [this] {
-        const OverlayRecords records{&breakLog(), &dailyCounter(), &penaltyEngine(),
-                                     &postponeService()};
+        const OverlayRecords records{&breakLog(),        &dailyCounter(), &penaltyEngine(),
+                                     &postponeService(), nullptr,         &toastDispatcher()};
         return std::make_unique<OverlayManager>(OverlayManager::Services{
-            settingsStore(), timerEngine(), platform_.overlayWindows, platform_.displays,
-            platform_.systemEvents, platform_.motion, platform_.haptics, platform_.runLoop,
-            platform_.now, platform_.makeUuid, records});
+            platform_.preferences, settingsStore(), timerEngine(), platform_.overlayWindows,
+            platform_.displays, platform_.systemEvents, platform_.motion, platform_.haptics,
+            platform_.inputIdle, platform_.runLoop, platform_.now, platform_.makeUuid, records});
     });
 }
 
@@ -132,7 +145,20 @@ void AppEnvironment::launch() {
     [[maybe_unused]] const StreakTracker& streak = streakTracker();
     subscriptions_.push_back(platform_.systemEvents.willSleep.subscribe([this] { noteSleep(); }));
     subscriptions_.push_back(platform_.systemEvents.didWake.subscribe([this] { noteWake(); }));
+    notificationCenter().start(answers());
     timerEngine().configure(PresetCatalog::active(*settingsStore().settings()));
+}
+
+OstrelNotificationCenter::Answers AppEnvironment::answers() {
+    const auto open = [this](AppWindow window) {
+        if (platform_.openWindow) {
+            platform_.openWindow(window);
+        }
+    };
+    return {[this](BreakKind kind) { timerEngine().startNow(kind); },
+            [this](BreakKind kind) { timerEngine().postpone(kind); },
+            [this] { timerEngine().endAllPauses(); }, [open] { open(AppWindow::report); },
+            [open] { open(AppWindow::app); }};
 }
 
 void AppEnvironment::quit() {

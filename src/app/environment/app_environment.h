@@ -8,6 +8,8 @@
 #include "core/engine/timer_engine.h"
 #include "core/settings/session_state_store.h"
 #include "core/settings/settings_store.h"
+#include "menubar/ostrel_notification_center.h"
+#include "menubar/toast_dispatcher.h"
 #include "overlay/overlay_manager.h"
 #include "presence/meeting_watcher.h"
 #include "records/break_log.h"
@@ -51,16 +53,21 @@ class AppEnvironment {
     [[nodiscard]] ReportSummaryView& reportSummary();
     // Null where the system cannot tell what is in front.
     [[nodiscard]] MeetingWatcher* meetingWatcher();
+    [[nodiscard]] OstrelNotificationCenter& notificationCenter();
+    [[nodiscard]] ToastDispatcher& toastDispatcher();
     [[nodiscard]] TimerEngine& timerEngine();
     [[nodiscard]] OverlayManager& overlayManager();
 
   private:
+    [[nodiscard]] OstrelNotificationCenter::Answers answers();
     void noteSleep();
     void noteWake();
 
     Platform platform_;
     std::unique_ptr<SettingsStore> settingsStore_;
     std::unique_ptr<SessionStateStore> sessionStateStore_;
+    std::unique_ptr<OstrelNotificationCenter> notificationCenter_;
+    std::unique_ptr<ToastDispatcher> toastDispatcher_;
     std::unique_ptr<BreakLog> breakLog_;
     std::unique_ptr<DailyCounter> dailyCounter_;
     std::unique_ptr<PenaltyLedger> penaltyLedger_;

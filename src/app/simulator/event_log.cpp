@@ -1,5 +1,6 @@
 #include "app/simulator/event_log.h"
 
+#include <charconv>
 #include <cmath>
 #include <memory>
 #include <utility>
@@ -49,6 +50,42 @@ Json menuBarFields(const MenuBarFormatter::Context& context) {
             {"tooltip", tooltip}};
 }
 
+// Arguments that are whole numbers stand as numbers.
+Json textFields(const LocalizedText& text) {
+    Json args = Json::array();
+    for (const std::string& argument : text.args) {
+        std::int64_t value = 0;
+        const char* end = argument.data() + argument.size();
+        const auto [rest, failure] = std::from_chars(argument.data(), end, value);
+        const bool isNumber = failure == std::errc{} && rest == end;
+        args.push_back(isNumber ? Json(value) : Json(argument));
+    }
+    return {{"key", text.key}, {"args", args}};
+}
+
+Json triggerFields(const NotificationTrigger& trigger) {
+    if (const auto* after = std::get_if<AfterSeconds>(&trigger)) {
+        return {{"afterSec", after->seconds}};
+    }
+    if (const auto* weekly = std::get_if<EveryWeek>(&trigger)) {
+        return {{"weekday", weekly->weekday}, {"hour", weekly->hour}, {"repeats", true}};
+    }
+    return {};
+}
+
+Json toastFields(const ToastDispatcher& toasts) {
+    const auto& current = *toasts.currentToast();
+    return current && !toasts.isCard(*current) ? textFields(current->message) : Json();
+}
+
+Json queueFields(const ToastDispatcher& toasts) {
+    Json keys = Json::array();
+    for (const auto& pending : toasts.pendingQueue()) {
+        keys.push_back(pending.toast.message.key);
+    }
+    return keys;
+}
+
 Json optionalText(const std::optional<std::string>& text) {
     return text ? Json(*text) : Json();
 }
@@ -86,6 +123,10 @@ std::vector<Subscription> EventLog::watchPlatform() {
         }));
     watching.push_back(
         platform_.attentionRequested.subscribe([this] { print("attention.requested"); }));
+    watching.push_back(platform_.windowOpened.subscribe([this](AppWindow window) {
+        print("window.opened", {{"window", nameOf(window)}});
+    }));
+    watchNotifications(watching);
     watching.push_back(platform_.haptics.played.subscribe([this](int pattern) {
         print("haptic", {{"pattern", pattern}});
     }));
@@ -96,6 +137,7 @@ std::vector<Subscription> EventLog::watch(AppEnvironment& environment) {
     std::vector<Subscription> watching;
     watchOverlay(environment.overlayManager(), watching);
     watchRecords(environment, watching);
+    watchToasts(environment.toastDispatcher(), watching);
     watchEngine(environment.timerEngine(), watching);
     watchPauses(environment.sessionStateStore(), watching);
     return watching;
@@ -110,7 +152,7 @@ void EventLog::watchOverlay(OverlayManager& overlay, std::vector<Subscription>& 
                                  {"totalSec", session.totalSec()},
                                  {"guideStartIndex", session.guideStartIndex},
                                  {"message", optionalText(session.message)},
-                                 {"presentation", "fullScreen"},
+                                 {"presentation", overlay.isGentle() ? "gentle" : "fullScreen"},
                                  {"windows", windows(overlay)}});
     }));
     watching.push_back(overlay.didRebuildWindows.subscribe([this, &overlay] {
@@ -119,12 +161,53 @@ void EventLog::watchOverlay(OverlayManager& overlay, std::vector<Subscription>& 
     watching.push_back(overlay.didReachZero.subscribe([this](BreakKind kind) {
         print("overlay.zero", {{"kind", nameOf(kind)}});
     }));
+    watching.push_back(overlay.didAsk.subscribe([this](BreakKind kind) {
+        print("overlay.asking", {{"kind", nameOf(kind)}});
+    }));
     watching.push_back(overlay.didClose.subscribe([this](BreakKind kind, CloseReason reason) {
         print("overlay.closed", {{"kind", nameOf(kind)}, {"reason", nameOf(reason)}});
     }));
     watching.push_back(overlay.penaltyAppliedPublisher.subscribe([this](std::int64_t penaltySec) {
         print("penalty.applied", {{"penaltySec", penaltySec}});
     }));
+}
+
+void EventLog::watchNotifications(std::vector<Subscription>& watching) {
+    VirtualNotifications& notifications = platform_.notifications;
+    watching.push_back(notifications.posted.subscribe([this](const NotificationRequest& request) {
+        print("notification.posted", {{"request", request.id},
+                                      {"category", request.category},
+                                      {"title", textFields(request.title)},
+                                      {"body", textFields(request.body)},
+                                      {"userInfo", Json(request.userInfo)},
+                                      {"trigger", triggerFields(request.trigger)}});
+    }));
+    watching.push_back(notifications.wasDelivered.subscribe([this](const std::string& id) {
+        print("notification.delivered", {{"request", id}});
+    }));
+    watching.push_back(notifications.removed.subscribe([this](const std::string& id) {
+        print("notification.removed", {{"request", id}});
+    }));
+}
+
+void EventLog::watchToasts(ToastDispatcher& toasts, std::vector<Subscription>& watching) {
+    const auto printKey = [this](const char* event) {
+        return [this, event](const Toast& toast) { print(event, {{"key", toast.message.key}}); };
+    };
+    watching.push_back(toasts.didShow.subscribe([this](const ToastDispatcher::PendingToast& shown) {
+        Json actions = Json::array();
+        for (const Toast::Action& action : shown.toast.actions) {
+            actions.push_back(action.id);
+        }
+        Json fields = textFields(shown.toast.message);
+        fields.update({{"kind", nameOf(shown.toast.kind)},
+                       {"actions", actions},
+                       {"durationSec", number(shown.duration)}});
+        print("toast.shown", fields);
+    }));
+    watching.push_back(toasts.didQueue.subscribe(printKey("toast.queued")));
+    watching.push_back(toasts.didDrop.subscribe(printKey("toast.dropped")));
+    watching.push_back(toasts.didDismiss.subscribe(printKey("toast.dismissed")));
 }
 
 void EventLog::watchRecords(AppEnvironment& environment, std::vector<Subscription>& watching) {
@@ -217,6 +300,11 @@ void EventLog::printSnapshot(AppEnvironment& environment, const Json& label) {
          {"overlay", overlay},
          {"menuBar", menuBarFields(menuBarContext(engine, environment.sessionStateStore(),
                                                   environment.settingsStore()))},
+         {"toast", toastFields(environment.toastDispatcher())},
+         {"toastQueue", queueFields(environment.toastDispatcher())},
+         {"notifications",
+          {{"pending", platform_.notifications.pending()},
+           {"delivered", platform_.notifications.delivered()}}},
          {"presence", {{"isMeetingActive", isMeetingActive(environment)}}},
          {"streak", environment.streakTracker().streak()->currentDays}});
 }

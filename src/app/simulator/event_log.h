@@ -31,6 +31,8 @@ class EventLog {
 
   private:
     void watchOverlay(OverlayManager& overlay, std::vector<Subscription>& watching);
+    void watchNotifications(std::vector<Subscription>& watching);
+    void watchToasts(ToastDispatcher& toasts, std::vector<Subscription>& watching);
     void watchRecords(AppEnvironment& environment, std::vector<Subscription>& watching);
     void watchEngine(TimerEngine& engine, std::vector<Subscription>& watching);
     void watchPauses(const SessionStateStore& session, std::vector<Subscription>& watching);

@@ -90,6 +90,33 @@ ScenarioDisplays displays(ScenarioReader& in, const Json& json) {
     return result;
 }
 
+enum class UserPresence { active, away };
+constexpr std::array<std::string_view, 2> enumNames(UserPresence) {
+    return {"active", "away"};
+}
+
+NotificationResponse notificationAnswer(ScenarioReader& in, const Json& json) {
+    NotificationResponse response;
+    in.eachKey(json, "an answer to a notification", [&](const std::string& key, const Json& value) {
+        const auto place = in.enter(key);
+        if (key == "action") {
+            response.action = in.read<std::string>(value, "an action identifier");
+        } else if (key == "category") {
+            response.category = in.read<std::string>(value, "a category identifier");
+        } else if (key == "userInfo") {
+            in.eachKey(value, "the user info", [&](const std::string& name, const Json& text) {
+                response.userInfo[name] = in.read<std::string>(text, "an object of texts");
+            });
+        } else {
+            in.fail("unknown key");
+        }
+    });
+    if (in.ok() && !response.action && response.category.empty()) {
+        in.fail("an answer has an action, or the category of a plain tap");
+    }
+    return response;
+}
+
 struct FrontmostEntry {
     std::string bundleIdentifier;
     std::int64_t processIdentifier = 0;
@@ -173,6 +200,15 @@ constexpr std::pair<std::string_view, ReadAction> kVerbs[] = {
      [](ScenarioReader& in, const Json& v) -> StepAction {
          return step::SetDisplays{displays(in, v)};
      }},
+    {"user",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::SetUser{in.read<UserPresence>(v, R"("active" or "away")") ==
+                              UserPresence::away};
+     }},
+    {"idleSec",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::SetIdle{seconds(in, v, 0)};
+     }},
     {"frontmost",
      [](ScenarioReader& in, const Json& v) -> StepAction {
          return step::SetFrontmost{frontmost(in, v)};
@@ -221,7 +257,16 @@ constexpr std::pair<std::string_view, ReadAction> kVerbs[] = {
      }},
     {"overlay",
      [](ScenarioReader& in, const Json& v) -> StepAction {
-         return step::PressOverlay{in.read<OverlayAction>(v, R"("done", "skip" or "postpone")")};
+         return step::PressOverlay{in.read<OverlayAction>(
+             v, R"("done", "skip", "postpone", "gentle_done" or "gentle_skip")")};
+     }},
+    {"toast",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::PressToast{in.read<std::string>(v, "an action identifier or \"dismiss\"")};
+     }},
+    {"notification",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::AnswerNotification{notificationAnswer(in, v)};
      }},
     {"relaunchAfterSec",
      [](ScenarioReader& in, const Json& v) -> StepAction {

@@ -13,6 +13,7 @@
 #include "overlay/active_overlay_session.h"
 #include "platform/api/displays.h"
 #include "platform/api/frontmost_application.h"
+#include "platform/api/system_notifications.h"
 #include "platform/calendar/local_time.h"
 #include "records/report_summary.h"
 
@@ -27,6 +28,12 @@ struct ScenarioDisplays {
 namespace step {
 struct SetDisplays {
     ScenarioDisplays displays;
+};
+struct SetUser {
+    bool isAway;
+};
+struct SetIdle {
+    double seconds;
 };
 struct SetFrontmost {
     std::optional<FrontmostApplication::Application> application;
@@ -60,6 +67,12 @@ struct PressKey {
 struct PressOverlay {
     OverlayAction action;
 };
+struct PressToast {
+    std::string actionID;  // or "dismiss"
+};
+struct AnswerNotification {
+    NotificationResponse response;
+};
 struct Relaunch {
     double afterSec;
 };
@@ -75,10 +88,11 @@ struct Snapshot {
 }  // namespace step
 
 using StepAction =
-    std::variant<step::SetDisplays, step::SetFrontmost, step::Sleep, step::ShiftClock,
-                 step::SetTimeZone, step::BecomeActive, step::ChangeSettings, step::ApplyPreset,
-                 step::Pause, step::Resume, step::StartNow, step::PressKey, step::PressOverlay,
-                 step::Relaunch, step::FailEncoding, step::PrintReport, step::Snapshot>;
+    std::variant<step::SetDisplays, step::SetUser, step::SetIdle, step::SetFrontmost, step::Sleep,
+                 step::ShiftClock, step::SetTimeZone, step::BecomeActive, step::ChangeSettings,
+                 step::ApplyPreset, step::Pause, step::Resume, step::StartNow, step::PressKey,
+                 step::PressOverlay, step::PressToast, step::AnswerNotification, step::Relaunch,
+                 step::FailEncoding, step::PrintReport, step::Snapshot>;
 
 struct Step {
     double at = 0;  // seconds since the start, never decreasing

@@ -70,6 +70,19 @@ void Simulator::perform(const step::SetDisplays& set) {
     platform_.displays.set(set.displays.displays, set.displays.mainID);
 }
 
+void Simulator::perform(const step::SetUser& set) {
+    if (!set.isAway) {
+        platform_.inputIdle.setReading(nullptr);
+        return;
+    }
+    platform_.inputIdle.setReading(
+        [this, since = sinceStart()] { return inSeconds(sinceStart() - since); });
+}
+
+void Simulator::perform(const step::SetIdle& set) {
+    platform_.inputIdle.setReading([seconds = set.seconds] { return seconds; });
+}
+
 void Simulator::perform(const step::SetFrontmost& set) {
     platform_.frontmost.set(set.application);
 }
@@ -131,6 +144,21 @@ void Simulator::perform(const step::PressOverlay& press) {
     if (!environment_->overlayManager().press(press.action)) {
         events_.print("press.refused", {{"on", "overlay"}, {"action", nameOf(press.action)}});
     }
+}
+
+void Simulator::perform(const step::PressToast& press) {
+    ToastDispatcher& toasts = environment_->toastDispatcher();
+    const auto& current = *toasts.currentToast();
+    const bool isToast = current && !toasts.isCard(*current);
+    if (isToast && press.actionID == "dismiss") {
+        toasts.dismiss();
+    } else if (!isToast || !toasts.press(press.actionID)) {
+        events_.print("press.refused", {{"on", "toast"}, {"action", press.actionID}});
+    }
+}
+
+void Simulator::perform(const step::AnswerNotification& answer) {
+    platform_.notifications.respond(answer.response);
 }
 
 void Simulator::perform(const step::Relaunch& relaunch) {

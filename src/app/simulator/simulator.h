@@ -34,6 +34,8 @@ class Simulator {
     [[nodiscard]] RunLoopTime runLoopTimeAt(double at) const;
 
     void perform(const step::SetDisplays& set);
+    void perform(const step::SetUser& set);
+    void perform(const step::SetIdle& set);
     void perform(const step::SetFrontmost& set);
     void perform(const step::Sleep& sleep);
     void perform(const step::ShiftClock& shift);
@@ -46,6 +48,8 @@ class Simulator {
     void perform(const step::StartNow& start);
     void perform(const step::PressKey& press);
     void perform(const step::PressOverlay& press);
+    void perform(const step::PressToast& press);
+    void perform(const step::AnswerNotification& answer);
     void perform(const step::Relaunch& relaunch);
     void perform(const step::FailEncoding& failing);
     void perform(const step::PrintReport& report);

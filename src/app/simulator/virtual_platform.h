@@ -7,6 +7,7 @@
 #include "platform/calendar/zoned_calendar.h"
 #include "platform/virtual/memory_preferences.h"
 #include "platform/virtual/virtual_devices.h"
+#include "platform/virtual/virtual_notifications.h"
 #include "platform/virtual/virtual_run_loop.h"
 
 namespace ostrel {
@@ -20,12 +21,21 @@ class VirtualPlatform {
     VirtualPlatform& operator=(const VirtualPlatform&) = delete;
 
     [[nodiscard]] Platform platform(MakeUuid makeUuid) {
-        return {runLoop,        [this] { return runLoop.wallNow(); },
-                calendar,       preferences,
-                displays,       systemEvents,
-                motion,         haptics,
-                overlayWindows, std::move(makeUuid),
-                &frontmost,     [this] { attentionRequested.send(); }};
+        return {runLoop,
+                [this] { return runLoop.wallNow(); },
+                calendar,
+                preferences,
+                displays,
+                systemEvents,
+                motion,
+                haptics,
+                inputIdle,
+                notifications,
+                overlayWindows,
+                std::move(makeUuid),
+                &frontmost,
+                [this](AppWindow window) { windowOpened.send(window); },
+                [this] { attentionRequested.send(); }};
     }
 
     std::string timeZone;
@@ -36,9 +46,12 @@ class VirtualPlatform {
     SystemEvents systemEvents;
     VirtualMotionSettings motion;
     VirtualHaptics haptics;
+    VirtualInputIdle inputIdle;
+    VirtualNotifications notifications{runLoop, calendar, [this] { return runLoop.wallNow(); }};
     RecordingWindows overlayWindows;
     VirtualFrontmostApplication frontmost;
     Signal<> attentionRequested;
+    Signal<AppWindow> windowOpened;
 };
 
 }  // namespace ostrel

@@ -40,7 +40,7 @@ class EngineToasts {
   public:
     enum class Message {
         merged,        // argument: minutes until the body break
-        preBreakEye,   // seconds left; offers start now and postpone
+        preBreakEye,   // seconds left, counted down
         preBreakBody,  // likewise
         pauseEnded,
         postponeNoneLeft,
@@ -53,7 +53,13 @@ class EngineToasts {
 
     virtual ~EngineToasts() = default;
     [[nodiscard]] virtual bool isToastOnScreen() const = 0;
-    virtual void show(Message message, std::optional<std::int64_t> argument) = 0;
+    // What the buttons of the toast do; without a handler there is no button.
+    struct Handlers {
+        std::function<void()> startNow;
+        std::function<void()> later;
+    };
+    virtual void show(Message message, std::optional<std::int64_t> argument,
+                      const Handlers& handlers) = 0;
     virtual void dismiss() = 0;
 };
 

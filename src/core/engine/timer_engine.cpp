@@ -233,7 +233,8 @@ void TimerEngine::warn(BreakKind kind) {
         cycle.didShowPreBreakToast = true;
         showToast(kind == BreakKind::eye ? EngineToasts::Message::preBreakEye
                                          : EngineToasts::Message::preBreakBody,
-                  remainingSec);
+                  remainingSec,
+                  {[this, kind] { startNow(kind); }, [this, kind] { postpone(kind); }});
     }
 }
 
@@ -346,9 +347,10 @@ void TimerEngine::creditAway(std::int64_t awaySec) {
               std::max<std::int64_t>(awaySec / 60, 1));
 }
 
-void TimerEngine::showToast(EngineToasts::Message message, std::optional<std::int64_t> argument) {
+void TimerEngine::showToast(EngineToasts::Message message, std::optional<std::int64_t> argument,
+                            const EngineToasts::Handlers& handlers) {
     if (services_.collaborators.toastDispatcher) {
-        services_.collaborators.toastDispatcher->show(message, argument);
+        services_.collaborators.toastDispatcher->show(message, argument, handlers);
     }
 }
 

@@ -167,7 +167,8 @@ class TimerEngine {
     void stopSchedule();
 
     void logEntry(BreakKind kind, BreakLogEntry::Outcome outcome, WallTime startedAt);
-    void showToast(EngineToasts::Message message, std::optional<std::int64_t> argument = {});
+    void showToast(EngineToasts::Message message, std::optional<std::int64_t> argument = {},
+                   const EngineToasts::Handlers& handlers = {});
     void dismissToast();
     void withdrawBreakSoon();
     [[nodiscard]] bool isOverlayPresented() const;

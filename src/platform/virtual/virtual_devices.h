@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -7,6 +8,7 @@
 #include "platform/api/displays.h"
 #include "platform/api/frontmost_application.h"
 #include "platform/api/haptics.h"
+#include "platform/api/input_idle.h"
 #include "platform/api/motion_settings.h"
 
 namespace ostrel {
@@ -37,6 +39,20 @@ class VirtualFrontmostApplication : public FrontmostApplication {
 
   private:
     std::optional<Application> current_;
+};
+
+// Reads 0 until it is given another reading.
+class VirtualInputIdle : public InputIdle {
+  public:
+    [[nodiscard]] std::optional<double> secondsSinceLastInput() const override {
+        return reading_ ? reading_() : 0;
+    }
+    void setReading(std::function<std::optional<double>()> reading) {
+        reading_ = std::move(reading);
+    }
+
+  private:
+    std::function<std::optional<double>()> reading_;
 };
 
 class VirtualMotionSettings : public MotionSettings {

@@ -207,7 +207,7 @@ TEST(ScenarioTest, SaysWhatCannotBeUsedAndWhere) {
         {R"({"durationSec": 1, "steps": [{"at": 0, "settings": {"stirctMode": true}}]})",
          "steps[0].settings: unknown settings field \"stirctMode\""},
         {R"({"durationSec": 1, "steps": [{"at": 0, "overlay": "done!"}]})",
-         R"(steps[0].overlay: must be "done", "skip" or "postpone")"},
+         R"(steps[0].overlay: must be "done", "skip", "postpone", "gentle_done" or "gentle_skip")"},
         {R"({"durationSec": 1, "steps": [{"at": 0, "pause": {"minutes": 1.5}}]})",
          R"(steps[0].pause: must be {"minutes": 30}, "untilNextMorning" or "indefinite")"},
         {R"({"durationSec": 1, "displays": [{"displayID": 1, "x": 0, "y": 0, "width": 9}]})",

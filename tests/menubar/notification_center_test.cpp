@@ -1,0 +1,166 @@
+#include "menubar/ostrel_notification_center.h"
+
+#include <gtest/gtest.h>
+
+#include "menubar/notification_ids.h"
+#include "platform/virtual/virtual_notifications.h"
+#include "support/events.h"
+#include "support/records_bench.h"
+
+namespace ostrel {
+namespace {
+
+class NotificationTest : public ::testing::Test, public RecordsBench {
+  protected:
+    NotificationTest() { launch(); }
+
+    // A second call is a relaunch.
+    void launch() {
+        center = std::make_unique<OstrelNotificationCenter>(
+            OstrelNotificationCenter::Services{system, settings, clock()});
+        const auto note = [this](const std::string& what) { events.push_back(what); };
+        center->start({[note](BreakKind kind) { note("start " + std::string(nameOf(kind))); },
+                       [note](BreakKind kind) { note("postpone " + std::string(nameOf(kind))); },
+                       [note] { note("resume"); }, [note] { note("report"); },
+                       [note] { note("app"); }});
+    }
+    Events take() { return std::exchange(events, {}); }
+
+    VirtualNotifications system{runLoop, calendar, clock()};
+    std::unique_ptr<OstrelNotificationCenter> center;
+    Events events;
+    std::vector<NotificationRequest> posted;
+    Subscription posts = system.posted.subscribe(
+        [this](const NotificationRequest& request) { posted.push_back(request); });
+    Subscription deliveries = system.wasDelivered.subscribe(
+        [this](const std::string& id) { events.push_back("delivered " + id.substr(28)); });
+    Subscription removals = system.removed.subscribe(
+        [this](const std::string& id) { events.push_back("removed " + id.substr(28)); });
+};
+
+}  // namespace
+
+TEST_F(NotificationTest, BreakSoonSaysHowSoonAndWhetherItCanWait) {
+    struct Case {
+        std::int64_t leadSec;
+        const char* key;
+        const char* argument;
+    };
+    for (const auto& [leadSec, key, argument] :
+         {Case{59, "notification.break_soon.seconds %lld", "59"},
+          Case{60, "notification.break_soon.minutes %lld", "1"},
+          Case{89, "notification.break_soon.minutes %lld", "1"},
+          Case{90, "notification.break_soon.minutes %lld", "2"}}) {
+        center->postBreakSoon(BreakKind::body, leadSec, true);
+        EXPECT_EQ(posted.back().body, (LocalizedText{key, {argument}})) << leadSec;
+    }
+    EXPECT_EQ(posted.back().title.key, "notification.break_soon.body.title");
+    EXPECT_EQ(posted.back().category, NotificationCategoryID::kBreakSoon);
+    EXPECT_EQ(posted.back().userInfo, (std::map<std::string, std::string>{{"kind", "body"}}));
+    center->postBreakSoon(BreakKind::eye, 30, false);
+    EXPECT_EQ(posted.back().category, NotificationCategoryID::kBreakSoonNoPostpone);
+    EXPECT_EQ(system.delivered(),
+              (std::vector<std::string>{"ostrel.notification.request.breakSoon"}))
+        << "one at a time";
+    take();
+    center->cancelBreakSoon();
+    EXPECT_EQ(take(), (Events{"removed breakSoon"}));
+}
+
+TEST_F(NotificationTest, PauseForgottenComesWhenDueUnlessItIsSwitchedOff) {
+    center->schedulePauseForgotten(now() + wallSec(100));
+    run(99.9);
+    EXPECT_EQ(take(), Events{});
+    run(0.1);
+    EXPECT_EQ(take(), (Events{"delivered pauseForgotten"}));
+    center->schedulePauseForgotten(now() - wallSec(500));
+    run(1);
+    EXPECT_EQ(take(), (Events{"delivered pauseForgotten"})) << "overdue: a second later";
+
+    center->schedulePauseForgotten(now() + wallSec(100));
+    setUp([](SettingsModel& model) { model.notifyPauseForgotten = false; });
+    EXPECT_EQ(take(), (Events{"removed pauseForgotten", "removed pauseForgotten"}));
+    setUp([](SettingsModel& model) { model.notifyPauseForgotten = true; });
+    run(100);
+    EXPECT_EQ(take(), (Events{"delivered pauseForgotten"}));
+    center->cancelPauseForgotten();
+    take();
+    setUp([](SettingsModel& model) { model.notifyPauseForgotten = false; });
+    setUp([](SettingsModel& model) { model.notifyPauseForgotten = true; });
+    run(7200);
+    EXPECT_EQ(take(), Events{}) << "a pause that is over is not remembered";
+}
+
+TEST_F(NotificationTest, WeeklySummaryComesOnMondaysAtNine) {
+    jumpTo("2026-03-10T12:00:00");
+    launch();
+    run(5 * 86'400 + 21 * 3600 - 1);
+    EXPECT_EQ(take(), Events{});
+    run(1);
+    EXPECT_EQ(take(), (Events{"delivered weeklySummary"}));
+    launch();
+    jumpTo("2026-03-24T12:00:00");  // the program and the computer were off on Monday
+    runLoop.runOverdueWallTimers();
+    launch();
+    EXPECT_EQ(take(), (Events{"delivered weeklySummary"}));
+    setUp([](SettingsModel& model) { model.notifyWeeklySummary = false; });
+    run(7 * 86'400);
+    EXPECT_EQ(take(), (Events{"removed weeklySummary"}));
+    setUp([](SettingsModel& model) { model.notifyWeeklySummary = true; });
+    setUp([](SettingsModel& model) { model.strictMode = true; });
+    run(7 * 86'400);
+    EXPECT_EQ(take(), (Events{"delivered weeklySummary"}));
+}
+
+TEST_F(NotificationTest, EveryAnswerReachesItsPlace) {
+    struct Case {
+        std::optional<std::string> action;
+        const char* category;
+        const char* kind;
+        Events done;
+    };
+    const std::string prefix = "ostrel.notification.action.";
+    for (const auto& [action, category, kind, done] :
+         {Case{prefix + "startNow", "", "eye", {"start eye"}},
+          Case{prefix + "postpone", "", "body", {"postpone body"}},
+          Case{prefix + "postpone", "", "leg", {}}, Case{prefix + "resume", "", "", {"resume"}},
+          Case{prefix + "openReport", "", "", {"report"}},
+          Case{prefix + "openApp", "", "", {"app"}}, Case{prefix + "unheardOf", "", "eye", {}},
+          Case{std::nullopt, "ostrel.notification.weeklySummary", "", {"report"}},
+          Case{std::nullopt, "ostrel.notification.dayEnd", "", {"report"}},
+          Case{std::nullopt, "ostrel.notification.breakSoon", "eye", {"app"}},
+          Case{std::nullopt, "ostrel.notification.pauseForgotten", "", {"app"}}}) {
+        system.respond({action, category, {{"kind", kind}}});
+        EXPECT_EQ(take(), done) << action.value_or(category);
+    }
+}
+
+TEST_F(NotificationTest, CategoriesCarryTheirActions) {
+    Events categories;
+    for (const NotificationCategory& category : system.categories()) {
+        std::string line = category.id.substr(20) + ":";
+        for (const NotificationAction& action : category.actions) {
+            line += " " + action.id.substr(27) + "=" + action.titleKey;
+        }
+        categories.push_back(line);
+    }
+    EXPECT_EQ(categories,
+              (Events{"pauseForgotten: resume=menubar.action.resume openApp=action.open_ostrel",
+                      "consecutiveSkips: openApp=action.open_ostrel",
+                      "breakSoon: startNow=notification.action.start_now "
+                      "postpone=notification.action.postpone",
+                      "breakSoonNoPostpone: startNow=notification.action.start_now",
+                      "weeklySummary: openReport=notification.weekly_report.action",
+                      "dayEnd: openReport=notification.weekly_report.action"}));
+}
+
+TEST_F(NotificationTest, FiguresStandInTheirTexts) {
+    center->postSkipStreak(4);
+    EXPECT_EQ(posted.back().body, (LocalizedText{"notification.skip_streak.body %lld", {"4"}}));
+    center->postDayEnd(5, 6);
+    EXPECT_EQ(posted.back().body,
+              (LocalizedText{"notification.day_end.body %lld %lld", {"5", "6"}}));
+    EXPECT_EQ(take(), (Events{"delivered consecutiveSkips", "delivered dayEnd"}));
+}
+
+}  // namespace ostrel

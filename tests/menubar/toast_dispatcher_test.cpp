@@ -1,0 +1,141 @@
+#include "menubar/toast_dispatcher.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <set>
+
+#include "platform/virtual/virtual_run_loop.h"
+#include "support/events.h"
+
+namespace ostrel {
+namespace {
+
+using Message = EngineToasts::Message;
+
+// A dispatcher that writes down what is on the screen as "SECOND what".
+class ToastTest : public ::testing::Test {
+  protected:
+    void show(const std::string& key, double duration) {
+        ToastDispatcher::PendingToast pending;
+        pending.toast.message.key = key;
+        pending.duration = duration;
+        toasts.show(pending);
+    }
+    void run(double seconds) { runLoop.runFor(runLoopSec(seconds)); }
+    Events take() { return std::exchange(events, {}); }
+
+    VirtualRunLoop runLoop{WallTime{}};
+    ToastDispatcher toasts{runLoop};
+    Events events;
+    Subscription watching = toasts.currentToast().onChange([this](const auto& toast) {
+        const auto second = std::chrono::duration<double>(runLoop.now().time_since_epoch()).count();
+        std::string what = std::to_string(second).substr(0, 4) + " ";
+        if (toast) {
+            what += toast->message.key;
+            for (const std::string& argument : toast->message.args) {
+                what += " " + argument;
+            }
+        } else {
+            what += "-";
+        }
+        events.push_back(what);
+    });
+};
+
+GentleCard card(GentleCard::Stage stage, std::vector<OverlayAction> actions) {
+    return {BreakKind::eye, stage, 20, 120, "rest", std::move(actions)};
+}
+
+}  // namespace
+
+TEST_F(ToastTest, OneAtATimeEachForItsOwnTime) {
+    show("a", 2);
+    show("b", 1);
+    run(10);
+    EXPECT_EQ(take(), (Events{"0.00 a", "2.00 -", "2.00 b", "3.00 -"}));
+    show("c", 5);
+    run(1);
+    toasts.dismiss();
+    show("d", 5);
+    run(4.5);
+    EXPECT_EQ(take(), (Events{"10.0 c", "11.0 -", "11.0 d"})) << "the time of c is not d's";
+    run(1);
+    EXPECT_EQ(take(), (Events{"16.0 -"}));
+    toasts.dismiss();
+    EXPECT_EQ(take(), Events{});
+}
+
+TEST_F(ToastTest, OfABurstTheNewestFiveWait) {
+    Events dropped;
+    const Subscription drops =
+        toasts.didDrop.subscribe([&](const Toast& toast) { dropped.push_back(toast.message.key); });
+    for (const char* key : {"on screen", "1", "2", "3", "4", "5", "6", "7"}) {
+        show(key, 60);
+    }
+    EXPECT_EQ(dropped, (Events{"1", "2"}));
+    Events waiting;
+    std::set<std::string> ids = {(*toasts.currentToast())->id};
+    for (const auto& pending : toasts.pendingQueue()) {
+        waiting.push_back(pending.toast.message.key);
+        ids.insert(pending.toast.id);
+    }
+    EXPECT_EQ(waiting, (Events{"3", "4", "5", "6", "7"}));
+    EXPECT_EQ(ids.size(), 6U);
+}
+
+TEST_F(ToastTest, CountingToastCountsItsSecondsDown) {
+    int started = 0;
+    toasts.show(Message::preBreakEye, 3, {[&] { ++started; }, [] {}});
+    const std::string id = (*toasts.currentToast())->id;
+    run(2);
+    EXPECT_EQ((*toasts.currentToast())->id, id) << "refreshed in place";
+    run(2);
+    EXPECT_EQ(take(), (Events{"0.00 toast.pre_break.eye %lld 3", "1.00 toast.pre_break.eye %lld 2",
+                              "2.00 toast.pre_break.eye %lld 1", "3.00 -"}));
+    EXPECT_EQ(started, 0);
+}
+
+TEST_F(ToastTest, ButtonsRunTheirHandlerOnceAndTakeTheToastOff) {
+    Events pressed;
+    toasts.show(Message::preBreakBody, 10,
+                {[&] { pressed.emplace_back(toasts.isToastOnScreen() ? "on screen" : "gone"); },
+                 [&] { pressed.emplace_back("later"); }});
+    EXPECT_FALSE(toasts.press("skip"));
+    EXPECT_TRUE(toasts.press("start_now"));
+    EXPECT_FALSE(toasts.press("later"));
+    EXPECT_EQ(pressed, (Events{"gone"}));
+    toasts.show(Message::pauseEnded, std::nullopt, {});
+    EXPECT_TRUE((*toasts.currentToast())->actions.empty());
+}
+
+TEST_F(ToastTest, CardGoesBeforeAllOthersAndOnlyItsOwnerTakesItDown) {
+    using Stage = GentleCard::Stage;
+    std::vector<OverlayAction> pressed;
+    show("a", 60);
+    show("b", 2);
+    const std::string id =
+        toasts.showCard(card(Stage::counting, {OverlayAction::skip}),
+                        [&](OverlayAction action) { pressed.push_back(action); });
+    EXPECT_TRUE(toasts.isCard(**toasts.currentToast()));
+    EXPECT_EQ((*toasts.currentToast())->progress, (Toast::Progress{20, 120}));
+    EXPECT_EQ((*toasts.currentToast())->secondaryLine, (LocalizedText{"%@", {"rest"}}));
+    toasts.dismiss();
+    run(100);
+    EXPECT_EQ(take(), (Events{"0.00 a", "0.00 -", "0.00 gentle.card.eye"}));
+
+    toasts.updateCard(id,
+                      card(Stage::asking, {OverlayAction::gentleDone, OverlayAction::gentleSkip}));
+    EXPECT_FALSE((*toasts.currentToast())->progress);
+    EXPECT_FALSE(toasts.press("skip"));
+    EXPECT_TRUE(toasts.press("gentle_skip"));
+    EXPECT_EQ(pressed, (std::vector{OverlayAction::gentleSkip}));
+    toasts.dismissCard("another");
+    toasts.dismissCard(id);
+    run(3);
+    EXPECT_EQ(take(), (Events{"100. gentle.card.ended", "100. -", "100. b", "102. -"}));
+    toasts.updateCard(id, card(Stage::rested, {}));
+    EXPECT_EQ(take(), Events{}) << "a card that is gone is not brought back";
+}
+
+}  // namespace ostrel
