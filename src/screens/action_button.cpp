@@ -32,6 +32,8 @@ struct Words {
 Words wordsOf(OverlayAction action) {
     switch (action) {
         case OverlayAction::done:
+        case OverlayAction::gentleDone:  // the answers have their place on the card
+        case OverlayAction::gentleSkip:
             break;
         case OverlayAction::skip:
             return {"action.skip", "action.skip.hint", "key.escape"};
