@@ -105,7 +105,8 @@ void OstrelNotificationCenter::postBreakSoon(BreakKind kind, std::int64_t leadSe
     services_.center.add({std::string(NotificationRequestID::kBreakSoon),
                           std::string(canPostpone ? NotificationCategoryID::kBreakSoon
                                                   : NotificationCategoryID::kBreakSoonNoPostpone),
-                          text("notification.break_soon." + name + ".title"),
+                          text(kind == BreakKind::eye ? "notification.break_soon.eye.title"
+                                                      : "notification.break_soon.body.title"),
                           leadText(leadSec),
                           {{"kind", name}},
                           {}});

@@ -6,6 +6,9 @@
 #include <span>
 #include <string_view>
 #include <variant>
+#include <vector>
+
+#include "base/localized_text.h"
 
 // The words behind the localisation keys.
 namespace ostrel::Texts {
@@ -19,13 +22,18 @@ struct Entry {
 using Argument = std::variant<std::int64_t, QString>;
 
 // Every key with its English text. A translation is the same table with other texts; it may change
-// the order of placeholders by numbering them: %2$@ takes the second argument.
+// the order of placeholders by numbering them: %2$@ takes the second argument. Where a number
+// changes the words, a text stands under the key, '#' and the plural category of the Unicode CLDR
+// ("toast.merged %lld#one"); the other categories take the text under the key alone.
 [[nodiscard]] std::span<const Entry> english();
 
 // The text of `key` with its placeholders filled in. An unknown key stands for itself.
 [[nodiscard]] QString of(std::string_view key, std::initializer_list<Argument> arguments = {});
 
+// A text that travelled: its arguments are numbers where its key says %lld.
+[[nodiscard]] QString of(const LocalizedText& text);
+
 // Fills the placeholders of one text. An argument that is missing leaves its placeholder in place.
-[[nodiscard]] QString fill(const QString& text, std::initializer_list<Argument> arguments);
+[[nodiscard]] QString fill(const QString& text, std::span<const Argument> arguments);
 
 }  // namespace ostrel::Texts
