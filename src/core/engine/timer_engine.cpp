@@ -105,14 +105,13 @@ void TimerEngine::setRemaining(BreakKind kind, std::int64_t remainingSec) {
 }
 
 void TimerEngine::stepEye() {
-    if (eyeWaitsBehindHold_) {
-        if (isDeferring() || isOverlayPresented()) {
-            return;
-        }
-        eyeWaitsBehindHold_ = false;
-    } else {
-        countDown(BreakKind::eye);
+    // One that was postponed while it waited counts down again.
+    const bool waits = eyeWaitsBehindHold_ && state_->eye.remainingSec <= 0;
+    if (waits && (isDeferring() || isOverlayPresented())) {
+        return;
     }
+    eyeWaitsBehindHold_ = false;
+    countDown(BreakKind::eye);
     const bool merges = eyeWillMerge();
     if (!merges) {
         warn(BreakKind::eye);

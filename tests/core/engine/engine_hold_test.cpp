@@ -178,6 +178,19 @@ TEST_F(EngineHoldTest, WaitingEyeBreakIsStillWaitingAfterAPauseAndGoneAfterItsOw
     EXPECT_EQ(relaunched.state()->eye.remainingSec, 990);
 }
 
+TEST_F(EngineHoldTest, WaitingEyeBreakThatIsPostponedCountsDownAgain) {
+    mergingOff();
+    bench.meetingActive = true;
+    TimerEngine& engine = bench.launch(1000, 500);
+    bench.run(1100);
+    engine.pause(PauseReason::user);
+    EXPECT_TRUE(engine.postpone(BreakKind::eye));
+    engine.endPause(PauseReason::user);
+    bench.overlayPresented = true;
+    bench.run(100);
+    EXPECT_EQ(engine.state()->eye.remainingSec, 200);
+}
+
 TEST_F(EngineHoldTest, HeldBodyBreakThatAPauseCancelsGivesItsEyeBreakBack) {
     bench.meetingActive = true;
     TimerEngine& engine = bench.launch(1000, 500);
