@@ -1,0 +1,249 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "support/schedule_audit.h"
+
+namespace ostrel {
+
+// An environment over the virtual platform, and all that a user and a system can do to it. Whatever
+// is done is noted and audited at once.
+class AuditedSchedule {
+  public:
+    enum class By { button, key };
+
+    AuditedSchedule(std::string zone, WallTime start, const SettingsModel& settings, Counts& counts)
+        : platform_(std::move(zone), start), audit_(platform_, counts) {
+        platform_.preferences.write(SettingsStore::kKey,
+                                    JsonCodec<SettingsModel>::encode(settings).dump());
+        launch();
+    }
+    AuditedSchedule(const AuditedSchedule&) = delete;
+    AuditedSchedule& operator=(const AuditedSchedule&) = delete;
+    ~AuditedSchedule() { audit_.stopWatching(); }
+
+    [[nodiscard]] ScheduleAudit& audit() { return audit_; }
+    [[nodiscard]] const std::string& fault() { return findings().fault(); }
+    [[nodiscard]] const SettingsModel& settings() {
+        return *environment_->settingsStore().settings();
+    }
+    [[nodiscard]] bool isPaused() { return environment_->sessionStateStore().isPaused(); }
+    [[nodiscard]] bool isMeeting() const { return platform_.frontmost.current().has_value(); }
+    [[nodiscard]] BreakKind nextKind() {
+        const TimerState& timers = *engine().state();
+        return timers.eye.remainingSec <= timers.body.remainingSec ? BreakKind::eye
+                                                                   : BreakKind::body;
+    }
+    [[nodiscard]] WallTime now() const { return platform_.runLoop.wallNow(); }
+    [[nodiscard]] RunLoopTime runLoopNow() const { return platform_.runLoop.now(); }
+    [[nodiscard]] const auto& session() { return *overlay().activeSession(); }
+
+    // Second by second, until a break opens or closes.
+    void run(std::int64_t seconds) {
+        const bool wasOpen = audit_.isBreakOpen();
+        for (; seconds > 0 && audit_.isBreakOpen() == wasOpen && fault().empty(); --seconds) {
+            runFor(1);
+        }
+    }
+
+    void press(OverlayAction action, By by) {
+        note("press " + std::string(nameOf(action)));
+        const auto before = session();
+        const bool isPossible = before && isEnabled(action, *before);
+        if (before && action == OverlayAction::skip) {
+            const bool costs = before->kind == BreakKind::eye && !audit_.skips().isDisabled();
+            findings().expect("cost told before the skip",
+                              environment_->penaltyEngine().previewPenalty(before->kind),
+                              costs ? audit_.skips().costSec(now()) : 0);
+        }
+        const bool isDone = by == By::button
+                                ? overlay().press(action)
+                                : overlay().handleKey(keyOf(action)) != KeyOutcome::ignored;
+        findings().expect("press answered", isDone, isPossible);
+        findings().expect("break still on screen", session().has_value(), before && !isPossible);
+        audit_.check();
+    }
+    void skipGently() {
+        note("skip gently");
+        overlay().close(CloseReason::skippedGently);
+        audit_.check();
+    }
+
+    void startNow(BreakKind kind) {
+        note("start now " + std::string(nameOf(kind)));
+        const auto before = session();
+        engine().startNow(kind);
+        if (before) {
+            findings().count("start now while a break is on screen");
+            findings().expect("break on screen stays", session() == before, true);
+        } else {
+            findings().expect("break started", session() && session()->kind == kind, true);
+            if (kind == BreakKind::eye) {
+                audit_.countdowns().takeMerge();
+            }
+        }
+        audit_.check();
+    }
+
+    // Before the break, as from a card that announces it.
+    void postponeAhead(BreakKind kind) {
+        note("postpone ahead " + std::string(nameOf(kind)));
+        const bool isFree = !session() && !audit_.countdowns().heldKind();
+        const bool isGranted = isFree && audit_.quota().mayPostpone(now());
+        const TimerState before = *engine().state();
+        findings().expect("postponed", engine().postpone(kind), isGranted);
+        TimerState after = before;
+        if (isGranted) {
+            (kind == BreakKind::eye ? after.eye : after.body).remainingSec += 300;
+            audit_.quota().use();
+            audit_.records().add({{}, now(), now(), kind, BreakLogEntry::Outcome::postponed, 0, 0});
+        }
+        findings().count(isGranted ? "postponed ahead"
+                         : isFree  ? "postpone refused for the hour"
+                                   : "postpone refused for a break");
+        findings().expect("countdowns after it", *engine().state() == after, true);
+        audit_.check();
+    }
+
+    void setMeeting(bool isMeeting) {
+        note(isMeeting ? "meeting begins" : "meeting ends");
+        platform_.frontmost.set(
+            isMeeting ? std::optional(FrontmostApplication::Application{"us.zoom.xos", 4711})
+                      : std::nullopt);
+    }
+
+    void pause(PauseDuration duration) {
+        note("pause " + std::string(duration.kind == PauseDuration::Kind::minutes
+                                        ? std::to_string(duration.minutes)
+                                        : "indefinitely"));
+        const auto held = audit_.countdowns().heldKind();
+        engine().pauseByUser(duration);
+        stopped(held);
+    }
+    void resume() {
+        note("resume");
+        engine().endPause(PauseReason::user);
+        audit_.check();
+    }
+
+    void change(const std::string& what, const std::function<void(SettingsModel&)>& change) {
+        note(what);
+        const auto held = audit_.countdowns().heldKind();
+        const bool wasEnabled = settings().ostrelEnabled;
+        environment_->settingsStore().update(change);
+        audit_.skips().setDisabled(settings().disableSkipPenalty);
+        if (wasEnabled && !settings().ostrelEnabled) {
+            stopped(held);
+        }
+        audit_.check();
+    }
+
+    void applyPreset(const PresetDefinition& preset) {
+        note("preset " + preset.id);
+        engine().applyPreset(preset);
+        audit_.skips().applyPreset();
+        audit_.countdowns().takeMerge();
+        expectRestarted();
+        audit_.check();
+    }
+
+    void sleep(std::int64_t seconds) {
+        note("sleep " + std::to_string(seconds));
+        platform_.systemEvents.willSleep.send();
+        audit_.check();
+        platform_.runLoop.shiftWallClock(wallSec(seconds));
+        platform_.systemEvents.didWake.send();
+        platform_.runLoop.runOverdueWallTimers();
+        audit_.skips().wake(seconds);
+        if (seconds > 3600) {
+            findings().count("long sleep");
+            audit_.countdowns().takeMerge();
+            expectRestarted();
+        }
+        audit_.check();
+    }
+
+    void relaunch(double gapSec) {
+        note("relaunch after " + Json(gapSec).dump());
+        environment_->quit();
+        findings().expect("break on screen after quitting", session().has_value(), false);
+        audit_.check();
+        audit_.stopWatching();
+        environment_.reset();
+        platform_.runLoop.shiftWallClock(WallClock::duration{gapSec});
+        launch();
+    }
+
+  private:
+    [[nodiscard]] TimerEngine& engine() { return environment_->timerEngine(); }
+    [[nodiscard]] OverlayManager& overlay() { return environment_->overlayManager(); }
+    [[nodiscard]] Findings& findings() { return audit_.findings(); }
+    void note(const std::string& what) { findings().note(what); }
+
+    // Half a second off the ticks, so that whatever is done next is in no doubt about its order.
+    void launch() {
+        audit_.countdowns().beforeLaunch();
+        environment_ = std::make_unique<AppEnvironment>(platform_.platform(makeUuid_));
+        environment_->launch();
+        audit_.watch(*environment_);
+        expectRestarted();
+        audit_.check();
+        if (isPaused()) {
+            findings().count("pause went on after a launch");
+        }
+        runFor(0.5);
+    }
+    void runFor(double seconds) {
+        platform_.runLoop.runUpTo(platform_.runLoop.now() + runLoopSec(seconds));
+        audit_.check();
+    }
+
+    [[nodiscard]] bool isEnabled(OverlayAction action, const ActiveOverlaySession& session) {
+        switch (action) {
+            case OverlayAction::done:
+                return session.remainingSec == 0;
+            case OverlayAction::postpone:
+                return audit_.quota().mayPostpone(now());
+            case OverlayAction::skip:
+                break;
+        }
+        return true;
+    }
+    static std::uint32_t keyOf(OverlayAction action) {
+        switch (action) {
+            case OverlayAction::done:
+                return 36;
+            case OverlayAction::postpone:
+                return 35;
+            case OverlayAction::skip:
+                break;
+        }
+        return 53;
+    }
+
+    // What was held is given up; nothing stays on the screen.
+    void stopped(std::optional<BreakKind> held) {
+        if (held == BreakKind::body) {
+            audit_.countdowns().undoMerge();
+        }
+        findings().expect("break on screen after stopping", session().has_value(), false);
+        audit_.check();
+    }
+    void expectRestarted() {
+        const TimerState& timers = *engine().state();
+        findings().expect("eye countdown", timers.eye.remainingSec,
+                          engine().activeIntervalSec(BreakKind::eye));
+        findings().expect("body countdown", timers.body.remainingSec,
+                          engine().activeIntervalSec(BreakKind::body));
+    }
+
+    MakeUuid makeUuid_ = seededUuids(1);
+    VirtualPlatform platform_;
+    ScheduleAudit audit_;
+    std::unique_ptr<AppEnvironment> environment_;
+};
+
+}  // namespace ostrel
