@@ -17,8 +17,7 @@ class AuditedSchedule {
 
     AuditedSchedule(std::string zone, WallTime start, const SettingsModel& settings, Counts& counts)
         : platform_(std::move(zone), start), audit_(platform_, counts) {
-        platform_.preferences.write(SettingsStore::kKey,
-                                    JsonCodec<SettingsModel>::encode(settings).dump());
+        platform_.preferences.write(SettingsStore::kKey, *printJson(settings).text);
         launch();
     }
     AuditedSchedule(const AuditedSchedule&) = delete;
@@ -208,6 +207,8 @@ class AuditedSchedule {
             case OverlayAction::postpone:
                 return audit_.quota().mayPostpone(now());
             case OverlayAction::skip:
+            case OverlayAction::gentleDone:
+            case OverlayAction::gentleSkip:
                 break;
         }
         return true;
@@ -219,6 +220,8 @@ class AuditedSchedule {
             case OverlayAction::postpone:
                 return 35;
             case OverlayAction::skip:
+            case OverlayAction::gentleDone:
+            case OverlayAction::gentleSkip:
                 break;
         }
         return 53;

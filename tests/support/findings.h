@@ -35,8 +35,9 @@ class Findings {
         if (is == shouldBe || !fault_.empty()) {
             return;
         }
-        fault_ = momentText() + ": " + what + " is " + JsonCodec<T>::encode(is).dump() +
-                 ", should be " + JsonCodec<T>::encode(shouldBe).dump() + "; before it:";
+        fault_ = momentText() + ": " + what + " is " +
+                 printJson(is).text.value_or("not printable") + ", should be " +
+                 printJson(shouldBe).text.value_or("not printable") + "; before it:";
         const auto shown = std::min<std::ptrdiff_t>(std::ssize(story_), kShownEvents);
         std::for_each(story_.end() - shown, story_.end(),
                       [this](const std::string& event) { fault_ += "\n    " + event; });

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "menubar/notification_ids.h"
 #include "support/countdown_audit.h"
 #include "support/records_model.h"
 #include "support/skip_model.h"
@@ -29,6 +30,13 @@ class ScheduleAudit {
         watching_.push_back(
             countdowns_.dropped.subscribe([this](BreakKind kind, WallTime heldSince) {
                 add({{}, heldSince, now(), kind, {}, 0, 0}, BreakLogEntry::Outcome::deferred);
+            }));
+        // A notice of a break to come says whether it can be postponed.
+        watching_.push_back(
+            platform_.notifications.posted.subscribe([this](const NotificationRequest& request) {
+                if (request.id == NotificationRequestID::kBreakSoon) {
+                    static_cast<void>(quota_.mayPostpone(now()));
+                }
             }));
         watching_.push_back(
             platform_.attentionRequested.subscribe([this] { ++attentionRequests_; }));

@@ -15,6 +15,7 @@ constexpr double kDaySec = 86'400;
 constexpr int kEscape = 53;
 constexpr int kReturn = 36;
 constexpr int kP = 35;
+constexpr double kNoticeSec = 60;  // ahead of each break
 
 // Some days of March 2026, worked out without a calendar: before them there were 25 years with 6
 // leap days since 2001-01-01, and 59 days of 2026.
@@ -40,7 +41,7 @@ struct Week {
 // What the week should leave behind, added up break by break.
 class Expected {
   public:
-    explicit Expected(const Week& week) : week_(week) {}
+    explicit Expected(const Week& week) : week_(week), hourBegan_(week.nine(0)) {}
 
     // Times are seconds after nine of that day.
     void entry(int day, const char* kind, const char* outcome, double startedAt, double endedAt,
@@ -71,6 +72,17 @@ class Expected {
         }
     }
 
+    // A break that closed had shown so many guided moves.
+    void moves(const char* kind, int count) { moves_[kind] += count; }
+    // Whether a postpone is left is asked for `at` seconds after nine of that day. An hour that is
+    // over by then is followed by the next.
+    void askForPostpones(int day, double at) {
+        const double now = week_.nine(day) + at;
+        if (now >= hourBegan_ + 3600) {
+            hourBegan_ = now;
+        }
+    }
+
     // `lastQuitAt` since 2001, `poolSavedAt` after nine of the last day.
     [[nodiscard]] Json documents(double lastQuitAt, int poolSec, double poolSavedAt) {
         auto& counts = counts_[week_.dayCount - 1];
@@ -82,12 +94,15 @@ class Expected {
               {"bodyBreaksCompleted", counts["body"]},
               {"skipsToday", counts["skipped"]},
               {"postponesToday", counts["postponed"]}}},
+            {"ostrel.guidedRotation.v1",
+             {{"eye", moves_["eye"]}, {"body", moves_["body"]}, {"message", 0}}},
             {"ostrel.penaltyLedger.v1", ledger_},
             {"ostrel.penaltyPool.v1",
              {{"seconds", poolSec}, {"savedAt", week_.last() + poolSavedAt}}},
+            {"ostrel.postponeQuota.v1", {{"used", 0}, {"windowStart", hourBegan_}}},
             {"ostrel.sessionState.v1",
              {{"isPaused", false}, {"lastQuitAt", lastQuitAt}, {"pauseReasons", Json::array()}}},
-            {"ostrel.settings.v1", JsonCodec<SettingsModel>::encode(SettingsModel{})},
+            {"ostrel.settings.v1", asJson(SettingsModel{})},
             {"ostrel.streak.v1",
              {{"earlierDays", 0}, {"longestDays", reachedDays_}, {"recent", streak_}}}};
     }
@@ -97,7 +112,9 @@ class Expected {
     Json log_ = Json::array();
     Json ledger_ = Json::array();
     Json streak_ = Json::array();
+    double hourBegan_;
     int reachedDays_ = 0;
+    std::map<std::string, int> moves_;
     std::map<int, std::map<std::string, int>> counts_;
 };
 
@@ -161,6 +178,8 @@ TEST(WeeksTest, OrdinaryWorkWeek) {
             }
             const char* outcome = isSkipped ? "skipped" : fades ? "autoFadeOut" : "completed";
             expected.entry(day, kind, outcome, opens, closes, lasts, penaltySec);
+            expected.askForPostpones(day, opens - kNoticeSec);
+            expected.moves(kind, isBody && !isSkipped ? 6 : 1);
             if (n % 10 == 0) {
                 expected.entry(day, "eye", "completed", opens, closes, lasts);
             }
@@ -176,6 +195,7 @@ TEST(WeeksTest, OrdinaryWorkWeek) {
     expected.skip(600 * 44 + 20, "eye", 90);
     expected.skip(600 * 46 + 20, "eye", 180);
     const int lastDay = week.dayCount - 1;
+    expected.askForPostpones(lastDay, kQuit - kNoticeSec);
     expectWeek(week, {{"durationSec", lastDay * kDaySec + kQuit}, {"steps", steps}},
                expected.documents(week.nine(lastDay - 1) + kQuit, 0, kQuit),
                5 * (90 + 180 + 90 + 90 + 90) + 180);
@@ -211,6 +231,10 @@ TEST(WeeksTest, WeekOfSkippingEverything) {
             const int carried = isEye ? pool : 0;
             expected.entry(day, kind, "skipped", at, at + kAfter, (isEye ? 120 : 300) + carried,
                            carried);
+            // Of a break whose notice falls due while another is on the screen it comes after that.
+            const bool isCovered = opens.contains(at - kNoticeSec - 9);
+            expected.askForPostpones(day, at - kNoticeSec + (isCovered ? 1 : 0));
+            expected.moves(kind, 1);
             steps.push_back({{"at", day * kDaySec + at + kAfter}, {"key", kEscape}});
             chargedSec += carried;
             if (isEye) {
@@ -289,14 +313,19 @@ TEST(WeeksTest, WeekOfSleepMeetingsAndPostpones) {
                 {{"at", day * kDaySec + kEvening}, {"sleepSec", kDaySec - kEvening + 1}});
         }
     }
+    // Without the notices ahead of a break nothing but the keys asks for postpones.
+    const Json settings = {{"dailyGoalBreaks", 7}, {"breakSoonLeadSec", 0}};
+    // The body breaks were left after 100 s, 300 s and 10 s.
+    expected.moves("eye", 8 * week.dayCount);
+    expected.moves("body", (2 + 6 + 1) * week.dayCount);
     expected.skip(13'810, "body", 90);  // the eye skip of 8179 was more than an hour ago
     Json documents = expected.documents(week.nine(0), 0, 13'869);
     documents["ostrel.postponeQuota.v1"] = {{"used", 1}, {"windowStart", week.last() + 11'930}};
     // It could be used as it stood.
-    documents["ostrel.settings.v1"] = {{"dailyGoalBreaks", 7}};
+    documents["ostrel.settings.v1"] = settings;
     expectWeek(week,
                {{"durationSec", (week.dayCount - 1) * kDaySec + kEvening},
-                {"preferences", {{"ostrel.settings.v1", {{"dailyGoalBreaks", 7}}}}},
+                {"preferences", {{"ostrel.settings.v1", settings}}},
                 {"steps", steps}},
                documents, 7 * 90);
 }
