@@ -18,8 +18,8 @@ struct Toast {
     enum class ActionRole { primary, secondary };
 
     struct Action {
-        std::string id;     // "toast.action." + id names its button
-        std::string title;  // localisation key
+        std::string id;  // "toast.action." + id names its button
+        LocalizedText title;
         ActionRole role = ActionRole::secondary;
         std::function<void()> handler;
 

@@ -46,20 +46,22 @@ constexpr Form formOf(EngineToasts::Message message) {
     return {"toast.away_credit.body %lld", Kind::info, 6};
 }
 
-std::string_view titleOf(OverlayAction action) {
+LocalizedText titleOf(OverlayAction action, const GentleCard& card) {
     switch (action) {
         case OverlayAction::done:
-            return "action.done";
+            return {"action.done", {}};
         case OverlayAction::skip:
-            return "action.skip";
+            return card.skipCostSec > 0
+                       ? LocalizedText{"action.skip.cost %lld", {std::to_string(card.skipCostSec)}}
+                       : LocalizedText{"action.skip", {}};
         case OverlayAction::postpone:
-            return "action.postpone_5";
+            return {"action.postpone_5", {}};
         case OverlayAction::gentleDone:
-            return "gentle.answer.done";
+            return {"gentle.answer.done", {}};
         case OverlayAction::gentleSkip:
             break;
     }
-    return "gentle.answer.skip";
+    return {"gentle.answer.skip", {}};
 }
 
 std::string_view keyOf(const GentleCard& card) {
@@ -170,12 +172,14 @@ void ToastDispatcher::show(Message message, std::optional<std::int64_t> argument
         pending.counting = Counting::yes;
     }
     if (handlers.startNow) {
-        pending.toast.actions.push_back(
-            {"start_now", "toast.action.start_now", Toast::ActionRole::primary, handlers.startNow});
+        pending.toast.actions.push_back({"start_now",
+                                         {"toast.action.start_now", {}},
+                                         Toast::ActionRole::primary,
+                                         handlers.startNow});
     }
     if (handlers.later) {
         pending.toast.actions.push_back(
-            {"later", "toast.action.later", Toast::ActionRole::secondary, handlers.later});
+            {"later", {"toast.action.later", {}}, Toast::ActionRole::secondary, handlers.later});
     }
     show(std::move(pending));
 }
@@ -201,7 +205,7 @@ Toast ToastDispatcher::cardToast(const GentleCard& card) const {
     }
     for (const OverlayAction action : card.actions) {
         const bool isMain = action == OverlayAction::gentleDone;
-        toast.actions.push_back({std::string(nameOf(action)), std::string(titleOf(action)),
+        toast.actions.push_back({std::string(nameOf(action)), titleOf(action, card),
                                  isMain ? Toast::ActionRole::primary : Toast::ActionRole::secondary,
                                  [onPress = onCardPress_, action] { onPress(action); }});
     }

@@ -20,8 +20,13 @@ std::int64_t restThresholdSec(std::int64_t totalSec) {
 
 GentleCard OverlayManager::card() const {
     const ActiveOverlaySession& session = **activeSession_;
-    GentleCard card{session.kind,       gentleStage_,    session.remainingSec,
-                    session.totalSec(), session.message, {}};
+    GentleCard card{session.kind,
+                    gentleStage_,
+                    session.remainingSec,
+                    session.totalSec(),
+                    skipCostSec(),
+                    session.message,
+                    {}};
     for (const OverlayAction action : {OverlayAction::skip, OverlayAction::postpone,
                                        OverlayAction::gentleDone, OverlayAction::gentleSkip}) {
         if (offers(action)) {
@@ -41,6 +46,13 @@ void OverlayManager::updateCard() {
     if (activeSession_->has_value() && isGentle()) {
         services_.records.gentleCards->updateCard(*gentleCardID_, card());
     }
+}
+
+std::int64_t OverlayManager::skipCostSec() const {
+    SkipPenalties* penalties = services_.records.penaltyEngine;
+    return activeSession_->has_value() && penalties
+               ? penalties->previewPenalty((*activeSession_)->kind)
+               : 0;
 }
 
 // The card does not keep anybody from working on: whoever cannot be told counts as not rested.

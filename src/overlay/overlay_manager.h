@@ -98,6 +98,9 @@ class OverlayManager : public OverlayWindowListener {
     [[nodiscard]] bool offers(OverlayAction action) const;
     [[nodiscard]] bool enables(OverlayAction action) const;
 
+    // Seconds that skipping the active break would add to the next one of its kind.
+    [[nodiscard]] std::int64_t skipCostSec() const;
+
     // Performs the action if it is enabled; false when it is not.
     bool press(OverlayAction action);
 

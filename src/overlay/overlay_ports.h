@@ -29,6 +29,7 @@ struct GentleCard {
     Stage stage = Stage::counting;
     std::int64_t remainingSec = 0;
     std::int64_t totalSec = 0;
+    std::int64_t skipCostSec = 0;        // what skipping adds to the next break
     std::optional<std::string> message;  // the user's own
     std::vector<OverlayAction> actions;  // what it offers
 

@@ -32,6 +32,8 @@ class SkipPenalties {
     virtual std::int64_t consumePenalty() = 0;
     virtual void clearPenalty() = 0;
     virtual void expireIfStale() = 0;
+    // What skipping such a break now would cost.
+    [[nodiscard]] virtual std::int64_t previewPenalty(BreakLogEntry::Kind kind) = 0;
     // Charges for a skip; returns what it cost.
     virtual std::int64_t registerSkip(BreakLogEntry::Kind kind) = 0;
     [[nodiscard]] virtual std::int64_t recentSkipCount() = 0;

@@ -60,8 +60,7 @@ class PenaltyEngine : public SkipPenalties {
     }
 
     std::int64_t registerSkip(BreakLogEntry::Kind kind) override;
-    // What skipping such a break now would cost.
-    [[nodiscard]] std::int64_t previewPenalty(BreakLogEntry::Kind kind);
+    [[nodiscard]] std::int64_t previewPenalty(BreakLogEntry::Kind kind) override;
     std::int64_t consumePenalty() override;
     // Forgets old skips, and leaves the pool as it is.
     [[nodiscard]] std::int64_t pendingPenaltySec();

@@ -26,6 +26,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     // Its actions. The hints are read out by screen readers.
     {"action.done", "Done"},
     {"action.skip", "Skip"},
+    {"action.skip.cost %lld", "Skip: the next break +%lld s"},
     {"action.postpone_5", "Postpone by five minutes"},
     {"action.done.hint", "Dismisses the overlay once the countdown reaches zero."},
     {"action.skip.hint", "Skips the current break and adds a penalty to the next one."},

@@ -44,7 +44,7 @@ class ToastTest : public ::testing::Test {
 };
 
 GentleCard card(GentleCard::Stage stage, std::vector<OverlayAction> actions) {
-    return {BreakKind::eye, stage, 20, 120, "rest", std::move(actions)};
+    return {BreakKind::eye, stage, 20, 120, 90, "rest", std::move(actions)};
 }
 
 }  // namespace
@@ -119,6 +119,8 @@ TEST_F(ToastTest, CardGoesBeforeAllOthersAndOnlyItsOwnerTakesItDown) {
                         [&](OverlayAction action) { pressed.push_back(action); });
     EXPECT_TRUE(toasts.isCard(**toasts.currentToast()));
     EXPECT_EQ((*toasts.currentToast())->progress, (Toast::Progress{20, 120}));
+    EXPECT_EQ((*toasts.currentToast())->actions.front().title,
+              (LocalizedText{"action.skip.cost %lld", {"90"}}));
     EXPECT_EQ((*toasts.currentToast())->secondaryLine, (LocalizedText{"%@", {"rest"}}));
     toasts.dismiss();
     run(100);

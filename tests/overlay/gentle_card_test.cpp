@@ -27,7 +27,7 @@ TEST_F(GentleCardTest, CountsDownWithoutAnyWindow) {
     bench.overlay().present(BreakKind::eye, 20, 30);
     EXPECT_EQ(bench.take(), (Events{"0 card", "0 start chime", "0 tap", "0 penalty 30"}));
     EXPECT_TRUE(bench.overlay().openWindows().empty());
-    EXPECT_EQ(bench.lastCard, (GentleCard{BreakKind::eye, Stage::counting, 50, 50, std::nullopt,
+    EXPECT_EQ(bench.lastCard, (GentleCard{BreakKind::eye, Stage::counting, 50, 50, 90, std::nullopt,
                                           Actions{OverlayAction::skip, OverlayAction::postpone}}));
     bench.displays().set({}, std::nullopt);
     bench.run(10);

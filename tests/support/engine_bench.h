@@ -170,6 +170,7 @@ class EngineBench : MeetingPresenceGuarding,
     }
     void clearPenalty() override { pool_.set(0); }
     void expireIfStale() override { ++housekeepings; }
+    std::int64_t previewPenalty(BreakKind) override { return 0; }
     std::int64_t registerSkip(BreakKind) override { return 0; }
     std::int64_t recentSkipCount() override { return 0; }
 

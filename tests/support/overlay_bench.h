@@ -57,6 +57,7 @@ class OverlayBench : BreakLogging,
     }
 
     std::int64_t postponesLeft = 1;
+    std::int64_t skipCostSec = 90;
     GentleCard lastCard;
     std::function<void(OverlayAction)> pressCard;
     bool closesAgain = false;  // the log closes the break that it is told of
@@ -120,6 +121,7 @@ class OverlayBench : BreakLogging,
     std::int64_t consumePenalty() override { return 0; }
     void clearPenalty() override {}
     void expireIfStale() override {}
+    std::int64_t previewPenalty(BreakKind) override { return skipCostSec; }
     std::int64_t registerSkip(BreakKind kind) override {
         note("skip of " + std::string(nameOf(kind)));
         return 0;

@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <QPalette>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -23,6 +24,7 @@
 #include "platform/virtual/memory_preferences.h"
 #include "screens/qt_overlay_window_maker.h"
 #include "screens/status_item.h"
+#include "screens/toast_surface.h"
 
 namespace ostrel {
 namespace {
@@ -73,6 +75,7 @@ class RunningApplication {
           failures_(preferences.persistenceWriteFailed.subscribe(
               [this](const PersistenceError& error) { tellFailure(error); })),
           trace_(environment),
+          toastSurface_(environment.toastDispatcher(), platform.motion, [this] { return shade(); }),
           statusItem({environment.timerEngine(), environment.sessionStateStore(),
                       environment.settingsStore(), environment.overlayManager(),
                       [] { QApplication::quit(); }}),
@@ -105,10 +108,21 @@ class RunningApplication {
         }
     }
 
+    [[nodiscard]] ToastCard::Shade shade() {
+        using Appearance = SettingsModel::Appearance;
+        const Appearance appearance = environment.settingsStore().settings()->appearance;
+        const bool isDesktopDark =
+            QApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
+        const bool isDark =
+            appearance == Appearance::dark || (appearance == Appearance::system && isDesktopDark);
+        return isDark ? ToastCard::Shade::dark : ToastCard::Shade::light;
+    }
+
     bool hasFailed_ = false;
     StatusItem* teller_ = nullptr;
     Subscription failures_;
     BreakTrace trace_;
+    ToastSurface toastSurface_;
 
   public:
     StatusItem statusItem;
