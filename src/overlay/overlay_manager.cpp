@@ -166,7 +166,8 @@ void OverlayManager::close(CloseReason reason) {
     autoFadeTimer_.cancel();
     firstPaintTimer_.cancel();
     rotation_.advance(session.kind, GuidedRotationStore::movesCovered(session));
-    applyEffects(session, reason);
+    // One instant for all that is written: each document takes its time to get to the disk.
+    applyEffects(session, reason, services_.now());
     if (const auto cardID = std::exchange(gentleCardID_, std::nullopt)) {
         services_.records.gentleCards->dismissCard(*cardID);
     } else {
@@ -177,31 +178,32 @@ void OverlayManager::close(CloseReason reason) {
     didClose.send(session.kind, reason);
 }
 
-void OverlayManager::applyEffects(const ActiveOverlaySession& session, CloseReason reason) {
+void OverlayManager::applyEffects(const ActiveOverlaySession& session, CloseReason reason,
+                                  WallTime now) {
     using Outcome = BreakLogEntry::Outcome;
     const OverlayRecords& records = services_.records;
     switch (reason) {
         case CloseReason::skipped:
-            log(session, session.kind, Outcome::skipped, session.penaltySec);
+            log(session, session.kind, Outcome::skipped, session.penaltySec, now);
             if (records.penaltyEngine) {
                 records.penaltyEngine->registerSkip(session.kind);
             }
             services_.haptics.play(kGenericHaptic);
             break;
         case CloseReason::skippedGently:
-            log(session, session.kind, Outcome::skipped, session.penaltySec);
+            log(session, session.kind, Outcome::skipped, session.penaltySec, now);
             if (records.dailyCounter) {
                 records.dailyCounter->recordSkip();
             }
             break;
         case CloseReason::done:
-            complete(session, Outcome::completed);
+            complete(session, Outcome::completed, now);
             return;
         case CloseReason::autoFade:
-            complete(session, Outcome::autoFadeOut);
+            complete(session, Outcome::autoFadeOut, now);
             return;
         case CloseReason::postponed:
-            log(session, session.kind, Outcome::postponed, session.penaltySec);
+            log(session, session.kind, Outcome::postponed, session.penaltySec, now);
             if (records.postponeService && records.postponeService->tryPostpone()) {
                 services_.timerEngine.postponePresented(session.kind);
             }
@@ -215,8 +217,9 @@ void OverlayManager::applyEffects(const ActiveOverlaySession& session, CloseReas
     }
 }
 
-void OverlayManager::complete(const ActiveOverlaySession& session, BreakLogEntry::Outcome outcome) {
-    log(session, session.kind, outcome, session.penaltySec);
+void OverlayManager::complete(const ActiveOverlaySession& session, BreakLogEntry::Outcome outcome,
+                              WallTime now) {
+    log(session, session.kind, outcome, session.penaltySec, now);
     DailyCounting* counter = services_.records.dailyCounter;
     if (session.kind == BreakKind::eye) {
         if (counter) {
@@ -231,16 +234,15 @@ void OverlayManager::complete(const ActiveOverlaySession& session, BreakLogEntry
         if (counter) {
             counter->recordEyeCompleted();
         }
-        log(session, BreakKind::eye, BreakLogEntry::Outcome::completed, 0);
+        log(session, BreakKind::eye, BreakLogEntry::Outcome::completed, 0, now);
     }
 }
 
 void OverlayManager::log(const ActiveOverlaySession& session, BreakKind kind,
-                         BreakLogEntry::Outcome outcome, std::int64_t penaltySec) {
+                         BreakLogEntry::Outcome outcome, std::int64_t penaltySec, WallTime now) {
     if (services_.records.breakLog) {
-        services_.records.breakLog->append({services_.makeUuid(), session.startedAt,
-                                            services_.now(), kind, outcome, penaltySec,
-                                            session.totalSec()});
+        services_.records.breakLog->append({services_.makeUuid(), session.startedAt, now, kind,
+                                            outcome, penaltySec, session.totalSec()});
     }
 }
 

@@ -133,10 +133,11 @@ class OverlayManager : public OverlayWindowListener {
     void showCard();
     void updateCard();
     [[nodiscard]] GentleCard card() const;
-    void applyEffects(const ActiveOverlaySession& session, CloseReason reason);
-    void complete(const ActiveOverlaySession& session, BreakLogEntry::Outcome outcome);
+    void applyEffects(const ActiveOverlaySession& session, CloseReason reason, WallTime now);
+    void complete(const ActiveOverlaySession& session, BreakLogEntry::Outcome outcome,
+                  WallTime now);
     void log(const ActiveOverlaySession& session, BreakLogEntry::Kind kind,
-             BreakLogEntry::Outcome outcome, std::int64_t penaltySec);
+             BreakLogEntry::Outcome outcome, std::int64_t penaltySec, WallTime now);
     [[nodiscard]] std::vector<ScreenSnapshot> takeSnapshots();
     void syncWindows();
     [[nodiscard]] bool hasPainted(std::optional<std::uint32_t> displayID) const;

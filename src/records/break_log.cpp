@@ -26,11 +26,17 @@ void BreakLog::append(const BreakLogEntry& entry) {
     next.erase(next.begin(), firstKept);
     // The list is out of order where the clock was set back.
     const bool isGrown = std::erase_if(next, isTooOld) == 0;
+    const bool followsSaved = savedAppends_ == appends_;
+    const std::uint64_t append = ++appends_;
     entries_.set(std::move(next));
-    if (isGrown) {
-        document_.saveGrown(*entries_, dropped);
-    } else {
-        document_.save(*entries_);
+    // An observer that appended has saved this entry as well.
+    if (append == appends_) {
+        if (isGrown && followsSaved) {
+            document_.saveGrown(*entries_, dropped);
+        } else {
+            document_.save(*entries_);
+        }
+        savedAppends_ = append;
     }
     didAppend.send(entry);
 }
@@ -82,15 +88,10 @@ AggregatedTotals BreakLog::totals(std::int64_t lastDays) const {
     return totals;
 }
 
-BreakLog::TakenBreaks BreakLog::takenBetween(WallTime from, WallTime to) const {
-    TakenBreaks taken{0, from};
-    for (const BreakLogEntry& entry : *entries_) {
-        if (entry.isTaken() && entry.endedAt >= from && entry.endedAt < to) {
-            ++taken.count;
-            taken.lastEndedAt = std::max(taken.lastEndedAt, entry.endedAt);
-        }
-    }
-    return taken;
+std::int64_t BreakLog::takenBetween(WallTime from, WallTime to) const {
+    return std::ranges::count_if(*entries_, [&](const BreakLogEntry& entry) {
+        return entry.isTaken() && entry.endedAt >= from && entry.endedAt < to;
+    });
 }
 
 }  // namespace ostrel

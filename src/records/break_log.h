@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -49,12 +50,8 @@ class BreakLog : public BreakLogging {
     // Whole calendar days since the entry ended: 0 today, negative in the future.
     [[nodiscard]] std::int64_t dayAge(const BreakLogEntry& entry) const;
 
-    struct TakenBreaks {
-        std::int64_t count = 0;
-        WallTime lastEndedAt;  // of no meaning without any
-    };
-    // The breaks that were taken and ended in [from, to).
-    [[nodiscard]] TakenBreaks takenBetween(WallTime from, WallTime to) const;
+    // How many breaks that were taken ended in [from, to).
+    [[nodiscard]] std::int64_t takenBetween(WallTime from, WallTime to) const;
 
     // For those who only tell what happens: comes after the new list.
     Signal<const BreakLogEntry&> didAppend;
@@ -66,6 +63,8 @@ class BreakLog : public BreakLogging {
     NowFunction now_;
     ListDocument<BreakLogEntry> document_;
     Published<std::vector<BreakLogEntry>> entries_;
+    std::uint64_t appends_ = 0;
+    std::uint64_t savedAppends_ = 0;
 };
 
 }  // namespace ostrel

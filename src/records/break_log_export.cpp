@@ -17,11 +17,9 @@ template <class TextOf>
 std::string csvLine(const Json& object, TextOf textOf) {
     std::string line;
     for (const auto& [key, value] : object.items()) {
-        if (!line.empty()) {
-            line += ',';
-        }
-        line += csvField(textOf(key, value));
+        line += csvField(textOf(key, value)) + ',';
     }
+    line.pop_back();
     return line + "\r\n";
 }
 

@@ -36,7 +36,7 @@ class SkipPenalties {
     [[nodiscard]] virtual std::int64_t previewPenalty(BreakLogEntry::Kind kind) = 0;
     // Charges for a skip; returns what it cost.
     virtual std::int64_t registerSkip(BreakLogEntry::Kind kind) = 0;
-    [[nodiscard]] virtual std::int64_t recentSkipCount() = 0;
+    [[nodiscard]] virtual std::int64_t recentSkipCount() const = 0;
 };
 
 class PostponeRation {

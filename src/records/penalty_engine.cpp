@@ -47,7 +47,7 @@ std::int64_t PenaltyEngine::loadPool() {
 
 void PenaltyEngine::setPool(std::int64_t seconds) {
     unconsumedPenaltySec_.set(seconds);
-    document_.save({seconds, services_.now()});
+    document_.save({*unconsumedPenaltySec_, services_.now()});
 }
 
 // Eye skips alone make a skip dearer, also one of a body break.
@@ -108,8 +108,8 @@ std::int64_t PenaltyEngine::pendingPenaltySec() {
     return *unconsumedPenaltySec_;
 }
 
-std::int64_t PenaltyEngine::recentSkipCount() {
-    return services_.ledger.count(BreakKind::body, services_.now());
+std::int64_t PenaltyEngine::recentSkipCount() const {
+    return services_.ledger.countWithinHour(BreakKind::body, services_.now());
 }
 
 void PenaltyEngine::clearPenalty() {

@@ -64,7 +64,7 @@ class PenaltyEngine : public SkipPenalties {
     std::int64_t consumePenalty() override;
     // Forgets old skips, and leaves the pool as it is.
     [[nodiscard]] std::int64_t pendingPenaltySec();
-    [[nodiscard]] std::int64_t recentSkipCount() override;
+    [[nodiscard]] std::int64_t recentSkipCount() const override;
     void clearPenalty() override;
     void expireIfStale() override;
     void resetAll();

@@ -6,9 +6,12 @@
 namespace ostrel {
 namespace {
 
+bool isWithinHour(const SkipEvent& event, WallTime now) {
+    return event.occurredAt >= now - wallSec(PenaltyLedger::kHorizonSec);
+}
+
 std::vector<SkipEvent> within(std::vector<SkipEvent> events, WallTime now) {
-    const WallTime oldest = now - wallSec(PenaltyLedger::kHorizonSec);
-    std::erase_if(events, [oldest](const SkipEvent& event) { return event.occurredAt < oldest; });
+    std::erase_if(events, [now](const SkipEvent& event) { return !isWithinHour(event, now); });
     return events;
 }
 
@@ -25,6 +28,12 @@ void PenaltyLedger::append(BreakLogEntry::Kind kind, WallTime at, std::int64_t p
     document_.save(*skipEvents_);
 }
 
+std::int64_t PenaltyLedger::countWithinHour(BreakLogEntry::Kind kind, WallTime now) const {
+    return std::ranges::count_if(*skipEvents_, [&](const SkipEvent& event) {
+        return event.kind == kind && isWithinHour(event, now);
+    });
+}
+
 void PenaltyLedger::prune(WallTime now) {
     std::vector<SkipEvent> next = within(*skipEvents_, now);
     if (next.size() != skipEvents_->size()) {
@@ -35,7 +44,7 @@ void PenaltyLedger::prune(WallTime now) {
 
 std::int64_t PenaltyLedger::count(BreakLogEntry::Kind kind, WallTime now) {
     prune(now);
-    return std::ranges::count(*skipEvents_, kind, &SkipEvent::kind);
+    return countWithinHour(kind, now);
 }
 
 std::int64_t PenaltyLedger::totalCount(WallTime now) {

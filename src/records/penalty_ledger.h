@@ -38,7 +38,10 @@ class PenaltyLedger {
 
     void append(BreakLogEntry::Kind kind, WallTime at, std::int64_t penaltySec);
 
-    // Forgets what is older than the horizon; the others below do so first.
+    // Changes nothing.
+    [[nodiscard]] std::int64_t countWithinHour(BreakLogEntry::Kind kind, WallTime now) const;
+
+    // Forgets what is older than the horizon; the two below do so first.
     void prune(WallTime now);
     [[nodiscard]] std::int64_t count(BreakLogEntry::Kind kind, WallTime now);
     [[nodiscard]] std::int64_t totalCount(WallTime now);

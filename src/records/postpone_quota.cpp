@@ -1,5 +1,7 @@
 #include "records/postpone_quota.h"
 
+#include <algorithm>
+
 #include "base/checked_seconds.h"
 
 namespace ostrel {
@@ -11,8 +13,19 @@ PostponeQuota::PostponeQuota(PreferencesStore& preferences, const NowFunction& n
     used_.set(stored.used);
 }
 
+bool PostponeQuota::isOver(WallTime now) const {
+    return now >= *windowStart_ + wallSec(kSpanSec);
+}
+
+// A count below nothing can only come from a document that somebody edited.
+std::int64_t PostponeQuota::remainingAt(WallTime now) const {
+    constexpr std::int64_t kLeast = -1'000'000;
+    const std::int64_t used = isOver(now) ? 0 : std::max(*used_, kLeast);
+    return std::max<std::int64_t>(kAllowance - used, 0);
+}
+
 void PostponeQuota::rollIfNeeded(WallTime now) {
-    if (now >= *windowStart_ + wallSec(kSpanSec)) {
+    if (isOver(now)) {
         windowStart_.set(now);
         used_.set(0);
         save();

@@ -31,11 +31,15 @@ class PostponeQuota {
     [[nodiscard]] const Published<WallTime>& windowStart() const { return windowStart_; }
     [[nodiscard]] const Published<std::int64_t>& used() const { return used_; }
 
+    // How many are left, without beginning a new hour.
+    [[nodiscard]] std::int64_t remainingAt(WallTime now) const;
+
     void rollIfNeeded(WallTime now);
     [[nodiscard]] bool canPostpone(WallTime now);
     void consume(WallTime now);
 
   private:
+    [[nodiscard]] bool isOver(WallTime now) const;
     void save();
 
     Document<Stored> document_;

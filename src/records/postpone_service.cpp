@@ -1,11 +1,8 @@
 #include "records/postpone_service.h"
 
-#include <algorithm>
 #include <utility>
 
-#include "base/checked_seconds.h"
 #include "records/daily_counter.h"
-#include "records/postpone_quota.h"
 
 namespace ostrel {
 
@@ -13,8 +10,9 @@ PostponeService::PostponeService(NowFunction now, PostponeQuota& quota, DailyCou
     : now_(std::move(now)), quota_(quota), dailyCounter_(dailyCounter) {}
 
 std::int64_t PostponeService::remainingPostpones() {
-    quota_.rollIfNeeded(now_());
-    return std::max<std::int64_t>(0, subtractSec(PostponeQuota::kAllowance, *quota_.used()));
+    const WallTime now = now_();
+    quota_.rollIfNeeded(now);
+    return quota_.remainingAt(now);
 }
 
 bool PostponeService::tryPostpone() {

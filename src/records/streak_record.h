@@ -26,27 +26,30 @@ struct Streak {
 struct StreakRecord {
     enum class Verdict { reached, missed, free };
 
-    // A day that was judged stays judged, whatever becomes of the goal.
+    // A day that was judged stays judged, whatever becomes of the goal. Of a reached day the breaks
+    // from the first to the last are used up for it.
     struct JudgedDay {
         CalendarDay day;
         Verdict verdict = Verdict::missed;
-        std::optional<WallTime> lastBreakAt;  // of a reached day: its breaks up to then are used up
+        WallTime judgedAt;
+        std::optional<WallTime> firstBreakAt;
+        std::optional<WallTime> lastBreakAt;
 
         static constexpr auto fields() {
             return std::tuple{Field{"day", &JudgedDay::day}, Field{"verdict", &JudgedDay::verdict},
+                              Field{"judgedAt", &JudgedDay::judgedAt},
+                              Field{"firstBreakAt", &JudgedDay::firstBreakAt},
                               Field{"lastBreakAt", &JudgedDay::lastBreakAt}};
         }
         bool operator==(const JudgedDay&) const = default;
     };
 
-    std::int64_t earlierDays = 0;               // the streak as it was before the first of `recent`
-    std::optional<CalendarDay> earlierThrough;  // the last day that went into it
-    std::int64_t longestDays = 0;               // also of a streak that is over
-    std::vector<JudgedDay> recent;              // ascending
+    std::int64_t earlierDays = 0;   // the streak as it was before the first of `recent`
+    std::int64_t longestDays = 0;   // also of a streak that is over
+    std::vector<JudgedDay> recent;  // ascending
 
     static constexpr auto fields() {
         return std::tuple{Field{"earlierDays", &StreakRecord::earlierDays},
-                          Field{"earlierThrough", &StreakRecord::earlierThrough},
                           Field{"longestDays", &StreakRecord::longestDays},
                           Field{"recent", &StreakRecord::recent}};
     }

@@ -1,10 +1,8 @@
 #include "records/streak_tracker.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
-#include "base/checked_seconds.h"
 #include "core/settings/settings_store.h"
 #include "platform/api/calendar.h"
 #include "records/break_log.h"
@@ -14,33 +12,21 @@ namespace ostrel {
 namespace {
 
 using Verdict = StreakRecord::Verdict;
-using JudgedDay = StreakRecord::JudgedDay;
 
 constexpr std::int64_t kLongestStreakDays = 9999 * 366;  // the years of the calendar
+// Further ahead than the clock is put right by in the course of things.
+constexpr std::int64_t kFutureSec = 86'400;
 
 std::int64_t extended(std::int64_t days, Verdict verdict) {
     switch (verdict) {
         case Verdict::reached:
-            return addSec(days, 1);
+            return days + 1;
         case Verdict::missed:
             return 0;
         case Verdict::free:
             break;
     }
     return days;
-}
-
-Streak streakOf(const StreakRecord& record) {
-    Streak streak{record.earlierDays, std::max(record.longestDays, record.earlierDays)};
-    for (const JudgedDay& judged : record.recent) {
-        streak.currentDays = extended(streak.currentDays, judged.verdict);
-        streak.longestDays = std::max(streak.longestDays, streak.currentDays);
-    }
-    return streak;
-}
-
-WallTime justAfter(WallTime time) {
-    return wallTimeAt(std::nextafter(secondsSinceReference(time), HUGE_VAL));
 }
 
 }  // namespace
@@ -52,75 +38,69 @@ bool StreakRecord::isSound() const {
            std::ranges::adjacent_find(recent, isOutOfOrder) == recent.end();
 }
 
+StreakTracker::Rules StreakTracker::rulesOf(const SettingsModel& settings) {
+    Rules rules{std::max<std::int64_t>(settings.dailyGoalBreaks, 1), std::nullopt};
+    if (settings.workHoursEnabled) {
+        rules.workDays = settings.workDays;
+    }
+    return rules;
+}
+
 StreakTracker::StreakTracker(Services services)
     : services_(std::move(services)),
       document_(services_.preferences, "ostrel.streak.v1"),
       record_(document_.load().value_or(StreakRecord{})),
-      stored_(record_) {
+      stored_(record_),
+      rules_(rulesOf(*services_.settingsStore.settings())) {
     update();
     observers_.push_back(services_.breakLog.entries().onChange([this](const auto&) { update(); }));
     observers_.push_back(
         services_.dailyCounter.model().onChange([this](const auto&) { update(); }));
+    // A day that has just ended is judged by the rules that it had.
     observers_.push_back(
-        services_.settingsStore.settings().onChange([this](const auto&) { update(); }));
+        services_.settingsStore.settings().onChange([this](const SettingsModel& settings) {
+            update();
+            rules_ = rulesOf(settings);
+            update();
+        }));
 }
 
 StreakTracker::~StreakTracker() = default;
 
 void StreakTracker::update() {
     const CalendarDay today = services_.calendar.components(services_.now()).day;
-    dropFutureDays(today);
     judgeDaysBefore(today);
-    if (!isJudged(today) && !isFree(today)) {
-        if (const auto lastBreakAt = reachedBy(today)) {
-            judge(today, Verdict::reached, lastBreakAt);
+    if (!isJudged(today, today)) {
+        if (JudgedDay judged = judge(today); judged.verdict == Verdict::reached) {
+            put(judged);
         }
     }
+    const Streak streak = streakOn(today);
+    record_.longestDays = streak.longestDays;
     foldOldDays();
-    if (record_ != stored_) {
+    if (record_ != stored_ && document_.save(record_)) {
         stored_ = record_;
-        document_.save(record_);
     }
-    streak_.set(streakOf(record_));
-}
-
-// Judged while the clock was ahead. Whoever flew west may really have been in tomorrow: what was
-// reached there stays.
-void StreakTracker::dropFutureDays(CalendarDay today) {
-    const CalendarDay tomorrow = addDays(today, 1);
-    std::erase_if(record_.recent, [&](const JudgedDay& judged) {
-        const bool isTooEarly =
-            judged.day > tomorrow || (judged.day >= today && judged.verdict != Verdict::reached);
-        return isTooEarly;
-    });
+    streak_.set(streak);
 }
 
 void StreakTracker::judgeDaysBefore(CalendarDay today) {
-    auto day = firstUnjudgedDay(today);
-    if (!day) {
+    const auto first = firstKnownDay();
+    if (!first) {
         return;
     }
-    // The log knows of nothing earlier, and a week holds a work day or there is none at all.
-    const CalendarDay earliest = addDays(today, -kRecentDays);
-    for (day = std::max(*day, earliest); *day < today; day = addDays(*day, 1)) {
-        if (isFree(*day)) {
-            judge(*day, Verdict::free);
-        } else {
-            const auto lastBreakAt = reachedBy(*day);
-            judge(*day, lastBreakAt ? Verdict::reached : Verdict::missed, lastBreakAt);
+    for (CalendarDay day = std::max(*first, addDays(today, -kJudgedBackDays)); day < today;
+         day = addDays(day, 1)) {
+        if (!isJudged(day, today)) {
+            put(judge(day));
         }
     }
 }
 
 // Without a record the history is as long as the log.
-std::optional<CalendarDay> StreakTracker::firstUnjudgedDay(CalendarDay today) const {
-    for (auto last = record_.recent.rbegin(); last != record_.recent.rend(); ++last) {
-        if (last->day < today) {
-            return addDays(last->day, 1);
-        }
-    }
-    if (record_.earlierThrough) {
-        return addDays(*record_.earlierThrough, 1);
+std::optional<CalendarDay> StreakTracker::firstKnownDay() const {
+    if (!record_.recent.empty()) {
+        return record_.recent.front().day;
     }
     const auto& entries = *services_.breakLog.entries();
     const auto oldest = std::ranges::min_element(entries, {}, &BreakLogEntry::endedAt);
@@ -129,49 +109,88 @@ std::optional<CalendarDay> StreakTracker::firstUnjudgedDay(CalendarDay today) co
                : std::optional(services_.calendar.components(oldest->endedAt).day);
 }
 
-void StreakTracker::judge(CalendarDay day, Verdict verdict, std::optional<WallTime> lastBreakAt) {
-    const auto place = std::ranges::upper_bound(record_.recent, day, {}, &JudgedDay::day);
-    record_.recent.insert(place, {day, verdict, lastBreakAt});
+void StreakTracker::put(JudgedDay judged) {
+    auto& recent = record_.recent;
+    const auto place = std::ranges::lower_bound(recent, judged.day, {}, &JudgedDay::day);
+    if (place != recent.end() && place->day == judged.day) {
+        *place = judged;
+    } else {
+        recent.insert(place, judged);
+    }
 }
 
-bool StreakTracker::isJudged(CalendarDay day) const {
-    return (record_.earlierThrough && day <= *record_.earlierThrough) ||
-           std::ranges::find(record_.recent, day, &JudgedDay::day) != record_.recent.end();
+// What a clock that was ahead left behind does not. Whoever flew west may really have been in
+// tomorrow: what was reached there does.
+bool StreakTracker::counts(const JudgedDay& judged, CalendarDay today) const {
+    const bool isFromTheFuture = judged.judgedAt > services_.now() + wallSec(kFutureSec);
+    return !isFromTheFuture && (judged.day < today || judged.verdict == Verdict::reached);
 }
 
-bool StreakTracker::isFree(CalendarDay day) const {
-    const SettingsModel& settings = *services_.settingsStore.settings();
-    return settings.workHoursEnabled && !settings.workDays.contains(weekdayOf(day));
+bool StreakTracker::isJudged(CalendarDay day, CalendarDay today) const {
+    const auto found = std::ranges::lower_bound(record_.recent, day, {}, &JudgedDay::day);
+    return found != record_.recent.end() && found->day == day && counts(*found, today);
 }
 
-std::optional<WallTime> StreakTracker::reachedBy(CalendarDay day) const {
+bool StreakTracker::isUsedElsewhere(WallTime breakAt, CalendarDay day) const {
+    return std::ranges::any_of(record_.recent, [&](const JudgedDay& judged) {
+        return judged.day != day && judged.firstBreakAt && judged.lastBreakAt &&
+               breakAt >= *judged.firstBreakAt && breakAt <= *judged.lastBreakAt;
+    });
+}
+
+StreakTracker::JudgedDay StreakTracker::judge(CalendarDay day) const {
     const Calendar& calendar = services_.calendar;
     const WallTime now = services_.now();
+    JudgedDay judged{day, Verdict::missed, now, std::nullopt, std::nullopt};
     const std::int64_t ahead = daysBetween(calendar.components(now).day, day);
     const auto onDay = calendar.addDays(now, ahead);
     const auto onNextDay = calendar.addDays(now, ahead + 1);
-    // A zone may have left the day out.
-    if (!onDay || !onNextDay || calendar.components(*onDay).day != day) {
-        return std::nullopt;
+    // A day that the zone left out was nobody's.
+    const bool exists = onDay && onNextDay && calendar.components(*onDay).day == day;
+    if (!exists || (rules_.workDays && !rules_.workDays->contains(weekdayOf(day)))) {
+        judged.verdict = Verdict::free;
+        return judged;
     }
-    WallTime from = calendar.startOfDay(*onDay);
-    for (const JudgedDay& judged : record_.recent) {
-        if (judged.day < day && judged.lastBreakAt) {
-            from = std::max(from, justAfter(*judged.lastBreakAt));
+    const WallTime from = calendar.startOfDay(*onDay);
+    const WallTime to = calendar.startOfDay(*onNextDay);
+    std::vector<WallTime> taken;
+    for (const BreakLogEntry& entry : *services_.breakLog.entries()) {
+        if (entry.isTaken() && entry.endedAt >= from && entry.endedAt < to &&
+            !isUsedElsewhere(entry.endedAt, day)) {
+            taken.push_back(entry.endedAt);
         }
     }
-    const auto taken = services_.breakLog.takenBetween(from, calendar.startOfDay(*onNextDay));
-    const std::int64_t goal =
-        std::max<std::int64_t>(services_.settingsStore.settings()->dailyGoalBreaks, 1);
-    return taken.count >= goal ? std::optional(taken.lastEndedAt) : std::nullopt;
+    if (std::ssize(taken) >= rules_.goal) {
+        judged.verdict = Verdict::reached;
+        judged.firstBreakAt = std::ranges::min(taken);
+        judged.lastBreakAt = std::ranges::max(taken);
+    }
+    return judged;
+}
+
+Streak StreakTracker::streakOn(CalendarDay today) const {
+    Streak streak{record_.earlierDays, std::max(record_.longestDays, record_.earlierDays)};
+    std::optional<CalendarDay> last;
+    for (const JudgedDay& judged : record_.recent) {
+        if (!counts(judged, today)) {
+            continue;
+        }
+        // Days that nobody judged were days without the program.
+        if (last && daysBetween(*last, judged.day) > 1 && judged.day < today) {
+            streak.currentDays = 0;
+        }
+        last = judged.day;
+        streak.currentDays = extended(streak.currentDays, judged.verdict);
+        streak.longestDays = std::max(streak.longestDays, streak.currentDays);
+    }
+    return streak;
 }
 
 void StreakTracker::foldOldDays() {
-    record_.longestDays = streakOf(record_).longestDays;
-    while (std::ssize(record_.recent) > kRecentDays) {
-        record_.earlierDays = extended(record_.earlierDays, record_.recent.front().verdict);
-        record_.earlierThrough = record_.recent.front().day;
-        record_.recent.erase(record_.recent.begin());
+    auto& recent = record_.recent;
+    while (recent.size() > kRecentDays) {
+        record_.earlierDays = extended(record_.earlierDays, recent.front().verdict);
+        recent.erase(recent.begin());
     }
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "records/break_log_export.h"
@@ -155,6 +156,24 @@ TEST(BreakLogTest, WhatIsStoredIsAlwaysTheWholeListAsItStands) {
         longest = std::max(longest, log.entries()->size());
     }
     EXPECT_GT(longest, 100U);
+}
+
+TEST(BreakLogTest, ObserverThatAppendsLosesNothing) {
+    Bench bench;
+    BreakLog log = bench.load();
+    log.append(bench.entry(bench.now()));
+    bench.jumpTo("2026-06-09T09:00:00");
+    bool hasAppended = false;
+    const Subscription appending = log.entries().onChange([&](const auto&) {
+        if (!std::exchange(hasAppended, true)) {
+            log.append(bench.entry(bench.now(), BreakKind::body));
+        }
+    });
+    log.append(bench.entry(bench.now()));
+    EXPECT_EQ(log.entries()->size(), 2U);
+    log.append(bench.entry(bench.now()));
+    EXPECT_EQ(bench.stored(kKey), *printJson(*log.entries()).text);
+    EXPECT_EQ(*bench.load().entries(), *log.entries());
 }
 
 TEST(BreakLogTest, EntryThatCannotBeEncodedWritesNothingUntilItIsGone) {

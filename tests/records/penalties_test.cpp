@@ -237,6 +237,14 @@ TEST(PostponeTest, SpanFromTheFutureIsWaitedFor) {
     EXPECT_TRUE(bench.postpones().tryPostpone());
 }
 
+TEST(PostponeTest, CountThatNobodyWroteIsSurvived) {
+    Bench bench;
+    bench.preferences.write(kQuota, R"({"used":-9223372036854775808,"windowStart":794739000.0})");
+    bench.launch();
+    EXPECT_GT(bench.postpones().remainingPostpones(), 0);
+    EXPECT_TRUE(bench.postpones().tryPostpone());
+}
+
 TEST(PostponeTest, UnreadableSpanIsAFreshOne) {
     for (const char* bytes : {R"({"used":1})", R"({"used":true,"windowStart":794739000})", ""}) {
         Bench bench;

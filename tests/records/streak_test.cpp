@@ -156,11 +156,11 @@ TEST(StreakTest, OutlivesTheLog) {
 TEST(StreakTest, WithoutARecordTheLogIsTheHistory) {
     for (
         const char* bytes :
-        {R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-02-30","verdict":"reached"}]})",
+        {R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-02-30","verdict":"free","judgedAt":1.0}]})",
          R"({"earlierDays":-5,"longestDays":0,"recent":[]})",
          R"({"earlierDays":9223372036854775807,"longestDays":0,"recent":[]})",
-         R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-03-08","verdict":"free"},)"
-         R"({"day":"2026-03-08","verdict":"free"}]})",
+         R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-03-08","verdict":"free","judgedAt":1.0},)"
+         R"({"day":"2026-03-08","verdict":"free","judgedAt":1.0}]})",
          R"({"longestDays":7,"recent":[]})"}) {
         Bench bench;
         bench.take(2);
@@ -197,6 +197,77 @@ TEST(StreakTest, ClockThatWasAheadCostsNothing) {
     }
 }
 
+TEST(StreakTest, ClockThatWasAheadForDaysCostsNothing) {
+    Bench bench;
+    bench.take(2);
+    bench.goTo("2031-01-01T09:00:00");
+    bench.run(3 * 86'400);
+    bench.goTo("2026-09-25T09:00:00");
+    bench.run(2 * 86'400);
+    bench.goTo("2026-03-10T10:00:00");
+    bench.take(2);
+    EXPECT_EQ(bench.streak(), (Streak{2, 2}));
+    bench.launch();
+    bench.goTo("2026-03-11T10:00:00");
+    bench.take(2);
+    EXPECT_EQ(bench.streak(), (Streak{3, 3}));
+}
+
+TEST(StreakTest, ClockThatWasBehindLosesNothingAndChangesNoVerdict) {
+    Bench bench("2026-03-06T09:00:00");
+    for (const char* day : {"2026-03-06T09:00:00", "2026-03-07T09:00:00", "2026-03-08T09:00:00"}) {
+        bench.goTo(day);
+        bench.take(2);
+    }
+    bench.goTo("2026-03-09T09:00:00");
+    bench.setGoal(5);
+    for (const char* behind : {"2026-03-05T09:00:00", "2001-01-01T00:00:00"}) {
+        bench.goTo(behind);
+        bench.run(3600);
+        bench.launch();
+        bench.goTo("2026-03-09T10:00:00");
+        EXPECT_EQ(bench.streak(), (Streak{3, 3})) << behind;
+    }
+    bench.goTo("2026-03-12T09:00:00");
+    bench.setGoal(1);
+    bench.goTo("2026-03-08T09:00:00");
+    bench.goTo("2026-03-12T10:00:00");
+    EXPECT_EQ(bench.streak(), (Streak{0, 3})) << "missed days stay missed under another goal";
+}
+
+TEST(StreakTest, DayThatWasLeftOutWhileTheClockWasWrongIsJudgedAfterwards) {
+    Bench bench("2026-03-08T09:00:00");
+    bench.take(2);
+    bench.goTo("2026-03-10T09:00:00");
+    bench.take(2);
+    bench.goTo("2026-03-09T09:00:00");
+    bench.run(60);
+    bench.launch();
+    bench.goTo("2026-03-11T09:00:00");
+    EXPECT_EQ(bench.streak(), (Streak{1, 1}));
+}
+
+TEST(StreakTest, RulesChangedInTheFirstMomentOfADayAreThatDays) {
+    Bench bench;
+    bench.setGoal(9);
+    bench.take(2);
+    bench.jumpTo("2026-03-10T00:00:00");  // and nobody has heard of it
+    bench.setGoal(2);
+    EXPECT_EQ(bench.streak(), (Streak{0, 0}));
+    bench.take(2);
+    EXPECT_EQ(bench.streak(), (Streak{1, 1}));
+}
+
+TEST(StreakTest, IsSavedAsSoonAsItCanBe) {
+    Bench bench;
+    bench.preferences.setEncoding(MemoryPreferences::Encoding::fails);
+    bench.take(2);
+    bench.preferences.setEncoding(MemoryPreferences::Encoding::works);
+    EXPECT_EQ(bench.stored(kStreak), "nothing");
+    bench.take(1);
+    EXPECT_NE(bench.stored(kStreak), "nothing");
+}
+
 TEST(StreakTest, TravellersLoseNoDayAndNoBreakCountsTwice) {
     Bench bench("2026-03-09T18:00:00", "Pacific/Honolulu");
     bench.take(2);
@@ -217,6 +288,24 @@ TEST(StreakTest, TravellersLoseNoDayAndNoBreakCountsTwice) {
     bench.goTo("2026-03-12T09:00:00");
     bench.take(2);
     EXPECT_EQ(bench.streak(), (Streak{4, 4}));
+}
+
+TEST(StreakTest, BreakOfTomorrowIsNotAlsoTodays) {
+    Bench bench("2026-03-10T11:00:00", "Pacific/Kiritimati");
+    bench.take(2);
+    bench.flyTo("Pacific/Honolulu");  // where it is still the 9th
+    EXPECT_EQ(bench.streak(), (Streak{1, 1}));
+    bench.take(2);
+    EXPECT_EQ(bench.streak(), (Streak{2, 2}));
+}
+
+TEST(StreakTest, DayThatAZoneLeftOutBreaksNothing) {
+    Bench bench("2011-12-29T10:00:00", "Pacific/Apia");
+    bench.take(2);
+    bench.goTo("2011-12-31T10:00:00");
+    EXPECT_EQ(bench.streak(), (Streak{1, 1}));
+    bench.take(2);
+    EXPECT_EQ(bench.streak(), (Streak{2, 2}));
 }
 
 TEST(StreakTest, DaysWithOddMidnightsAreDays) {
@@ -264,9 +353,23 @@ TEST(DayEndTest, EndNoticedOnTheNextMorningBelongsToTheDayBefore) {
     bench.announcer().dayEnded();
     EXPECT_EQ(bench.announced, (Events{"3 of 2"}));
     EXPECT_EQ(bench.stored(kDayEnd), R"({"dateKey":"2026-03-09"})");
-    bench.goTo("2026-03-16T07:00:00");  // a Monday morning: nothing to tell of Sunday
+    bench.goTo("2026-03-14T10:00:00");  // a Saturday: nothing to tell but of Friday
     bench.announcer().dayEnded();
-    EXPECT_EQ(bench.announced.size(), 1U);
+    bench.goTo("2026-03-16T07:00:00");
+    bench.announcer().dayEnded();
+    EXPECT_EQ(bench.announced, (Events{"3 of 2", "0 of 2"}));
+    EXPECT_EQ(bench.stored(kDayEnd), R"({"dateKey":"2026-03-13"})");
+}
+
+TEST(DayEndTest, ClockThatIsSetBackTellsNoDayTwiceAndOneThatWasAheadSilencesNone) {
+    Bench bench("2026-03-09T18:00:00");
+    for (const char* time : {"2026-03-09T18:00:00", "2026-03-10T18:00:00", "2026-03-09T18:00:00",
+                             "2026-03-10T18:00:00", "2027-03-10T18:00:00", "2026-03-11T18:00:00"}) {
+        bench.goTo(time);
+        bench.announcer().dayEnded();
+    }
+    EXPECT_EQ(bench.announced.size(), 4U);
+    EXPECT_EQ(bench.stored(kDayEnd), R"({"dateKey":"2026-03-11"})");
 }
 
 TEST(DayEndTest, NightsWorkIsOneDay) {
@@ -280,10 +383,24 @@ TEST(DayEndTest, NightsWorkIsOneDay) {
     bench.take(2);
     bench.goTo("2026-03-10T03:00:00");
     bench.take(1);
-    bench.goTo("2026-03-10T06:00:00");
+    bench.goTo("2026-03-10T09:00:00");
+    bench.take(1);
     bench.announcer().dayEnded();
-    EXPECT_EQ(bench.announced, (Events{"3 of 2"}));
+    EXPECT_EQ(bench.announced, (Events{"3 of 2"})) << "that of the morning is not of the night";
     EXPECT_EQ(bench.stored(kDayEnd), R"({"dateKey":"2026-03-09"})");
+}
+
+TEST(DayEndTest, WorkHoursMayLastAllDay) {
+    for (const std::int64_t minute : {0, 540}) {
+        Bench bench("2026-03-13T10:00:00");
+        bench.setUp([minute](SettingsModel& model) {
+            model.workHoursStartMinute = model.workHoursEndMinute = minute;
+        });
+        bench.take(2);
+        bench.goTo("2026-03-14T00:00:00");
+        bench.announcer().dayEnded();
+        EXPECT_EQ(bench.announced, (Events{"2 of 2"})) << minute;
+    }
 }
 
 TEST(DayEndTest, MinuteThatNoDayHasIsSurvived) {

@@ -172,7 +172,7 @@ class EngineBench : MeetingPresenceGuarding,
     void expireIfStale() override { ++housekeepings; }
     std::int64_t previewPenalty(BreakKind) override { return 0; }
     std::int64_t registerSkip(BreakKind) override { return 0; }
-    std::int64_t recentSkipCount() override { return 0; }
+    std::int64_t recentSkipCount() const override { return 0; }
 
     std::int64_t remainingPostpones() override { return postponesLeft; }
     bool tryPostpone() override { return postponesLeft > 0 && postponesLeft-- > 0; }

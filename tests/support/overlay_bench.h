@@ -126,7 +126,7 @@ class OverlayBench : BreakLogging,
         note("skip of " + std::string(nameOf(kind)));
         return 0;
     }
-    std::int64_t recentSkipCount() override { return 2; }
+    std::int64_t recentSkipCount() const override { return 2; }
     std::int64_t remainingPostpones() override { return postponesLeft; }
     bool tryPostpone() override { return postponesLeft > 0 && postponesLeft-- > 0; }
     std::string showCard(const GentleCard& card,

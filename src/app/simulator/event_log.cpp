@@ -296,7 +296,7 @@ void EventLog::printSnapshot(AppEnvironment& environment, const Json& label) {
          {"dailyCounter", asJson(*environment.dailyCounter().model())},
          {"unconsumedPenaltySec", *environment.penaltyEngine().unconsumedPenaltySec()},
          {"recentSkipCount", environment.penaltyEngine().recentSkipCount()},
-         {"remainingPostpones", environment.postponeService().remainingPostpones()},
+         {"remainingPostpones", environment.postponeQuota().remainingAt(platform_.runLoop.wallNow())},
          {"overlay", overlay},
          {"menuBar", menuBarFields(menuBarContext(engine, environment.sessionStateStore(),
                                                   environment.settingsStore()))},

@@ -261,7 +261,7 @@ bool TimerEngine::postpone(BreakKind kind) {
         return false;
     }
     setRemaining(kind, addSec(timer(kind).remainingSec, PostponeRation::kPostponeSec));
-    logEntry(kind, BreakLogEntry::Outcome::postponed, now);
+    logEntry(kind, BreakLogEntry::Outcome::postponed, now, now);
     return true;
 }
 
@@ -365,10 +365,11 @@ void TimerEngine::withdrawBreakSoon() {
     }
 }
 
-void TimerEngine::logEntry(BreakKind kind, BreakLogEntry::Outcome outcome, WallTime startedAt) {
+void TimerEngine::logEntry(BreakKind kind, BreakLogEntry::Outcome outcome, WallTime startedAt,
+                           WallTime endedAt) {
     if (services_.collaborators.breakLog) {
         services_.collaborators.breakLog->append(
-            {services_.makeUuid(), startedAt, services_.now(), kind, outcome, 0, 0});
+            {services_.makeUuid(), startedAt, endedAt, kind, outcome, 0, 0});
     }
 }
 

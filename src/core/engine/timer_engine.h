@@ -166,7 +166,8 @@ class TimerEngine {
     void armUserPauseEnd();
     void stopSchedule();
 
-    void logEntry(BreakKind kind, BreakLogEntry::Outcome outcome, WallTime startedAt);
+    void logEntry(BreakKind kind, BreakLogEntry::Outcome outcome, WallTime startedAt,
+                  WallTime endedAt);
     void showToast(EngineToasts::Message message, std::optional<std::int64_t> argument = {},
                    const EngineToasts::Handlers& handlers = {});
     void dismissToast();

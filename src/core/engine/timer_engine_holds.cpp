@@ -91,7 +91,7 @@ void TimerEngine::dropHeldBreak() {
     const BreakKind kind = *heldKind_;
     const WallTime startedAt = *deferralStartedAt_;
     endHold(HoldEnd::dropped);
-    logEntry(kind, BreakLogEntry::Outcome::deferred, startedAt);
+    logEntry(kind, BreakLogEntry::Outcome::deferred, startedAt, services_.now());
     showToast(EngineToasts::Message::breakDropped);
     if (kind == BreakKind::body) {
         undoMerge();

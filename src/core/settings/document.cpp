@@ -18,15 +18,16 @@ std::optional<Json> DocumentBytes::read() {
     return json;
 }
 
-void DocumentBytes::write(std::string_view text) {
+bool DocumentBytes::write(std::string_view text) {
     if (const auto fault = preferences_.encodingFault()) {
         writeFailed(*fault);
-        return;
+        return false;
     }
     if (std::exchange(unreadable_, false)) {
         preferences_.setAside(key_);
     }
     preferences_.write(key_, text);
+    return true;
 }
 
 void DocumentBytes::writeFailed(const std::string& why) {

@@ -19,7 +19,8 @@ class DocumentBytes {
 
     [[nodiscard]] std::optional<Json> read();
     void markUnreadable() { unreadable_ = true; }
-    void write(std::string_view text);
+    // False, and told of, when encoding is made to fail.
+    bool write(std::string_view text);
     void writeFailed(const std::string& why);
     void remove();
 
@@ -57,13 +58,14 @@ class Document {
 
     // A record that cannot be encoded leaves the stored bytes untouched and, unless told to stay
     // quiet, posts persistenceWriteFailed.
-    void save(const T& record) {
+    // Returns whether it could be encoded.
+    bool save(const T& record) {
         const JsonText printed = printJson(record);
-        if (printed.text) {
-            bytes_.write(*printed.text);
-        } else {
+        if (!printed.text) {
             bytes_.writeFailed(printed.error);
+            return false;
         }
+        return bytes_.write(*printed.text);
     }
 
     void remove() { bytes_.remove(); }

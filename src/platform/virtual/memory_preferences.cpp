@@ -31,7 +31,7 @@ std::vector<std::string> MemoryPreferences::keys() const {
     return keys;
 }
 
-// Not told as a removal: whoever sets bytes aside writes new ones at once.
+// Not told as a removal: nothing of it is lost.
 void MemoryPreferences::setAside(std::string_view key) {
     const auto found = contents_.find(key);
     if (found != contents_.end()) {

@@ -64,12 +64,19 @@ class Expected {
         ledger_.push_back(
             {{"kind", kind}, {"occurredAt", week_.last() + at}, {"appliedPenaltySec", costSec}});
     }
-    void day(int day, const char* verdict, double reachedAt = 0) {
-        streak_.push_back({{"day", week_.key(day)}, {"verdict", verdict}});
-        if (reachedAt > 0) {
-            streak_.back()["lastBreakAt"] = week_.nine(day) + reachedAt;
-            ++reachedDays_;
-        }
+    // A day that was missed is judged when the next one begins for the program.
+    void missedDay(int day, double judgedAt) {
+        streak_.push_back({{"day", week_.key(day)},
+                           {"verdict", "missed"},
+                           {"judgedAt", week_.nine(day) + judgedAt}});
+    }
+    void reachedDay(int day, double firstBreakAt, double lastBreakAt) {
+        streak_.push_back({{"day", week_.key(day)},
+                           {"verdict", "reached"},
+                           {"judgedAt", week_.nine(day) + lastBreakAt},
+                           {"firstBreakAt", week_.nine(day) + firstBreakAt},
+                           {"lastBreakAt", week_.nine(day) + lastBreakAt}});
+        ++reachedDays_;
     }
 
     // A break that closed had shown so many guided moves.
@@ -185,7 +192,7 @@ TEST(WeeksTest, OrdinaryWorkWeek) {
             }
         }
         // The sixth break taken is the one at n = 10: 2, 4, 5, 6 and 8 come before it.
-        expected.day(day, "reached", 6000 + 301);
+        expected.reachedDay(day, 1200 + 121, 6000 + 301);
         if (day + 1 < week.dayCount) {
             steps.push_back({{"at", day * kDaySec + kQuit}, {"relaunchAfterSec", kDaySec - kQuit}});
         }
@@ -246,7 +253,7 @@ TEST(WeeksTest, WeekOfSkippingEverything) {
             }
         }
         if (day + 1 < week.dayCount) {
-            expected.day(day, "missed");
+            expected.missedDay(day, kDaySec);
             steps.push_back({{"at", day * kDaySec + kQuit}, {"relaunchAfterSec", kDaySec - kQuit}});
         }
     }
@@ -301,7 +308,7 @@ TEST(WeeksTest, WeekOfSleepMeetingsAndPostpones) {
         expected.entry(day, "eye", "completed", 12'229, 12'350, 120);
         expected.entry(day, "body", "skipped", 13'800, 13'810, 300);
         expected.entry(day, "eye", "autoFadeOut", 13'869, 13'869 + 121.5, 120);
-        expected.day(day, "reached", 13'869 + 121.5);  // the seventh
+        expected.reachedDay(day, 3969 + 121.5, 13'869 + 121.5);  // the seventh
         for (Json step : dayOfSteps) {
             step["at"] = day * kDaySec + step["at"].get<double>();
             steps.push_back(step);
