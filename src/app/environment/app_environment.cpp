@@ -1,11 +1,14 @@
 #include "app/environment/app_environment.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/checked_seconds.h"
 
 namespace ostrel {
 namespace {
+
+constexpr double kLongestSleepSec = 1e10;  // some centuries
 
 // The service of a slot, made on first use.
 template <class Service, class Make>
@@ -170,12 +173,13 @@ void AppEnvironment::noteSleep() {
     sessionStateStore().setSystemSleepWakeMarker(platform_.now());
 }
 
-// A clock set back meanwhile leaves no absence to speak of.
+// A clock set back meanwhile leaves no absence to speak of; a stored time may be any.
 void AppEnvironment::noteWake() {
     const auto sleptAt = sessionStateStore().current()->systemSleepWakeMarker;
     if (sleptAt) {
         sessionStateStore().setSystemSleepWakeMarker(std::nullopt);
-        timerEngine().resumeAfterLongAbsence(wholeSec((platform_.now() - *sleptAt).count()));
+        const double sleptSec = (platform_.now() - *sleptAt).count();
+        timerEngine().resumeAfterLongAbsence(wholeSec(std::clamp(sleptSec, 0.0, kLongestSleepSec)));
     }
 }
 
