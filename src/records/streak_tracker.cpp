@@ -20,7 +20,7 @@ constexpr std::int64_t kFutureSec = 86'400;
 std::int64_t extended(std::int64_t days, Verdict verdict) {
     switch (verdict) {
         case Verdict::reached:
-            return days + 1;
+            return std::min(days + 1, kLongestStreakDays);
         case Verdict::missed:
             return 0;
         case Verdict::free:

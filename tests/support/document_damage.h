@@ -180,6 +180,8 @@ enum class Moment { afterLaunch, afterQuietTime };
                                                  "occurredAt",
                                                  "pausedAt",
                                                  "lastQuitAt",
+                                                 "judgedAt",
+                                                 "firstBreakAt",
                                                  "lastBreakAt",
                                                  "systemSleepWakeMarker",
                                                  "pendingPauseForgottenFireAt",

@@ -86,10 +86,13 @@ class Desk : DayEndNotifying {
         const auto announced = [this] { return platform_.preferences.read(kDayEnd); };
         const auto before = announced();
         announcer_->dayEnded();
-        const Calendar& calendar = platform_.calendar;
-        const auto marker = [](const std::string& day) { return Json{{"dateKey", day}}.dump(); };
-        return announced() == before || announced() == marker(calendar.dayKeyOf(now())) ||
-               announced() == marker(calendar.dayKeyOf(now() - std::chrono::hours(24)));
+        const CalendarDay today = platform_.calendar.components(now()).day;
+        bool isRecent = announced() == before;
+        for (int daysAgo = 0; daysAgo <= 7; ++daysAgo) {
+            const Json marker = {{"dateKey", dayKey(addDays(today, -daysAgo))}};
+            isRecent = isRecent || announced() == marker.dump();
+        }
+        return isRecent;
     }
     void readAll() {
         using Range = ReportSummaryView::Range;
@@ -120,15 +123,14 @@ class Desk : DayEndNotifying {
         AppEnvironment& its = *environment_;
         const PostponeQuota& quota = its.postponeQuota();
         const Streak& streak = *its.streakTracker().streak();
-        return {
-            {kSettings, JsonCodec<SettingsModel>::encode(*its.settingsStore().settings())},
-            {kSession, JsonCodec<SessionStateModel>::encode(*its.sessionStateStore().current())},
-            {kLog, JsonCodec<std::vector<BreakLogEntry>>::encode(*its.breakLog().entries())},
-            {kCounter, JsonCodec<DailyCounterModel>::encode(*its.dailyCounter().model())},
-            {kPool, *its.penaltyEngine().unconsumedPenaltySec()},
-            {kLedger, JsonCodec<std::vector<SkipEvent>>::encode(*its.penaltyLedger().skipEvents())},
-            {kQuota, {*quota.used(), secondsSinceReference(*quota.windowStart())}},
-            {kStreak, {streak.currentDays, streak.longestDays}}};
+        return {{kSettings, asJson(*its.settingsStore().settings())},
+                {kSession, asJson(*its.sessionStateStore().current())},
+                {kLog, asJson(*its.breakLog().entries())},
+                {kCounter, asJson(*its.dailyCounter().model())},
+                {kPool, *its.penaltyEngine().unconsumedPenaltySec()},
+                {kLedger, asJson(*its.penaltyLedger().skipEvents())},
+                {kQuota, {*quota.used(), secondsSinceReference(*quota.windowStart())}},
+                {kStreak, {streak.currentDays, streak.longestDays}}};
     }
 
     std::vector<std::string> failed;  // what could not be encoded, by key

@@ -29,6 +29,7 @@ inline constexpr const char* kLedger = "ostrel.penaltyLedger.v1";
 inline constexpr const char* kQuota = "ostrel.postponeQuota.v1";
 inline constexpr const char* kStreak = "ostrel.streak.v1";
 inline constexpr const char* kDayEnd = "ostrel.dayEnd.v1";
+inline constexpr const char* kRotation = "ostrel.guidedRotation.v1";
 
 [[nodiscard]] inline bool isNumberTooLarge(const std::string& token) {
     static const std::regex kNumber(R"(-?(0|[1-9][0-9]*)(\.[0-9]+)?([eE][-+]?[0-9]+)?)");
@@ -146,10 +147,7 @@ struct Key {
     };
     const auto isLater = [](const Json& a, const Json& b) { return a["day"] >= b["day"]; };
     const Json& recent = streak["recent"];
-    const auto earlier = streak.find("earlierThrough");
-    const bool isEarlier = earlier == streak.end() || earlier->is_null() || recent.empty() ||
-                           *earlier < recent.front()["day"];
-    return isLength("earlierDays") && isLength("longestDays") && isEarlier &&
+    return isLength("earlierDays") && isLength("longestDays") &&
            std::ranges::adjacent_find(recent, isLater) == recent.end();
 }
 
@@ -157,10 +155,11 @@ struct Key {
     constexpr auto kOptional = Key::Presence::optional;
     static const auto isStreak =
         objectWith({{"earlierDays", isInteger},
-                    {"earlierThrough", isDay, kOptional},
                     {"longestDays", isInteger},
                     {"recent", listOf(objectWith({{"day", isDay},
                                                   {"verdict", oneOf({"reached", "missed", "free"})},
+                                                  {"judgedAt", isNumber},
+                                                  {"firstBreakAt", isNumber, kOptional},
                                                   {"lastBreakAt", isNumber, kOptional}}))}});
     static const std::map<std::string_view, Check> kChecks = {
         // Each of its keys falls back to a default.
@@ -191,7 +190,8 @@ struct Key {
                                      {"appliedPenaltySec", isInteger}}))},
         {kQuota, objectWith({{"used", isInteger}, {"windowStart", isNumber}})},
         {kStreak, [](const Json& json) { return isStreak(json) && isSoundStreak(json); }},
-        {kDayEnd, objectWith({{"dateKey", isText}})}};
+        {kDayEnd, objectWith({{"dateKey", isText}})},
+        {kRotation, objectWith({{"eye", isInteger}, {"body", isInteger}, {"message", isInteger}})}};
     return kChecks.at(key)(document);
 }
 

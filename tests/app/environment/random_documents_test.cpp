@@ -30,7 +30,7 @@ namespace {
 using namespace stored;
 
 constexpr std::array kKeys = {kSettings, kSession, kLog,    kCounter, kPool,
-                              kLedger,   kQuota,   kStreak, kDayEnd};
+                              kLedger,   kQuota,   kStreak, kDayEnd,  kRotation};
 
 void expectOthersUntouched(Desk& desk, const Damage& damage, Moment moment) {
     const Documents expected = expectedOthers(damage, moment);
@@ -47,7 +47,7 @@ void expectOthersUntouched(Desk& desk, const Damage& damage, Moment moment) {
 
 // A field is what the document says or, when that cannot be, the default.
 void expectSettingsAsStored(const Json& settings, const Damage& damage) {
-    static const Json kDefaults = JsonCodec<SettingsModel>::encode({});
+    static const Json kDefaults = asJson(SettingsModel{});
     static const std::set<std::string> kRepaired = {
         "remindersMigrated",    "breakSoonLeadSec",         "preBreakToastLeadSec",
         "eyeBreakIntervalSec",  "eyeBreakDurationSec",      "bodyBreakIntervalSec",
@@ -233,9 +233,10 @@ TEST(RandomDocumentTest, DatesAndNumbersBeyondAllSenseAreBorne) {
         {kPool, "/savedAt", "-1e308"},
         {kLedger, "/0/occurredAt", "1e308"},
         {kQuota, "/windowStart", "1e308"},
-        {kStreak, "/earlierThrough", "\"9999-12-31\""},
+        {kStreak, "/recent/0/judgedAt", "1e308"},
+        {kStreak, "/recent/0/day", "\"9999-12-31\""},
         {kStreak, "",
-         R"({"earlierDays":3659634,"longestDays":0,"recent":[{"day":"2026-03-26","verdict":"reached"}]})"},
+         R"({"earlierDays":3659634,"longestDays":0,"recent":[{"day":"2026-03-26","verdict":"reached","judgedAt":1.0}]})"},
     };
     for (const auto& [key, at, value] : kRows) {
         for (const Scene& scene : scenes()) {
@@ -257,7 +258,7 @@ TEST(RandomDocumentTest, StartsFromDocumentsInWhichEveryKeyExists) {
         for (const char* part : {"completed", "autoFadeOut", "skipped", "postponed", "deferred"}) {
             EXPECT_NE(scene.documents.at(kLog).find(part), std::string::npos) << part;
         }
-        for (const char* part : {"earlierThrough", "lastBreakAt", "reached", "missed", "free"}) {
+        for (const char* part : {"firstBreakAt", "lastBreakAt", "reached", "missed", "free"}) {
             EXPECT_NE(scene.documents.at(kStreak).find(part), std::string::npos) << part;
         }
     }
