@@ -68,7 +68,7 @@ std::optional<Uuid> parseUuid(std::string_view text) {
             return std::nullopt;
         }
         std::uint8_t& byte = uuid.bytes[nibble / 2];
-        byte = static_cast<std::uint8_t>((byte << 4U) | *digit);
+        byte = static_cast<std::uint8_t>((static_cast<unsigned>(byte) << 4U) | *digit);
         ++nibble;
     }
     return uuid;

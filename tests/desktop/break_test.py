@@ -64,12 +64,22 @@ class KeyTest(StartedBreakTest):
         key("Escape")
         self.assertEqual(self.wait_for_close(), "skipped")
 
+    def test_p_postpones_and_does_nothing_where_no_postpone_is_left(self):
+        self.start_break()
+        key("p")
+        self.assertEqual(self.wait_for_close(), "postponed")
+        self.end(self.app)
+        self.log.unlink()
+        self.start_break()
+        key("p", "Escape")
+        self.assertEqual(self.wait_for_close(), "skipped")
+
     def test_return_and_space_end_the_break_at_zero_and_not_before(self):
         for name in ("Return", "space"):
             with self.subTest(name):
                 self.log.unlink(missing_ok=True)
                 self.start_break(eyeBreakDurationSec=4)
-                key(name, "p", name)
+                key(name, "a", name)
                 self.assertEqual(self.trace("closed"), [])
                 self.wait_running(lambda: self.trace("zero"), "the countdown's zero")
                 key(name)
@@ -84,7 +94,7 @@ class KeyTest(StartedBreakTest):
 
     def test_strict_mode_keeps_the_break_to_its_end(self):
         self.start_break(strictMode=True, eyeBreakDurationSec=4)
-        key("Escape", "p", "Escape")
+        key("Escape", "a", "Escape")
         self.assertEqual(self.trace("closed"), [])
         self.assertEqual(self.wait_for_close(), "autoFade")
 

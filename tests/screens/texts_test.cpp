@@ -58,7 +58,10 @@ TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
              matches(code,
                      "\"((?:overlay|action|key|menubar|notice|state|gentle|toast|notification)"
                      "\\.[a-z_0-9.]+(?: %(?:lld|@))*)\"")) {
-            used.insert(key);
+            const bool isObjectName = key.starts_with("toast.surface") || key.ends_with('.');
+            if (!isObjectName) {
+                used.insert(key);
+            }
         }
     }
     std::set<std::string> known;
