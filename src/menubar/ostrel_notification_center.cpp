@@ -57,12 +57,15 @@ void OstrelNotificationCenter::registerCategories() {
         }
         return result;
     };
-    using namespace NotificationCategoryID;
-    using namespace NotificationActionID;
+    namespace CategoryID = NotificationCategoryID;
+    namespace ActionID = NotificationActionID;
     services_.center.registerCategories(
-        {category(kPauseForgotten, {kResume, kOpenApp}), category(kConsecutiveSkips, {kOpenApp}),
-         category(kBreakSoon, {kStartNow, kPostpone}), category(kBreakSoonNoPostpone, {kStartNow}),
-         category(kWeeklySummary, {kOpenReport}), category(kDayEnd, {kOpenReport})});
+        {category(CategoryID::kPauseForgotten, {ActionID::kResume, ActionID::kOpenApp}),
+         category(CategoryID::kConsecutiveSkips, {ActionID::kOpenApp}),
+         category(CategoryID::kBreakSoon, {ActionID::kStartNow, ActionID::kPostpone}),
+         category(CategoryID::kBreakSoonNoPostpone, {ActionID::kStartNow}),
+         category(CategoryID::kWeeklySummary, {ActionID::kOpenReport}),
+         category(CategoryID::kDayEnd, {ActionID::kOpenReport})});
 }
 
 void OstrelNotificationCenter::start(Answers answers) {

@@ -13,7 +13,7 @@ namespace {
 
 using Verdict = StreakRecord::Verdict;
 
-constexpr std::int64_t kLongestStreakDays = 9999 * 366;  // the years of the calendar
+constexpr std::int64_t kLongestStreakDays = 9999LL * 366;  // the years of the calendar
 // Further ahead than the clock is put right by in the course of things.
 constexpr std::int64_t kFutureSec = 86'400;
 

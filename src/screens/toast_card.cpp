@@ -115,14 +115,16 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
 
 ToastCard::ToastCard(const Toast& toast, Shade shade,
                      std::function<void(const std::string&)> onPress, QWidget* parent)
-    : QWidget(parent), look_(lookOf(shade)), onPress_(std::move(onPress)) {
-    static const bool isInstalled = [] {
+    : QWidget(parent),
+      look_(lookOf(shade)),
+      onPress_(std::move(onPress)),
+      symbol_(new Symbol(look_, toast.kind, this)) {
+    static const bool kIsInstalled = [] {
         QAccessible::installFactory(makeAccessible);
         return true;
     }();
-    Q_UNUSED(isInstalled);
+    Q_UNUSED(kIsInstalled);
     setObjectName(QStringLiteral("toast.surface.container"));
-    symbol_ = new Symbol(look_, toast.kind, this);
     makePieces();
     show(toast);
     setAccessibleName(message_->text());

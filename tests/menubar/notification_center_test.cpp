@@ -144,11 +144,11 @@ TEST_F(NotificationTest, CategoriesCarryTheirActions) {
         }
         categories.push_back(line);
     }
+    const std::string breakSoon =
+        "breakSoon: startNow=notification.action.start_now postpone=notification.action.postpone";
     EXPECT_EQ(categories,
               (Events{"pauseForgotten: resume=menubar.action.resume openApp=action.open_ostrel",
-                      "consecutiveSkips: openApp=action.open_ostrel",
-                      "breakSoon: startNow=notification.action.start_now "
-                      "postpone=notification.action.postpone",
+                      "consecutiveSkips: openApp=action.open_ostrel", breakSoon,
                       "breakSoonNoPostpone: startNow=notification.action.start_now",
                       "weeklySummary: openReport=notification.weekly_report.action",
                       "dayEnd: openReport=notification.weekly_report.action"}));

@@ -110,12 +110,11 @@ TEST_F(ToastTest, ButtonsRunTheirHandlerOnceAndTakeTheToastOff) {
 }
 
 TEST_F(ToastTest, CardGoesBeforeAllOthersAndOnlyItsOwnerTakesItDown) {
-    using Stage = GentleCard::Stage;
     std::vector<OverlayAction> pressed;
     show("a", 60);
     show("b", 2);
     const std::string id =
-        toasts.showCard(card(Stage::counting, {OverlayAction::skip}),
+        toasts.showCard(card(GentleCard::Stage::counting, {OverlayAction::skip}),
                         [&](OverlayAction action) { pressed.push_back(action); });
     EXPECT_TRUE(toasts.isCard(**toasts.currentToast()));
     EXPECT_EQ((*toasts.currentToast())->progress, (Toast::Progress{20, 120}));
@@ -126,8 +125,8 @@ TEST_F(ToastTest, CardGoesBeforeAllOthersAndOnlyItsOwnerTakesItDown) {
     run(100);
     EXPECT_EQ(take(), (Events{"0.00 a", "0.00 -", "0.00 gentle.card.eye"}));
 
-    toasts.updateCard(id,
-                      card(Stage::asking, {OverlayAction::gentleDone, OverlayAction::gentleSkip}));
+    toasts.updateCard(id, card(GentleCard::Stage::asking,
+                               {OverlayAction::gentleDone, OverlayAction::gentleSkip}));
     EXPECT_FALSE((*toasts.currentToast())->progress);
     EXPECT_FALSE(toasts.press("skip"));
     EXPECT_TRUE(toasts.press("gentle_skip"));
@@ -136,7 +135,7 @@ TEST_F(ToastTest, CardGoesBeforeAllOthersAndOnlyItsOwnerTakesItDown) {
     toasts.dismissCard(id);
     run(3);
     EXPECT_EQ(take(), (Events{"100. gentle.card.ended", "100. -", "100. b", "102. -"}));
-    toasts.updateCard(id, card(Stage::rested, {}));
+    toasts.updateCard(id, card(GentleCard::Stage::rested, {}));
     EXPECT_EQ(take(), Events{}) << "a card that is gone is not brought back";
 }
 

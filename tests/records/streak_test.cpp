@@ -154,13 +154,15 @@ TEST(StreakTest, OutlivesTheLog) {
 }
 
 TEST(StreakTest, WithoutARecordTheLogIsTheHistory) {
+    static constexpr const char* kSameDayTwice =
+        R"({"earlierDays":0,"longestDays":0,"recent":[)"
+        R"({"day":"2026-03-08","verdict":"free","judgedAt":1.0},)"
+        R"({"day":"2026-03-08","verdict":"free","judgedAt":1.0}]})";
     for (
         const char* bytes :
         {R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-02-30","verdict":"free","judgedAt":1.0}]})",
          R"({"earlierDays":-5,"longestDays":0,"recent":[]})",
-         R"({"earlierDays":9223372036854775807,"longestDays":0,"recent":[]})",
-         R"({"earlierDays":0,"longestDays":0,"recent":[{"day":"2026-03-08","verdict":"free","judgedAt":1.0},)"
-         R"({"day":"2026-03-08","verdict":"free","judgedAt":1.0}]})",
+         R"({"earlierDays":9223372036854775807,"longestDays":0,"recent":[]})", kSameDayTwice,
          R"({"longestDays":7,"recent":[]})"}) {
         Bench bench;
         bench.take(2);
@@ -375,8 +377,8 @@ TEST(DayEndTest, ClockThatIsSetBackTellsNoDayTwiceAndOneThatWasAheadSilencesNone
 TEST(DayEndTest, NightsWorkIsOneDay) {
     Bench bench("2026-03-09T03:00:00");
     bench.setUp([](SettingsModel& model) {
-        model.workHoursStartMinute = 22 * 60;
-        model.workHoursEndMinute = 6 * 60;
+        model.workHoursStartMinute = 1320;
+        model.workHoursEndMinute = 360;
     });
     bench.take(4);  // of the night before
     bench.goTo("2026-03-09T22:30:00");

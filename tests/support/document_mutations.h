@@ -38,6 +38,11 @@ class DocumentMutator {
         std::istringstream stream(text);
         return {std::istream_iterator<std::string>(stream), {}};
     }
+    static std::string repeated(std::size_t count, char character) {
+        std::string text;
+        text.resize(count, character);
+        return text;
+    }
     static std::string nested(std::size_t depth) {
         return std::string(depth, '[') + std::string(depth, ']');
     }
@@ -59,13 +64,13 @@ class DocumentMutator {
             "\\u0000 \\ud800");
         switch (below(6)) {
             case 0:
-                return std::string(1 + below(3), '\0');
+                return repeated(1 + below(3), '\0');
             case 1:
                 return nested(below(4) == 0 ? 20'000 : 20);
             case 2:
-                return std::string(1 + below(400), '9');
+                return repeated(1 + below(400), '9');
             case 3:
-                return std::string(1, static_cast<char>(below(256)));
+                return repeated(1, static_cast<char>(below(256)));
             default:
                 return oneOf(kOdd);
         }

@@ -28,7 +28,6 @@ class RecordsModel {
     }
 
     [[nodiscard]] DailyCounterModel countsOf(const std::string& day) const {
-        using Outcome = BreakLogEntry::Outcome;
         DailyCounterModel counts;
         counts.dateKey = day;
         for (std::size_t i = 0; i < entries_.size(); ++i) {
@@ -39,8 +38,8 @@ class RecordsModel {
             const bool isEye = entry.kind == BreakKind::eye;
             counts.eyeBreaksCompleted += entry.isTaken() && isEye ? 1 : 0;
             counts.bodyBreaksCompleted += entry.isTaken() && !isEye ? 1 : 0;
-            counts.skipsToday += entry.outcome == Outcome::skipped ? 1 : 0;
-            counts.postponesToday += entry.outcome == Outcome::postponed ? 1 : 0;
+            counts.skipsToday += entry.outcome == BreakLogEntry::Outcome::skipped ? 1 : 0;
+            counts.postponesToday += entry.outcome == BreakLogEntry::Outcome::postponed ? 1 : 0;
         }
         return counts;
     }

@@ -140,7 +140,7 @@ struct Key {
 
 [[nodiscard]] inline bool isSoundStreak(const Json& streak) {
     // As many days as the years 1 to 9999 have at most.
-    constexpr std::int64_t kMostDays = 9999 * 366;
+    constexpr std::int64_t kMostDays = 9999LL * 366;
     const auto isLength = [&streak](const char* key) {
         const auto days = streak[key].get<double>();
         return days >= 0 && days <= kMostDays;
@@ -153,7 +153,7 @@ struct Key {
 
 [[nodiscard]] inline bool isReadable(std::string_view key, const Json& document) {
     constexpr auto kOptional = Key::Presence::optional;
-    static const auto isStreak =
+    static const auto kIsStreak =
         objectWith({{"earlierDays", isInteger},
                     {"longestDays", isInteger},
                     {"recent", listOf(objectWith({{"day", isDay},
@@ -189,7 +189,7 @@ struct Key {
                                      {"occurredAt", isNumber},
                                      {"appliedPenaltySec", isInteger}}))},
         {kQuota, objectWith({{"used", isInteger}, {"windowStart", isNumber}})},
-        {kStreak, [](const Json& json) { return isStreak(json) && isSoundStreak(json); }},
+        {kStreak, [](const Json& json) { return kIsStreak(json) && isSoundStreak(json); }},
         {kDayEnd, objectWith({{"dateKey", isText}})},
         {kRotation, objectWith({{"eye", isInteger}, {"body", isInteger}, {"message", isInteger}})}};
     return kChecks.at(key)(document);

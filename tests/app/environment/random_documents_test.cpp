@@ -24,10 +24,8 @@
 #include "support/random_runs.h"
 #include "support/stored_documents.h"
 
-namespace ostrel {
+namespace ostrel::stored {
 namespace {
-
-using namespace stored;
 
 constexpr std::array kKeys = {kSettings, kSession, kLog,    kCounter, kPool,
                               kLedger,   kQuota,   kStreak, kDayEnd,  kRotation};
@@ -268,4 +266,4 @@ TEST(RandomDocumentTest, StartsFromDocumentsInWhichEveryKeyExists) {
     }
 }
 
-}  // namespace ostrel
+}  // namespace ostrel::stored

@@ -334,7 +334,7 @@ TEST(WeeksTest, WeekOfSleepMeetingsAndPostpones) {
                {{"durationSec", (week.dayCount - 1) * kDaySec + kEvening},
                 {"preferences", {{"ostrel.settings.v1", settings}}},
                 {"steps", steps}},
-               documents, 7 * 90);
+               documents, std::int64_t{7} * 90);
 }
 
 }  // namespace ostrel
