@@ -3,8 +3,11 @@
 #include "support/overlay_bench.h"
 
 namespace ostrel {
+namespace {
 
 using Outcome = BreakLogEntry::Outcome;
+
+}  // namespace
 
 struct OverlaySessionTest : ::testing::Test {
     // A break that has been on the screen for `seconds`.
