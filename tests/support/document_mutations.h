@@ -66,7 +66,7 @@ class DocumentMutator {
             case 0:
                 return repeated(1 + below(3), '\0');
             case 1:
-                return nested(below(4) == 0 ? 20'000 : 20);
+                return nested(below(4) == 0 ? 2'000 : 20);
             case 2:
                 return repeated(1 + below(400), '9');
             case 3:
