@@ -1,0 +1,251 @@
+#include "platform/notifications/notification_schedule.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/calendar/local_time.h"
+#include "platform/calendar/zoned_calendar.h"
+#include "platform/virtual/virtual_run_loop.h"
+#include "support/events.h"
+
+namespace ostrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+using Pending = std::vector<NotificationSchedule::Pending>;
+
+constexpr EveryWeek kMondayAtNine{2, 9};
+
+NotificationRequest request(const std::string& id, NotificationTrigger trigger) {
+    return {.id = id,
+            .category = "category",
+            .title = {"title", {}},
+            .body = {"body", {"3"}},
+            .userInfo = {{"kind", "eye"}},
+            .trigger = trigger};
+}
+
+struct NotificationScheduleTest : ::testing::Test {
+    // The schedule of one run of the program, from now on.
+    void launch(const Pending& stored = {}) {
+        schedule.reset();
+        schedule = std::make_unique<NotificationSchedule>(
+            loop, calendar, [this] { return loop.wallNow(); }, events,
+            [this](const NotificationRequest& delivered) {
+                told.push_back(delivered.id + " " + localTimeNow());
+                if (whenTold) {
+                    whenTold();
+                }
+            });
+        schedule->restore(stored);
+    }
+
+    // "Mon 09:00:00"
+    [[nodiscard]] std::string localTimeNow() const {
+        constexpr const char* kDays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+        const Calendar::Components shown = calendar.components(loop.wallNow());
+        char text[24];
+        std::snprintf(text, sizeof text, "%s %02d:%02d:%02d", kDays[shown.weekday - 1], shown.hour,
+                      shown.minute, shown.second);
+        return text;
+    }
+
+    [[nodiscard]] Pending pending() const { return schedule->pending().get(); }
+
+    // Runs until clocks in this zone show that time, and answers what was told meanwhile.
+    Events toldUntil(const std::string& local) {
+        loop.runFor(runLoopSec((at(local) - loop.wallNow()).count()));
+        return std::exchange(told, {});
+    }
+
+    [[nodiscard]] WallTime at(const std::string& local) const {
+        return wallTimeOf(*parseLocalTime(local), zone);
+    }
+
+    // The clock is set, or the computer wakes up, to that time.
+    void jumpTo(const std::string& local) {
+        loop.shiftWallClock(at(local) - loop.wallNow());
+        events.clockChanged.send();
+    }
+
+    std::string zone = "Europe/Berlin";
+    VirtualRunLoop loop{at("2026-03-10T10:00:00")};  // a Tuesday
+    ZonedCalendar calendar{[this] { return zone; }};
+    SystemEvents events;
+    Events told;
+    std::function<void()> whenTold;
+    std::unique_ptr<NotificationSchedule> schedule;
+};
+
+TEST_F(NotificationScheduleTest, SecondsCountOnceFromTheRequestAndAreAtLeastOne) {
+    const std::pair<double, const char*> cases[] = {
+        {90, "Tue 10:01:30"},           {1, "Tue 10:00:01"},
+        {0.2, "Tue 10:00:01"},          {-5, "Tue 10:00:01"},
+        {std::nan(""), "Tue 10:00:01"},
+    };
+    for (const auto& [seconds, time] : cases) {
+        jumpTo("2026-03-10T10:00:00");
+        launch();
+        schedule->add(request("a", AfterSeconds{seconds}));
+        EXPECT_TRUE(told.empty()) << seconds;
+        EXPECT_EQ(toldUntil("2026-03-10T12:00:00"), Events{std::string("a ") + time}) << seconds;
+        EXPECT_TRUE(pending().empty()) << seconds;
+    }
+    schedule->add(request("never", AfterSeconds{std::numeric_limits<double>::infinity()}));
+    EXPECT_TRUE(toldUntil("2027-03-10T12:00:00").empty());
+    EXPECT_TRUE(std::isfinite(std::get<AfterSeconds>(pending().at(0).request.trigger).seconds));
+}
+
+TEST_F(NotificationScheduleTest, ALaterRequestOfTheSameIdReplacesAndARemovedOneIsForgotten) {
+    launch();
+    schedule->add(request("a", AfterSeconds{60}));
+    schedule->add(request("b", AfterSeconds{60}));
+    schedule->add(request("c", AfterSeconds{60}));
+    loop.runFor(30s);
+    schedule->add(request("a", AfterSeconds{60}));
+    schedule->remove("b");
+    schedule->remove("unknown");
+    schedule->add(request("c", {}));
+    EXPECT_EQ(std::exchange(told, {}), Events{"c Tue 10:00:30"}) << "at once, and instead";
+    EXPECT_EQ(toldUntil("2026-03-10T11:00:00"), Events{"a Tue 10:01:30"});
+}
+
+TEST_F(NotificationScheduleTest, AWeeklyOneComesWhenTheClockShowsItsHourInSummerAndInWinter) {
+    launch();
+    schedule->add(request("weekly", kMondayAtNine));
+    EXPECT_EQ(toldUntil("2026-03-16T08:59:59"), Events{});
+    EXPECT_EQ(toldUntil("2026-03-16T09:00:00"), Events{"weekly Mon 09:00:00"});
+    EXPECT_EQ(toldUntil("2026-04-06T08:59:59"),
+              (Events{"weekly Mon 09:00:00", "weekly Mon 09:00:00"}))
+        << "the 23rd and, after the change to summer time, the 30th";
+    EXPECT_EQ(pending().size(), 1U);
+}
+
+TEST_F(NotificationScheduleTest, AddingTheSameWeeklyOneAtEachLaunchNeitherPutsItOffNorLosesIt) {
+    launch();
+    schedule->add(request("weekly", kMondayAtNine));
+    Pending stored = pending();
+    jumpTo("2026-03-16T09:30:00");
+    launch(stored);
+    NotificationRequest renamed = request("weekly", kMondayAtNine);
+    renamed.title.key = "another title";
+    for (const NotificationRequest& same : {request("weekly", kMondayAtNine), renamed}) {
+        schedule->add(same);
+        EXPECT_EQ(pending().at(0).request, same);
+    }
+    EXPECT_EQ(toldUntil("2026-03-23T08:59:59"), Events{"weekly Mon 09:30:00"});
+
+    schedule->add(request("weekly", EveryWeek{2, 10}));
+    EXPECT_EQ(toldUntil("2026-03-23T12:00:00"), Events{"weekly Mon 10:00:00"});
+}
+
+TEST_F(NotificationScheduleTest, WhatFellDueMeanwhileComesOnceAfterTheLaunchAndTheWeekGoesOn) {
+    launch();
+    schedule->add(request("once", AfterSeconds{3600}));
+    schedule->add(request("later", AfterSeconds{21 * 86400.0}));
+    schedule->add(request("weekly", kMondayAtNine));
+    const Pending stored = pending();
+    schedule.reset();
+    jumpTo("2026-03-29T20:00:00");  // a Sunday, two Mondays on
+    launch(stored);
+    EXPECT_TRUE(told.empty()) << "not within the launch";
+    EXPECT_EQ(toldUntil("2026-03-29T20:00:01"),
+              (Events{"once Sun 20:00:00", "weekly Sun 20:00:00"}));
+    launch(pending());
+    EXPECT_EQ(toldUntil("2026-04-01T00:00:00"),
+              (Events{"weekly Mon 09:00:00", "later Tue 11:00:00"}));
+    EXPECT_EQ(pending().size(), 1U);
+}
+
+TEST_F(NotificationScheduleTest, AWeeklyOneFollowsTheUserIntoOtherZonesWithoutComingTwice) {
+    struct Case {
+        const char* zone;
+        const char* label;
+        Events told;
+    };
+    const Case cases[] = {
+        {"America/New_York", "west, before it came", {"weekly Mon 09:00:00"}},
+        {"Asia/Tokyo", "east, where it is past nine: at once", {"weekly Mon 16:30:00"}},
+    };
+    for (const Case& c : cases) {
+        zone = "Europe/Berlin";
+        jumpTo("2026-03-16T08:30:00");
+        launch({{request("weekly", kMondayAtNine), at("2026-03-10T10:00:00")}});
+        zone = c.zone;
+        events.clockChanged.send();
+        EXPECT_EQ(toldUntil("2026-03-22T00:00:00"), c.told) << c.label;
+    }
+
+    zone = "Pacific/Auckland";
+    jumpTo("2026-03-23T08:00:00");
+    EXPECT_EQ(toldUntil("2026-03-23T10:00:00"), Events{"weekly Mon 09:00:00"});
+    zone = "Pacific/Honolulu";  // it is Sunday there
+    events.clockChanged.send();
+    launch(pending());
+    EXPECT_EQ(toldUntil("2026-03-30T08:59:59"), Events{});
+    EXPECT_EQ(toldUntil("2026-03-30T09:00:00"), Events{"weekly Mon 09:00:00"});
+}
+
+TEST_F(NotificationScheduleTest, AClockThatIsSetNeitherRepeatsNorSilencesAnything) {
+    launch();
+    schedule->add(request("weekly", kMondayAtNine));
+    EXPECT_EQ(toldUntil("2026-03-16T09:00:10"), Events{"weekly Mon 09:00:00"});
+    jumpTo("2026-03-16T08:59:00");
+    EXPECT_EQ(toldUntil("2026-03-22T00:00:00"), Events{}) << "corrected by a minute";
+
+    schedule->add(request("once", AfterSeconds{3600}));
+    jumpTo("2026-03-22T02:00:00");
+    EXPECT_EQ(toldUntil("2026-03-22T02:00:01"), Events{"once Sun 02:00:00"}) << "set past it";
+
+    jumpTo("2027-06-01T00:00:00");  // a year ahead by mistake
+    schedule->add(request("once", AfterSeconds{3600}));
+    EXPECT_EQ(toldUntil("2027-06-01T00:30:00"), Events{"weekly Tue 00:00:00"});
+    jumpTo("2026-03-25T12:00:00");
+    EXPECT_EQ(toldUntil("2026-03-31T00:00:00"),
+              (Events{"once Wed 13:00:00", "weekly Mon 09:00:00"}));
+}
+
+TEST_F(NotificationScheduleTest, AtADeliveryAnythingMayBeAddedAndRemoved) {
+    launch();
+    schedule->add(request("a", AfterSeconds{60}));
+    schedule->add(request("b", AfterSeconds{60}));
+    whenTold = [this] {
+        whenTold = nullptr;
+        schedule->remove("b");
+        schedule->add(request("a", AfterSeconds{60}));
+    };
+    EXPECT_EQ(toldUntil("2026-03-10T11:00:00"), (Events{"a Tue 10:01:00", "a Tue 10:02:00"}));
+    schedule->add(request("a", AfterSeconds{60}));
+    whenTold = [this] { schedule.reset(); };
+    EXPECT_EQ(toldUntil("2026-03-10T12:00:00"), Events{"a Tue 11:01:00"});
+}
+
+TEST_F(NotificationScheduleTest, PublishesEachChangeAndNothingElse) {
+    launch();
+    std::vector<std::size_t> sizes;
+    const Subscription watch =
+        schedule->pending().onChange([&](const Pending& now) { sizes.push_back(now.size()); });
+    schedule->add(request("weekly", kMondayAtNine));
+    schedule->add(request("weekly", kMondayAtNine));
+    schedule->add(request("a", AfterSeconds{60}));
+    schedule->remove("unknown");
+    events.clockChanged.send();
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{1, 2}));
+    toldUntil("2026-03-16T09:00:00");
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{1, 2, 1, 1}))
+        << "the weekly one counts from a later time";
+    schedule->remove("weekly");
+    EXPECT_EQ(sizes.back(), 0U);
+}
+
+}  // namespace
+}  // namespace ostrel
