@@ -6,77 +6,23 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusVirtualObject>
-#include <QFile>
-#include <QProcess>
 #include <string>
 
 #include "platform/linux/event_loop.h"
-#include "platform/linux/temporary_folder.h"
+#include "platform/linux/private_bus.h"
 
 namespace ostrel {
 namespace {
 
 using Groups = QMap<QString, QVariantMap>;
 
+const QString kClientName = QStringLiteral("client");
+const QString kPortalName = QStringLiteral("portal");
 const QString kPortal = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString kPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString kInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString kGnome = QStringLiteral("org.gnome.desktop.interface");
 const QString kGnomeKey = QStringLiteral("enable-animations");
-
-constexpr const char* kBusConfiguration = R"(<!DOCTYPE busconfig PUBLIC
- "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>
-<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/>
-<allow own="*"/></policy></busconfig>)";
-
-// A session bus of the test's own, on which no service starts by itself.
-class PrivateBus {
-  public:
-    PrivateBus() {
-        const QString file = QString::fromStdString(folder_.path() / "bus.conf");
-        QFile configuration(file);
-        if (configuration.open(QIODevice::WriteOnly)) {
-            configuration.write(kBusConfiguration);
-            configuration.close();
-        }
-        daemon_.start(QStringLiteral("dbus-daemon"),
-                      {QStringLiteral("--config-file=") + file, QStringLiteral("--nofork"),
-                       QStringLiteral("--print-address")});
-        if (daemon_.waitForStarted() && daemon_.waitForReadyRead()) {
-            address_ = QString::fromLatin1(daemon_.readLine()).trimmed();
-        }
-    }
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
-    ~PrivateBus() {
-        for (const QString& name : {QStringLiteral("client"), QStringLiteral("portal")}) {
-            QDBusConnection::disconnectFromBus(name);
-        }
-        daemon_.kill();
-        daemon_.waitForFinished();
-    }
-
-    [[nodiscard]] bool isThere() const { return !address_.isEmpty(); }
-    [[nodiscard]] QDBusConnection connection(const char* name) const {
-        return QDBusConnection::connectToBus(address_, QLatin1String(name));
-    }
-
-    // Everything that was sent to the client has arrived.
-    void settle() const {
-        const QDBusMessage ping = QDBusMessage::createMethodCall(
-            connection("client").baseService(), QStringLiteral("/"),
-            QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
-        EXPECT_EQ(connection("portal").call(ping).type(), QDBusMessage::ReplyMessage);
-        QCoreApplication::processEvents();
-    }
-
-  private:
-    TemporaryFolder folder_;
-    QProcess daemon_;
-    QString address_;
-};
 
 QVariant settingsOf(const QString& group, const QString& key, const QVariant& value) {
     return QVariant::fromValue(Groups{{group, {{key, value}}}});
@@ -162,26 +108,26 @@ TEST_F(PortalMotionSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
         {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("0.5"), false},
         {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("none"), false},
     };
-    Portal portal(bus.connection("portal"));
+    Portal portal(bus.connection(kPortalName));
     portal.appear();
     for (const Case& c : cases) {
         const std::string label = std::string(c.key) + "=" + c.value.toString().toStdString();
         portal.reply = settingsOf(QLatin1String(c.group), QLatin1String(c.key), c.value);
-        const PortalMotionSettings settings(bus.connection("client"));
+        const PortalMotionSettings settings(bus.connection(kClientName));
         EXPECT_FALSE(settings.reduceMotion()) << "before any answer";
         ASSERT_TRUE(portal.wasAsked());
-        bus.settle();
+        bus.settle(kClientName, kPortalName);
         EXPECT_TRUE(!c.reduce || runUntil([&] { return settings.reduceMotion(); })) << label;
         EXPECT_EQ(settings.reduceMotion(), c.reduce) << label;
     }
 }
 
 TEST_F(PortalMotionSettingsTest, APortalThatAppearsLaterIsAskedAndItsChangesAreFollowed) {
-    const PortalMotionSettings settings(bus.connection("client"));
-    bus.settle();
+    const PortalMotionSettings settings(bus.connection(kClientName));
+    bus.settle(kClientName, kPortalName);
     EXPECT_FALSE(settings.reduceMotion());
 
-    Portal portal(bus.connection("portal"));
+    Portal portal(bus.connection(kPortalName));
     portal.reply = settingsOf(kGnome, kGnomeKey, false);
     portal.appear();
     ASSERT_TRUE(portal.wasAsked());
@@ -196,14 +142,14 @@ TEST_F(PortalMotionSettingsTest, APortalThatAppearsLaterIsAskedAndItsChangesAreF
 }
 
 TEST_F(PortalMotionSettingsTest, NonsenseAnswersAndAMissingBusLeaveAnimationsOn) {
-    Portal portal(bus.connection("portal"));
+    Portal portal(bus.connection(kPortalName));
     portal.appear();
     for (const QVariant& nonsense :
          {QVariant(7), QVariant(QStringLiteral("a")), QVariant(QVariantMap{{kGnome, false}})}) {
         portal.reply = nonsense;
-        const PortalMotionSettings settings(bus.connection("client"));
+        const PortalMotionSettings settings(bus.connection(kClientName));
         ASSERT_TRUE(portal.wasAsked());
-        bus.settle();
+        bus.settle(kClientName, kPortalName);
         EXPECT_FALSE(settings.reduceMotion());
     }
     EXPECT_FALSE(PortalMotionSettings(QDBusConnection(QStringLiteral("none"))).reduceMotion());

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QFile>
+#include <QProcess>
+#include <QStringList>
+
+#include "platform/linux/temporary_folder.h"
+
+namespace ostrel {
+
+// A session bus of the test's own, on which no service starts by itself but those of addService().
+class PrivateBus {
+  public:
+    PrivateBus() {
+        const QString file = QString::fromStdString(folder_.path() / "bus.conf");
+        write(file,
+              QStringLiteral("<!DOCTYPE busconfig PUBLIC"
+                             " \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\""
+                             " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">"
+                             "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
+                             "<servicedir>%1</servicedir>"
+                             "<policy context=\"default\"><allow send_destination=\"*\""
+                             " eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
+                             "<allow own=\"*\"/></policy></busconfig>")
+                  .arg(folder()));
+        daemon_.start(QStringLiteral("dbus-daemon"),
+                      {QStringLiteral("--config-file=") + file, QStringLiteral("--nofork"),
+                       QStringLiteral("--print-address")});
+        if (daemon_.waitForStarted() && daemon_.waitForReadyRead()) {
+            address_ = QString::fromLatin1(daemon_.readLine()).trimmed();
+        }
+    }
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
+    ~PrivateBus() {
+        for (const QString& name : names_) {
+            QDBusConnection::disconnectFromBus(name);
+        }
+        end();
+    }
+
+    [[nodiscard]] bool isThere() const { return !address_.isEmpty(); }
+
+    // The connection of that name, a new one if need be.
+    [[nodiscard]] QDBusConnection connection(const QString& name) {
+        names_.push_back(name);
+        return QDBusConnection::connectToBus(address_, name);
+    }
+
+    // The bus can start `command` for whoever calls `service`.
+    void addService(const QString& service, const QString& command) {
+        write(folder() + u'/' + service + QStringLiteral(".service"),
+              QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(service, command));
+        const QDBusMessage reload = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReloadConfig"));
+        EXPECT_EQ(connection(QStringLiteral("reload")).call(reload).type(),
+                  QDBusMessage::ReplyMessage);
+    }
+
+    // Everything that `from` has sent to `to` has arrived.
+    void settle(const QString& to, const QString& from) {
+        const QDBusMessage ping = QDBusMessage::createMethodCall(
+            connection(to).baseService(), QStringLiteral("/"),
+            QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+        EXPECT_EQ(connection(from).call(ping).type(), QDBusMessage::ReplyMessage);
+        QCoreApplication::processEvents();
+    }
+
+    // Everybody loses the bus.
+    void end() {
+        daemon_.kill();
+        daemon_.waitForFinished();
+    }
+
+    [[nodiscard]] QString folder() const { return QString::fromStdString(folder_.path()); }
+
+  private:
+    static void write(const QString& path, const QString& text) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.toUtf8());
+    }
+
+    TemporaryFolder folder_;
+    QProcess daemon_;
+    QString address_;
+    QStringList names_;
+};
+
+}  // namespace ostrel
