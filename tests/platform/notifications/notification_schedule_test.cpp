@@ -239,6 +239,7 @@ TEST_F(NotificationScheduleTest, PublishesEachChangeAndNothingElse) {
     schedule->add(request("a", AfterSeconds{60}));
     schedule->remove("unknown");
     events.clockChanged.send();
+    schedule->restore(pending());
     EXPECT_EQ(sizes, (std::vector<std::size_t>{1, 2}));
     toldUntil("2026-03-16T09:00:00");
     EXPECT_EQ(sizes, (std::vector<std::size_t>{1, 2, 1, 1}))
