@@ -108,15 +108,16 @@ void NotificationServer::askForAbilities(Activation activation) {
 void NotificationServer::takeAbilities(const QDBusMessage& answer) {
     owner_ = answer.service();
     isStarting_ = false;
-    abilities_.emplace();
     if (answer.type() == QDBusMessage::ReplyMessage) {
         authorization_ = Authorization::granted;
     }
+    Abilities abilities;
     if (answer.signature() == QLatin1String("as")) {
         const QStringList names = answer.arguments().constFirst().toStringList();
-        abilities_->actions = names.contains(QLatin1String("actions"));
-        abilities_->bodyMarkup = names.contains(QLatin1String("body-markup"));
+        abilities.actions = names.contains(QLatin1String("actions"));
+        abilities.bodyMarkup = names.contains(QLatin1String("body-markup"));
     }
+    abilities_ = abilities;
     found.send();
 }
 

@@ -95,7 +95,7 @@ class FieldReader {
         FieldReader inner(object_.value(key));
         LocalizedText text{inner.text(kKeyOfText), {}};
         inner.expect(inner.object_.value(kArguments).isArray());
-        for (const QJsonValue& argument : inner.object_.value(kArguments).toArray()) {
+        for (const auto& argument : inner.object_.value(kArguments).toArray()) {
             text.args.push_back(inner.textOf(argument));
         }
         expect(inner.isGood());
@@ -147,7 +147,7 @@ std::optional<std::vector<Pending>> decodeAll(const std::string& bytes) {
         return std::nullopt;
     }
     std::vector<Pending> all;
-    for (const QJsonValue& value : list.toArray()) {
+    for (const auto& value : list.toArray()) {
         std::optional<Pending> pending = decode(value);
         if (!pending) {
             return std::nullopt;
