@@ -11,7 +11,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     // The break on the screen.
     {"overlay.kind.eye", "Eye break"},
     {"overlay.kind.body", "Body break"},
-    {"overlay.title.eye", "Look into the distance"},
+    {"overlay.title.eye", "Rest your eyes"},
     {"overlay.title.body", "Get up and move"},
     {"overlay.title.ended", "That was your break"},
     {"overlay.window.eye", "Eye break"},
@@ -34,6 +34,74 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"key.return", "↩"},
     {"key.escape", "Esc"},
     {"key.p", "P"},
+
+    // The guided moves of a body break, a minute each.
+    {"guide.body.neck_rolls.title", "Neck rolls"},
+    {"guide.body.neck_rolls.instruction",
+     "Let your chin sink and roll your head slowly from one shoulder to the other, always across "
+     "the front. Five times each way, never into pain."},
+    {"guide.body.shoulder_rolls.title", "Shoulder rolls"},
+    {"guide.body.shoulder_rolls.instruction",
+     "Draw both shoulders up, back and down in large, slow circles. Ten times, then ten times the "
+     "other way round."},
+    {"guide.body.chest_opener.title", "Chest opener"},
+    {"guide.body.chest_opener.instruction",
+     "Open your arms wide at shoulder height, palms forward, and lift your breastbone. Stay for "
+     "three breaths, let go, and repeat."},
+    {"guide.body.side_stretch.title", "Side stretch"},
+    {"guide.body.side_stretch.instruction",
+     "Reach one arm over your head and lean to the side without turning. Stay for three breaths, "
+     "then change sides."},
+    {"guide.body.calf_raises.title", "Calf raises"},
+    {"guide.body.calf_raises.instruction",
+     "Hold on to something steady, rise onto your toes and lower your heels slowly. Fifteen times "
+     "at an even pace."},
+    {"guide.body.hip_circles.title", "Hip circles"},
+    {"guide.body.hip_circles.instruction",
+     "Stand with your feet apart, hands on your hips, and draw slow circles with your pelvis. Ten "
+     "times each way."},
+    {"guide.body.wrist_stretch.title", "Wrist stretch"},
+    {"guide.body.wrist_stretch.instruction",
+     "Put your palms together before your chest and lower them slowly until the wrists stretch. "
+     "Stay for three breaths, let go, and repeat."},
+    {"guide.body.water_walk.title", "Water walk"},
+    {"guide.body.water_walk.instruction",
+     "Walk to the kitchen, fill a glass of water and drink it in small sips. Take the long way "
+     "back."},
+    {"guide.body.quad_stretch.title", "Thigh stretch"},
+    {"guide.body.quad_stretch.instruction",
+     "Hold on to something steady, take one foot and draw the heel gently towards your seat, knees "
+     "together. Half a minute each side."},
+    {"guide.body.deep_breaths.title", "Deep breaths"},
+    {"guide.body.deep_breaths.instruction",
+     "Stand tall and breathe in through the nose for four seconds, then out for six. Six times, "
+     "with loose shoulders."},
+
+    // Those of an eye break, one for its whole length.
+    {"guide.eye.far_focus.title", "Far focus"},
+    {"guide.eye.far_focus.instruction",
+     "Look at the farthest thing you can see, best of all out of the window. Let your eyes rest on "
+     "it until the time is up."},
+    {"guide.eye.palming.title", "Palming"},
+    {"guide.eye.palming.instruction",
+     "Close your eyes and cup your palms over them without pressing on the lids. Breathe slowly "
+     "and let it be dark."},
+    {"guide.eye.figure_eight.title", "Figure eight"},
+    {"guide.eye.figure_eight.instruction",
+     "Imagine a large eight lying on its side, three metres away. Follow its line slowly with your "
+     "eyes, the head still, and turn round now and then."},
+    {"guide.eye.slow_blinks.title", "Slow blinks"},
+    {"guide.eye.slow_blinks.instruction",
+     "Let your eyes fall shut, keep them closed for two seconds, and open them again. Repeat it "
+     "lightly, without squeezing."},
+    {"guide.eye.near_far.title", "Near and far"},
+    {"guide.eye.near_far.instruction",
+     "Hold up your thumb and look at it for a few seconds, then at something far behind it. Keep "
+     "changing slowly, without straining."},
+    {"guide.eye.daylight.title", "Daylight"},
+    {"guide.eye.daylight.instruction",
+     "Go to a window and let your eyes wander over what is outside. Look at the sky, never into "
+     "the sun."},
 
     // The gentle card.
     {"gentle.card.eye", "Look into the distance"},
@@ -71,7 +139,8 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"notification.break_soon.minutes %lld", "It starts in %lld minutes."},
     {"notification.break_soon.minutes %lld#one", "It starts in a minute."},
     {"notification.still_paused.title", "Your breaks are still paused"},
-    {"notification.still_paused.body", "They have been for an hour or more. Resume when you are ready."},
+    {"notification.still_paused.body",
+     "They have been for an hour or more. Resume when you are ready."},
     {"notification.skip_streak.title", "Your eyes could use a rest"},
     {"notification.skip_streak.body %lld", "You skipped %lld breaks within an hour."},
     {"notification.skip_streak.body %lld#one", "You skipped a break within an hour."},

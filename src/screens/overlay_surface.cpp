@@ -117,6 +117,9 @@ void OverlaySurface::resizeEvent(QResizeEvent*) {
 
 void OverlaySurface::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
+    if (event->rect() != rect()) {
+        backdrop_.keep(view_->busyPlaces(), size(), devicePixelRatioF());
+    }
     for (const QRect& area : event->region()) {
         if (lastPicture_.isNull()) {
             backdrop_.paint(painter, area, size());

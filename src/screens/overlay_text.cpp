@@ -1,7 +1,8 @@
 #include "screens/overlay_text.h"
 
 #include <QPainter>
-#include <QTextLayout>
+
+#include "screens/wrapped_lines.h"
 
 namespace ostrel {
 
@@ -19,8 +20,7 @@ void OverlayText::adopt() {
 }
 
 int OverlayText::heightForWidth(int width) const {
-    return text().isEmpty() ? 0
-                            : static_cast<int>(lines(width).size()) * fontMetrics().lineSpacing();
+    return static_cast<int>(lines(width).size()) * fontMetrics().lineSpacing();
 }
 
 int OverlayText::fullWidth() const {
@@ -29,25 +29,7 @@ int OverlayText::fullWidth() const {
 }
 
 QStringList OverlayText::lines(int width) const {
-    const QString whole = text().simplified();
-    QTextLayout layout(whole, font());
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout.setTextOption(option);
-    QStringList found;
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(width);
-        const QString rest = whole.mid(line.textStart());
-        const bool isLast = found.size() + 1 == type_.mostLines;
-        found += isLast ? fontMetrics().elidedText(rest, Qt::ElideRight, width)
-                        : rest.left(line.textLength());
-        if (isLast) {
-            break;
-        }
-    }
-    layout.endLayout();
-    return found;
+    return wrappedLines(text(), font(), width, type_.mostLines);
 }
 
 void OverlayText::paintEvent(QPaintEvent*) {
@@ -59,8 +41,7 @@ void OverlayText::paintEvent(QPaintEvent*) {
     painter.setPen(look_.*type_.colour);
     QRect row(0, 0, width(), fontMetrics().lineSpacing());
     for (const QString& line : lines(width())) {
-        painter.drawText(row, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextSingleLine,
-                         line.trimmed());
+        painter.drawText(row, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextSingleLine, line);
         row.translate(0, row.height());
     }
 }

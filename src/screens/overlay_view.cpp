@@ -5,9 +5,11 @@
 #include <algorithm>
 
 #include "core/settings/settings_store.h"
+#include "overlay/guided_moves.h"
 #include "overlay/overlay_manager.h"
 #include "screens/action_button.h"
 #include "screens/countdown_ring.h"
+#include "screens/guide_view.h"
 #include "screens/overlay_text.h"
 #include "screens/penalty_banner.h"
 #include "screens/texts.h"
@@ -85,6 +87,14 @@ void OverlayView::setContentOpacity(double opacity) {
     }
 }
 
+std::vector<QRect> OverlayView::busyPlaces() const {
+    std::vector<QRect> places{ring_->geometry()};
+    if (guide_ && guide_->isVisible()) {
+        places.push_back(guide_->places()[0].translated(guide_->pos()));
+    }
+    return places;
+}
+
 void OverlayView::detach() {
     subscriptions_.clear();
 }
@@ -110,6 +120,7 @@ void OverlayView::refresh() {
         banner_->setVisible(hasBanner);
         arrange();
     }
+    refreshGuide(*session);
     refreshActions();
 }
 
@@ -121,6 +132,29 @@ void OverlayView::refreshTitle(const ActiveOverlaySession& session) {
     if (title != title_->text() || message != message_->text()) {
         title_->setText(title);
         message_->setText(message);
+        arrange();
+    }
+}
+
+void OverlayView::refreshGuide(const ActiveOverlaySession& session) {
+    const bool isShown = role_ == Role::primary &&
+                         manager_.settingsStore().settings()->overlayStyle == OverlayStyle::guided;
+    if (!isShown) {
+        if (guide_) {
+            guide_->hide();
+        }
+        return;
+    }
+    const bool isNew = !guide_ || guide_->isHidden();
+    if (!guide_) {
+        guide_ = new GuideView(look_, manager_.motion(), this);
+    }
+    guide_->setMove(GuidedMoveCatalog::moveOf(session));
+    guide_->setActivity(session.phase() == ActiveOverlaySession::Phase::ended
+                            ? GuideView::Activity::resting
+                            : GuideView::Activity::moving);
+    if (isNew) {
+        guide_->show();
         arrange();
     }
 }
@@ -184,6 +218,9 @@ void OverlayView::adoptLook() {
         button->adopt();
     }
     banner_->adopt();
+    if (guide_) {
+        guide_->adopt();
+    }
 }
 
 }  // namespace ostrel

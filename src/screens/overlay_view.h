@@ -12,11 +12,12 @@ namespace ostrel {
 
 class ActionButton;
 class CountdownRing;
+class GuideView;
 class OverlayText;
 class PenaltyBanner;
 
-// What a break shows on one display, without what lies behind it: kind, time, actions, banner. It
-// follows the manager's session and calls its actions.
+// What a break shows on one display, without what lies behind it: kind, time, guided move, actions,
+// banner. It follows the manager's session and calls its actions.
 //
 // In the `minimal` style the actions come into view when the pointer moves or one of them has the
 // focus.
@@ -31,6 +32,9 @@ class OverlayView : public QWidget {
     // 0 invisible to 1.
     void setContentOpacity(double opacity);
 
+    // Where something is drawn all the time.
+    [[nodiscard]] std::vector<QRect> busyPlaces() const;
+
     // Hears of the manager no more.
     void detach();
 
@@ -42,6 +46,7 @@ class OverlayView : public QWidget {
     void makePieces();
     void refresh();
     void refreshTitle(const ActiveOverlaySession& session);
+    void refreshGuide(const ActiveOverlaySession& session);
     void refreshActions();
     void dropFocusFrom(const QWidget& piece);
     void revealActions();
@@ -52,6 +57,7 @@ class OverlayView : public QWidget {
     [[nodiscard]] int arrangeActions();
     void arrangeMiddle(int top, int bottom);
     [[nodiscard]] int titleHeight(int width) const;
+    [[nodiscard]] int ringSide(int most, int guide) const;
     void placeTitle(int bottom, int width);
 
     OverlayManager& manager_;
@@ -63,6 +69,7 @@ class OverlayView : public QWidget {
     OverlayText* title_ = nullptr;
     OverlayText* message_ = nullptr;
     CountdownRing* ring_ = nullptr;
+    GuideView* guide_ = nullptr;  // of the whole view in the `guided` style alone
     std::vector<ActionButton*> actions_;
     QPointF firstPointerPosition_;
     bool hasPointerPosition_ = false;

@@ -1,11 +1,12 @@
 // Where the pieces of OverlayView stand. The ring has the middle of the display; it gives way to a
-// long text above it before it gets smaller.
+// long text above it and to the guided move below it before it gets smaller.
 
 #include <QStyle>
 #include <algorithm>
 
 #include "screens/action_button.h"
 #include "screens/countdown_ring.h"
+#include "screens/guide_view.h"
 #include "screens/overlay_text.h"
 #include "screens/overlay_view.h"
 #include "screens/penalty_banner.h"
@@ -17,6 +18,7 @@ constexpr double kMargin = 48;
 constexpr double kFootMargin = 72;
 constexpr double kColumnWidth = 920;
 constexpr double kRingShare = 0.42;  // of the shorter side
+constexpr double kRingShareOverGuide = 0.36;
 constexpr double kSecondaryShare = 0.36;
 constexpr double kLeastRing = 180;
 constexpr double kGapAboveRing = 56;
@@ -92,17 +94,32 @@ int OverlayView::arrangeActions() {
 void OverlayView::arrangeMiddle(int top, int bottom) {
     const int textWidth = std::min(width() - 2 * look_.px(kMargin), look_.px(kColumnWidth));
     const int gapAbove = look_.px(kGapAboveRing);
-    const int textHeight = title_->isHidden() ? 0 : titleHeight(textWidth) + gapAbove;
-    const int most = bottom - look_.px(kGapBelowRing) - top - textHeight;
-    const int wanted = static_cast<int>(std::min(width(), height()) * kRingShare);
-    const int ring = std::clamp(most, std::min(look_.px(kLeastRing), wanted), wanted);
+    const int gapBelow = look_.px(kGapBelowRing);
+    const int ringTop = top + (title_->isHidden() ? 0 : titleHeight(textWidth) + gapAbove);
+    const bool isGuided = guide_ && !guide_->isHidden();
+    const int guide = isGuided ? guide_->goodHeight(textWidth) + gapBelow : 0;
+    const int ring = ringSide(bottom - gapBelow - ringTop, guide);
 
-    int y = std::max((height() - ring) / 2, top + textHeight);
-    y = std::max(std::min(y, bottom - look_.px(kGapBelowRing) - ring), top);
+    const int lowest = bottom - gapBelow - guide - ring;
+    const int y = std::max(std::min((height() - ring) / 2, lowest), ringTop);
     ring_->setGeometry((width() - ring) / 2, y, ring, ring);
     if (!title_->isHidden()) {
         placeTitle(y - gapAbove, textWidth);
     }
+    if (isGuided) {
+        const int guideTop = y + ring + gapBelow;
+        guide_->setGeometry((width() - textWidth) / 2, guideTop, textWidth,
+                            std::max(bottom - gapBelow - guideTop, 0));
+    }
+}
+
+// `room` is the height that ring and guided move share.
+int OverlayView::ringSide(int room, int guide) const {
+    const bool isWide = width() > height();
+    const double share = guide > 0 && isWide ? kRingShareOverGuide : kRingShare;
+    const int wanted = static_cast<int>(std::min(width(), height()) * share);
+    const int least = std::min({look_.px(kLeastRing), std::max(room, 0), wanted});
+    return std::clamp(room - guide, least, wanted);
 }
 
 int OverlayView::titleHeight(int width) const {

@@ -8,6 +8,7 @@
 #include <set>
 #include <vector>
 
+#include "overlay/guided_moves.h"
 #include "screens/gui.h"
 
 namespace ostrel {
@@ -62,6 +63,11 @@ TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
             if (!isObjectName) {
                 used.insert(key);
             }
+        }
+    }
+    for (const auto kind : {BreakLogEntry::Kind::eye, BreakLogEntry::Kind::body}) {
+        for (const GuidedMove& move : GuidedMoveCatalog::moves(kind)) {
+            used.insert({move.title, move.instruction});
         }
     }
     std::set<std::string> known;
