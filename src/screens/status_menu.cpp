@@ -1,6 +1,8 @@
 #include "screens/status_menu.h"
 
+#include <QApplication>
 #include <QDateTime>
+#include <QEvent>
 #include <QLocale>
 #include <cmath>
 #include <utility>
@@ -30,6 +32,30 @@ QString timeOfDay(WallTime time) {
     // Some locales have seconds even in the short form.
     const QString format = QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
     return QLocale().toString(local.time(), format);
+}
+
+QColor between(const QColor& one, const QColor& other, double share) {
+    const auto mixed = [share](int a, int b) { return static_cast<int>(a + (b - a) * share); };
+    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()),
+            mixed(one.blue(), other.blue())};
+}
+
+// The toolkit's own menus are cramped, and what only tells something cannot be read in them.
+QString styleSheetFor(const QPalette& palette) {
+    constexpr double kQuiet = 0.72;
+    constexpr double kFaint = 0.16;
+    const QColor paper = palette.color(QPalette::Active, QPalette::Base);
+    const QColor ink = palette.color(QPalette::Active, QPalette::WindowText);
+    return QStringLiteral(
+               "QMenu { background: %1; border: 1px solid %2; padding: 6px 0; }"
+               "QMenu::item { color: %3; padding: 6px 30px 6px 18px; background: transparent; }"
+               "QMenu::item:disabled { color: %4; }"
+               "QMenu::item:selected:enabled { background: %5; color: %6; }"
+               "QMenu::separator { height: 1px; background: %2; margin: 6px 0; }")
+        .arg(paper.name(), between(paper, ink, kFaint).name(), ink.name(),
+             between(paper, ink, kQuiet).name(),
+             palette.color(QPalette::Active, QPalette::Highlight).name(),
+             palette.color(QPalette::Active, QPalette::HighlightedText).name());
 }
 
 MenuBarSession sessionOf(const StatusMenu::Services& services) {
@@ -64,6 +90,7 @@ StatusMenu::StatusMenu(Services services)
     skippedToday_ = addLine();
     addSeparator();
     addAction(Texts::of("menubar.action.quit"), this, [this] { services_.quit(); });
+    adoptPalette();
     connect(this, &QMenu::aboutToShow, this, [this] { refresh(); });
     ticks_ = services_.timerEngine.state().onChange([this](const auto&) {
         if (isVisible()) {
@@ -71,6 +98,21 @@ StatusMenu::StatusMenu(Services services)
         }
     });
     refresh();
+}
+
+void StatusMenu::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) {
+        adoptPalette();
+    }
+    QMenu::changeEvent(event);
+}
+
+// A style sheet changes the palette of its widget: the one to follow is the application's.
+void StatusMenu::adoptPalette() {
+    const QString sheet = styleSheetFor(QApplication::palette());
+    if (sheet != styleSheet()) {
+        setStyleSheet(sheet);
+    }
 }
 
 QAction* StatusMenu::addLine() {

@@ -38,7 +38,11 @@ class StatusMenu : public QMenu {
     // What the schedule is doing, a line or two, unless it just counts down.
     [[nodiscard]] static QString stateText(const Services& services);
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
+    void adoptPalette();
     QAction* addLine();
     void addBreaks();
     void addPauses();
