@@ -90,6 +90,7 @@ StatusMenu::StatusMenu(Services services)
     skippedToday_ = addLine();
     addSeparator();
     addAction(Texts::of("menubar.action.quit"), this, [this] { services_.quit(); });
+    setAccessibleName(Texts::of("menubar.tooltip.default"));
     adoptPalette();
     connect(this, &QMenu::aboutToShow, this, [this] { refresh(); });
     ticks_ = services_.timerEngine.state().onChange([this](const auto&) {

@@ -27,6 +27,7 @@
 #include "platform/linux/user_attention.h"
 #include "platform/linux/x11_input_idle.h"
 #include "platform/virtual/memory_preferences.h"
+#include "screens/accessible_popups.h"
 #include "screens/appearance.h"
 #include "screens/qt_overlay_window_maker.h"
 #include "screens/status_item.h"
@@ -200,6 +201,7 @@ void giveLargeBlocksBack() {
 
 int runDesktopApplication(int& argc, char** argv, const DesktopOptions& options) {
     giveLargeBlocksBack();
+    installAccessiblePopups();
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("ostrel"));
     QApplication::setApplicationDisplayName(QStringLiteral("Ostrel"));
