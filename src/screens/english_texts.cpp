@@ -121,6 +121,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"toast.pre_break.body %lld#one", "Body break in a second"},
     {"toast.pause_ended", "The pause is over"},
     {"toast.postpone.none_left", "No postpone is left this hour"},
+    {"toast.hotkey_refused %@", "The shortcut %@ belongs to another program"},
     {"toast.break_held", "Your break waits until you are free"},
     {"toast.break_dropped", "You were busy for long, so this break was dropped"},
     {"toast.away_credit.both %lld", "%lld minutes away count as both of your breaks"},

@@ -62,7 +62,7 @@ class LinuxPlatform {
                 notifications,
                 overlayWindows,
                 randomUuids(),
-                nullptr,
+                {},
                 std::move(openWindow),
                 requestUserAttention};
     }

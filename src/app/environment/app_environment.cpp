@@ -97,12 +97,64 @@ ReportSummaryView& AppEnvironment::reportSummary() {
 }
 
 MeetingWatcher* AppEnvironment::meetingWatcher() {
-    if (platform_.frontmost == nullptr) {
+    if (platform_.presence.frontmost == nullptr) {
         return nullptr;
     }
     return &filled(meetingWatcher_, [this] {
-        return std::make_unique<MeetingWatcher>(
-            MeetingWatcher::Services{settingsStore(), *platform_.frontmost, platform_.runLoop});
+        return std::make_unique<MeetingWatcher>(MeetingWatcher::Services{
+            settingsStore(), *platform_.presence.frontmost, platform_.runLoop});
+    });
+}
+
+VideoPlaybackDetector& AppEnvironment::videoPlaybackDetector() {
+    using Start = VideoPlaybackDetector::Start;
+    return filled(videoPlaybackDetector_, [this] {
+        const PresenceSources& from = platform_.presence;
+        const bool canTell = from.frontmost && from.windows && from.assertions;
+        return std::make_unique<VideoPlaybackDetector>(
+            platform_.runLoop,
+            canTell ? VideoPlaybackDetector::inspectorOf(
+                          {*from.frontmost, *from.windows, platform_.displays, *from.assertions})
+                    : [] { return false; },
+            canTell ? Start::immediately : Start::later);
+    });
+}
+
+IdleDetector& AppEnvironment::idleDetector() {
+    return filled(idleDetector_, [this] {
+        return std::make_unique<IdleDetector>(
+            IdleDetector::Services{settingsStore(), videoPlaybackDetector(), platform_.inputIdle,
+                                   platform_.runLoop, &timerEngine()},
+            IdleDetector::Start::immediately);
+    });
+}
+
+FocusFilterWatcher* AppEnvironment::focusFilterWatcher() {
+    if (platform_.presence.announcements == nullptr) {
+        return nullptr;
+    }
+    return &filled(focusFilterWatcher_, [this] {
+        return std::make_unique<FocusFilterWatcher>(FocusFilterWatcher::Services{
+            settingsStore(), *platform_.presence.announcements, &timerEngine()});
+    });
+}
+
+WorkHoursGate& AppEnvironment::workHoursGate() {
+    return filled(workHoursGate_, [this] {
+        return std::make_unique<WorkHoursGate>(
+            WorkHoursGate::Services{settingsStore(), platform_.calendar, platform_.systemEvents,
+                                    platform_.runLoop, platform_.now, &timerEngine()},
+            WorkHoursGate::Start::later);
+    });
+}
+
+HotkeyRouter* AppEnvironment::hotkeyRouter() {
+    if (platform_.presence.hotkeys == nullptr) {
+        return nullptr;
+    }
+    return &filled(hotkeyRouter_, [this] {
+        return std::make_unique<HotkeyRouter>(
+            HotkeyRouter::Services{settingsStore(), *platform_.presence.hotkeys, &timerEngine()});
     });
 }
 
@@ -127,8 +179,8 @@ ChimePlayer& AppEnvironment::chimePlayer() {
 TimerEngine& AppEnvironment::timerEngine() {
     return filled(timerEngine_, [this] {
         const EngineCollaborators collaborators{
-            &penaltyEngine(), &postponeService(),    &breakLog(),       meetingWatcher(),
-            nullptr,          &notificationCenter(), &toastDispatcher()};
+            &penaltyEngine(),         &postponeService(),    &breakLog(),       meetingWatcher(),
+            &videoPlaybackDetector(), &notificationCenter(), &toastDispatcher()};
         return std::make_unique<TimerEngine>(
             TimerEngine::Services{settingsStore(), sessionStateStore(), platform_.calendar,
                                   platform_.runLoop, platform_.now, platform_.makeUuid,
@@ -155,7 +207,45 @@ void AppEnvironment::launch() {
     subscriptions_.push_back(platform_.systemEvents.willSleep.subscribe([this] { noteSleep(); }));
     subscriptions_.push_back(platform_.systemEvents.didWake.subscribe([this] { noteWake(); }));
     notificationCenter().start(answers());
+    [[maybe_unused]] const IdleDetector& idle = idleDetector();
+    [[maybe_unused]] const FocusFilterWatcher* focus = focusFilterWatcher();
     timerEngine().configure(PresetCatalog::active(*settingsStore().settings()));
+    watchPresence();
+}
+
+void AppEnvironment::watchPresence() {
+    subscriptions_.push_back(
+        workHoursGate().dayEnded.subscribe([this] { dayEndAnnouncer().dayEnded(); }));
+    workHoursGate().start();
+    followFocusSetting();
+    if (HotkeyRouter* router = hotkeyRouter()) {
+        subscriptions_.push_back(router->refused.subscribe([this](const HotkeyChord& chord) {
+            constexpr double kSecondsOnScreen = 8;
+            Toast toast;
+            toast.message = {"toast.hotkey_refused %@", {chord.displayString}};
+            toast.kind = Toast::Kind::warning;
+            toastDispatcher().show({std::move(toast), kSecondsOnScreen});
+        }));
+        router->setActive(true);
+    }
+}
+
+// The watcher leaves it to others to follow the setting: switched off it ends the pause that the
+// watcher holds, switched on the state last heard counts.
+void AppEnvironment::followFocusSetting() {
+    subscriptions_.push_back(settingsStore().settings().onChange(
+        [this, wasOn = settingsStore().settings()->pauseDuringDND](
+            const SettingsModel& settings) mutable {
+            const bool isOn = settings.pauseDuringDND;
+            if (std::exchange(wasOn, isOn) == isOn || !focusFilterWatcher()) {
+                return;
+            }
+            if (isOn) {
+                focusFilterWatcher()->applyAgain();
+            } else {
+                timerEngine().endPause(PauseReason::focus);
+            }
+        }));
 }
 
 OstrelNotificationCenter::Answers AppEnvironment::answers() {

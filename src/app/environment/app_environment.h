@@ -12,7 +12,12 @@
 #include "menubar/toast_dispatcher.h"
 #include "overlay/chime_player.h"
 #include "overlay/overlay_manager.h"
+#include "presence/focus_filter_watcher.h"
+#include "presence/hotkey_router.h"
+#include "presence/idle_detector.h"
 #include "presence/meeting_watcher.h"
+#include "presence/video_playback_detector.h"
+#include "presence/work_hours_gate.h"
 #include "records/break_log.h"
 #include "records/daily_counter.h"
 #include "records/day_end_announcer.h"
@@ -54,6 +59,14 @@ class AppEnvironment {
     [[nodiscard]] ReportSummaryView& reportSummary();
     // Null where the system cannot tell what is in front.
     [[nodiscard]] MeetingWatcher* meetingWatcher();
+    // Never plays where the system does not tell enough.
+    [[nodiscard]] VideoPlaybackDetector& videoPlaybackDetector();
+    [[nodiscard]] IdleDetector& idleDetector();
+    // Null where the system announces nothing.
+    [[nodiscard]] FocusFilterWatcher* focusFilterWatcher();
+    [[nodiscard]] WorkHoursGate& workHoursGate();
+    // Null where the system knows no global hotkeys.
+    [[nodiscard]] HotkeyRouter* hotkeyRouter();
     [[nodiscard]] OstrelNotificationCenter& notificationCenter();
     [[nodiscard]] ToastDispatcher& toastDispatcher();
     [[nodiscard]] ChimePlayer& chimePlayer();
@@ -62,6 +75,8 @@ class AppEnvironment {
 
   private:
     [[nodiscard]] OstrelNotificationCenter::Answers answers();
+    void watchPresence();
+    void followFocusSetting();
     void noteSleep();
     void noteWake();
 
@@ -81,7 +96,12 @@ class AppEnvironment {
     std::unique_ptr<ReportSummaryView> reportSummary_;
     std::unique_ptr<MeetingWatcher> meetingWatcher_;
     std::unique_ptr<ChimePlayer> chimePlayer_;
+    std::unique_ptr<VideoPlaybackDetector> videoPlaybackDetector_;
     std::unique_ptr<TimerEngine> timerEngine_;
+    std::unique_ptr<IdleDetector> idleDetector_;
+    std::unique_ptr<FocusFilterWatcher> focusFilterWatcher_;
+    std::unique_ptr<WorkHoursGate> workHoursGate_;
+    std::unique_ptr<HotkeyRouter> hotkeyRouter_;
     std::unique_ptr<OverlayManager> overlayManager_;
     std::vector<Subscription> subscriptions_;
 };

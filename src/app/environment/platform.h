@@ -9,12 +9,16 @@
 #include "overlay/overlay_window.h"
 #include "platform/api/calendar.h"
 #include "platform/api/displays.h"
+#include "platform/api/distributed_announcements.h"
 #include "platform/api/frontmost_application.h"
+#include "platform/api/global_hotkeys.h"
 #include "platform/api/haptics.h"
 #include "platform/api/input_idle.h"
 #include "platform/api/motion_settings.h"
+#include "platform/api/power_assertions.h"
 #include "platform/api/preferences_store.h"
 #include "platform/api/run_loop.h"
+#include "platform/api/screen_windows.h"
 #include "platform/api/sound_player.h"
 #include "platform/api/system_events.h"
 #include "platform/api/system_notifications.h"
@@ -26,6 +30,15 @@ enum class AppWindow { report, app };
 constexpr std::array<std::string_view, 2> enumNames(AppWindow) {
     return {"report", "app"};
 }
+
+// What tells of the user and of what the user works with; each absent where that cannot be told.
+struct PresenceSources {
+    const FrontmostApplication* frontmost = nullptr;
+    const ScreenWindows* windows = nullptr;
+    const PowerAssertions* assertions = nullptr;
+    const DistributedAnnouncements* announcements = nullptr;
+    GlobalHotkeys* hotkeys = nullptr;
+};
 
 // Everything that differs between the desktop application, the simulator and the tests. What it
 // refers to outlives the environment that is made of it.
@@ -43,7 +56,7 @@ struct Platform {
     SystemNotifications& notifications;
     OverlayWindowMaker& overlayWindows;
     MakeUuid makeUuid;
-    const FrontmostApplication* frontmost = nullptr;  // absent where that cannot be told
+    PresenceSources presence = {};
     std::function<void(AppWindow)> openWindow = {};
     std::function<void()> requestUserAttention = {};  // empty where there is no way to do so
 };

@@ -90,9 +90,16 @@ Json optionalText(const std::optional<std::string>& text) {
     return text ? Json(*text) : Json();
 }
 
-bool isMeetingActive(AppEnvironment& environment) {
-    const MeetingWatcher* watcher = environment.meetingWatcher();
-    return watcher != nullptr && watcher->isMeetingActive();
+Json presenceFields(AppEnvironment& environment) {
+    return {{"isIdle", *environment.idleDetector().isIdle()},
+            {"isMeetingActive", environment.meetingWatcher()->isMeetingActive()},
+            {"isVideoPlaying", environment.videoPlaybackDetector().isVideoPlaying()},
+            {"behavior", nameOf(*environment.focusFilterWatcher()->behavior())},
+            {"isWithinWorkHours", *environment.workHoursGate().isWithinWorkHours()}};
+}
+
+Json chordFields(const HotkeyRouter::BoundChords& chords) {
+    return {{"startBreak", asJson(chords.startBreak)}, {"togglePause", asJson(chords.togglePause)}};
 }
 
 }  // namespace
@@ -146,6 +153,7 @@ std::vector<Subscription> EventLog::watch(AppEnvironment& environment) {
     watchToasts(environment.toastDispatcher(), watching);
     watchEngine(environment.timerEngine(), watching);
     watchPauses(environment.sessionStateStore(), watching);
+    watchPresence(environment, watching);
     return watching;
 }
 
@@ -219,11 +227,6 @@ void EventLog::watchToasts(ToastDispatcher& toasts, std::vector<Subscription>& w
 void EventLog::watchRecords(AppEnvironment& environment, std::vector<Subscription>& watching) {
     watching.push_back(environment.breakLog().didAppend.subscribe(
         [this](const BreakLogEntry& entry) { print("log.appended", asJson(entry)); }));
-    if (const MeetingWatcher* watcher = environment.meetingWatcher()) {
-        watching.push_back(watcher->meetingActive().onChange([this](bool isActive) {
-            print("meeting.changed", {{"value", isActive}});
-        }));
-    }
 }
 
 void EventLog::watchEngine(TimerEngine& engine, std::vector<Subscription>& watching) {
@@ -246,6 +249,37 @@ void EventLog::watchPauses(const SessionStateStore& session, std::vector<Subscri
     };
     printPause(*session.current());
     watching.push_back(session.current().onChange(printPause));
+}
+
+// A schedule that begins outside the work hours, and the chords bound at a launch, are told here:
+// they came about before anybody watched.
+void EventLog::watchPresence(AppEnvironment& environment, std::vector<Subscription>& watching) {
+    const auto printValue = [this](const char* event) {
+        return [this, event](bool value) { print(event, {{"value", value}}); };
+    };
+    const auto printBound = [this](const std::optional<HotkeyRouter::BoundChords>& chords) {
+        if (chords) {
+            print("hotkeys.bound", chordFields(*chords));
+        }
+    };
+    WorkHoursGate& gate = environment.workHoursGate();
+    HotkeyRouter& router = *environment.hotkeyRouter();
+    printBound(*router.boundChords());
+    if (!*gate.isWithinWorkHours()) {
+        printValue("workHours.changed")(false);
+    }
+    watching.push_back(environment.idleDetector().isIdle().onChange(printValue("idle.changed")));
+    watching.push_back(
+        environment.meetingWatcher()->meetingActive().onChange(printValue("meeting.changed")));
+    watching.push_back(
+        environment.videoPlaybackDetector().videoPlaying().onChange(printValue("video.changed")));
+    watching.push_back(
+        environment.focusFilterWatcher()->behavior().onChange([printValue](FocusBehavior behavior) {
+            printValue("focus.changed")(behavior == FocusBehavior::on);
+        }));
+    watching.push_back(gate.isWithinWorkHours().onChange(printValue("workHours.changed")));
+    watching.push_back(gate.dayEnded.subscribe([this] { print("day.ended"); }));
+    watching.push_back(router.boundChords().onChange(printBound));
 }
 
 Json EventLog::windows(const OverlayManager& overlay) {
@@ -312,7 +346,7 @@ void EventLog::printSnapshot(AppEnvironment& environment, const Json& label) {
          {"notifications",
           {{"pending", platform_.notifications.pending()},
            {"delivered", platform_.notifications.delivered()}}},
-         {"presence", {{"isMeetingActive", isMeetingActive(environment)}}},
+         {"presence", presenceFields(environment)},
          {"streak", environment.streakTracker().streak()->currentDays}});
 }
 

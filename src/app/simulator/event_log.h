@@ -35,6 +35,7 @@ class EventLog {
     void watchToasts(ToastDispatcher& toasts, std::vector<Subscription>& watching);
     void watchRecords(AppEnvironment& environment, std::vector<Subscription>& watching);
     void watchEngine(TimerEngine& engine, std::vector<Subscription>& watching);
+    void watchPresence(AppEnvironment& environment, std::vector<Subscription>& watching);
     void watchPauses(const SessionStateStore& session, std::vector<Subscription>& watching);
     [[nodiscard]] static Json windows(const OverlayManager& overlay);
 

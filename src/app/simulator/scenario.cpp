@@ -4,6 +4,7 @@
 #include <set>
 #include <utility>
 
+#include "app/simulator/scenario_presence.h"
 #include "app/simulator/scenario_reader.h"
 #include "core/settings/preset_catalog.h"
 #include "core/settings/settings_model.h"
@@ -48,48 +49,6 @@ LocalTime localTime(ScenarioReader& in, const Json& json) {
     return time.value_or(LocalTime{});
 }
 
-struct DisplayEntry {
-    std::uint32_t displayID = 0;
-    double x = 0;
-    double y = 0;
-    double width = 0;
-    double height = 0;
-    std::optional<bool> main;
-
-    static constexpr auto fields() {
-        using D = DisplayEntry;
-        return std::tuple{Field{"displayID", &D::displayID},
-                          Field{"x", &D::x},
-                          Field{"y", &D::y},
-                          Field{"width", &D::width},
-                          Field{"height", &D::height},
-                          Field{"main", &D::main}};
-    }
-};
-
-ScenarioDisplays displays(ScenarioReader& in, const Json& json) {
-    ScenarioDisplays result;
-    std::set<std::uint32_t> seen;
-    const auto entries = in.read<std::vector<DisplayEntry>>(
-        json, "a list of displays, each with displayID, x, y, width and height");
-    for (const DisplayEntry& entry : entries) {
-        if (!seen.insert(entry.displayID).second) {
-            in.fail("two displays have the same displayID");
-        }
-        if (entry.width <= 0 || entry.height <= 0) {
-            in.fail("a display has no size");
-        }
-        if (entry.main.value_or(false)) {
-            if (result.mainID) {
-                in.fail("two displays are the main one");
-            }
-            result.mainID = entry.displayID;
-        }
-        result.displays.push_back({entry.displayID, {entry.x, entry.y, entry.width, entry.height}});
-    }
-    return result;
-}
-
 enum class UserPresence { active, away };
 constexpr std::array<std::string_view, 2> enumNames(UserPresence) {
     return {"active", "away"};
@@ -115,25 +74,6 @@ NotificationResponse notificationAnswer(ScenarioReader& in, const Json& json) {
         in.fail("an answer has an action, or the category of a plain tap");
     }
     return response;
-}
-
-struct FrontmostEntry {
-    std::string bundleIdentifier;
-    std::int64_t processIdentifier = 0;
-
-    static constexpr auto fields() {
-        return std::tuple{Field{"bundleIdentifier", &FrontmostEntry::bundleIdentifier},
-                          Field{"processIdentifier", &FrontmostEntry::processIdentifier}};
-    }
-};
-
-std::optional<FrontmostApplication::Application> frontmost(ScenarioReader& in, const Json& json) {
-    if (json.is_null()) {
-        return std::nullopt;
-    }
-    const auto entry = in.read<FrontmostEntry>(
-        json, "an application with bundleIdentifier and processIdentifier, or null");
-    return FrontmostApplication::Application{entry.bundleIdentifier, entry.processIdentifier};
 }
 
 Json settingsFields(ScenarioReader& in, const Json& json) {
@@ -198,7 +138,7 @@ using ReadAction = StepAction (*)(ScenarioReader& in, const Json& value);
 constexpr std::pair<std::string_view, ReadAction> kVerbs[] = {
     {"displays",
      [](ScenarioReader& in, const Json& v) -> StepAction {
-         return step::SetDisplays{displays(in, v)};
+         return step::SetDisplays{ScenarioPresence::displays(in, v)};
      }},
     {"user",
      [](ScenarioReader& in, const Json& v) -> StepAction {
@@ -211,7 +151,28 @@ constexpr std::pair<std::string_view, ReadAction> kVerbs[] = {
      }},
     {"frontmost",
      [](ScenarioReader& in, const Json& v) -> StepAction {
-         return step::SetFrontmost{frontmost(in, v)};
+         return step::SetFrontmost{ScenarioPresence::frontmost(in, v)};
+     }},
+    {"windows",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::SetWindows{ScenarioPresence::windows(in, v)};
+     }},
+    {"assertions",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::SetAssertions{ScenarioPresence::assertions(in, v)};
+     }},
+    {"announce",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::Announce{ScenarioPresence::announcement(in, v)};
+     }},
+    {"hotkey",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::PressHotkey{
+             in.read<HotkeyRouter::Action>(v, R"("startBreak" or "togglePause")")};
+     }},
+    {"validateChord",
+     [](ScenarioReader& in, const Json& v) -> StepAction {
+         return step::ValidateChord{ScenarioPresence::chord(in, v)};
      }},
     {"becomeActive",
      [](ScenarioReader& in, const Json& v) -> StepAction {
@@ -362,7 +323,7 @@ ScenarioResult parseScenario(std::string_view text) {
         } else if (key == "preferences") {
             scenario.preferences = preferences(in, value);
         } else if (key == "displays") {
-            scenario.displays = displays(in, value);
+            scenario.displays = ScenarioPresence::displays(in, value);
         } else if (key == "reduceMotion") {
             scenario.reduceMotion = in.read<bool>(value, "true or false");
         } else if (key == "steps") {

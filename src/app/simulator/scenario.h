@@ -12,9 +12,13 @@
 #include "core/settings/json.h"
 #include "overlay/active_overlay_session.h"
 #include "platform/api/displays.h"
+#include "platform/api/distributed_announcements.h"
 #include "platform/api/frontmost_application.h"
+#include "platform/api/power_assertions.h"
+#include "platform/api/screen_windows.h"
 #include "platform/api/system_notifications.h"
 #include "platform/calendar/local_time.h"
+#include "presence/hotkey_router.h"
 #include "records/report_summary.h"
 
 namespace ostrel {
@@ -61,6 +65,21 @@ struct Resume {};
 struct StartNow {
     BreakLogEntry::Kind kind;
 };
+struct SetWindows {
+    std::vector<ScreenWindows::Window> windows;
+};
+struct SetAssertions {
+    PowerAssertions::ByProcess assertions;
+};
+struct Announce {
+    DistributedAnnouncements::Announcement announcement;
+};
+struct PressHotkey {
+    HotkeyRouter::Action action;
+};
+struct ValidateChord {
+    HotkeyChord chord;
+};
 struct PressKey {
     std::uint32_t keyCode;
 };
@@ -92,7 +111,8 @@ using StepAction =
                  step::ShiftClock, step::SetTimeZone, step::BecomeActive, step::ChangeSettings,
                  step::ApplyPreset, step::Pause, step::Resume, step::StartNow, step::PressKey,
                  step::PressOverlay, step::PressToast, step::AnswerNotification, step::Relaunch,
-                 step::FailEncoding, step::PrintReport, step::Snapshot>;
+                 step::FailEncoding, step::PrintReport, step::Snapshot, step::SetWindows,
+                 step::SetAssertions, step::Announce, step::PressHotkey, step::ValidateChord>;
 
 struct Step {
     double at = 0;  // seconds since the start, never decreasing

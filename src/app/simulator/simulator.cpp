@@ -87,6 +87,35 @@ void Simulator::perform(const step::SetFrontmost& set) {
     platform_.frontmost.set(set.application);
 }
 
+void Simulator::perform(const step::SetWindows& set) {
+    platform_.windows.set(set.windows);
+}
+
+void Simulator::perform(const step::SetAssertions& set) {
+    platform_.assertions.set(set.assertions);
+}
+
+void Simulator::perform(const step::Announce& announce) {
+    platform_.announcements.announced.send(announce.announcement);
+}
+
+void Simulator::perform(const step::PressHotkey& press) {
+    const auto& bound = *environment_->hotkeyRouter()->boundChords();
+    const HotkeyChord chord =
+        press.action == HotkeyRouter::Action::startBreak ? bound->startBreak : bound->togglePause;
+    if (!environment_->hotkeyRouter()->isRegistered(press.action) ||
+        !platform_.hotkeys.press(chord.keyCode, chord.modifiers)) {
+        events_.print("press.refused", {{"on", "hotkey"}, {"action", nameOf(press.action)}});
+    }
+}
+
+void Simulator::perform(const step::ValidateChord& validate) {
+    const auto result = HotkeyRouter::validate(validate.chord);
+    const bool hasLabel = !result.label.empty();
+    events_.print("chord", {{"result", nameOf(result.kind)},
+                            {"label", hasLabel ? Json(result.label) : Json()}});
+}
+
 void Simulator::perform(const step::Sleep& sleep) {
     platform_.systemEvents.willSleep.send();
     pass(sleep.seconds);

@@ -37,6 +37,11 @@ class Simulator {
     void perform(const step::SetUser& set);
     void perform(const step::SetIdle& set);
     void perform(const step::SetFrontmost& set);
+    void perform(const step::SetWindows& set);
+    void perform(const step::SetAssertions& set);
+    void perform(const step::Announce& announce);
+    void perform(const step::PressHotkey& press);
+    void perform(const step::ValidateChord& validate);
     void perform(const step::Sleep& sleep);
     void perform(const step::ShiftClock& shift);
     void perform(const step::SetTimeZone& zone);

@@ -35,7 +35,7 @@ class VirtualPlatform {
                 notifications,
                 overlayWindows,
                 std::move(makeUuid),
-                &frontmost,
+                {&frontmost, &windows, &assertions, &announcements, &hotkeys},
                 [this](AppWindow window) { windowOpened.send(window); },
                 [this] { attentionRequested.send(); }};
     }
@@ -53,6 +53,10 @@ class VirtualPlatform {
     VirtualNotifications notifications{runLoop, calendar, [this] { return runLoop.wallNow(); }};
     RecordingWindows overlayWindows;
     VirtualFrontmostApplication frontmost;
+    VirtualScreenWindows windows;
+    VirtualPowerAssertions assertions;
+    DistributedAnnouncements announcements;
+    VirtualHotkeys hotkeys;
     Signal<> attentionRequested;
     Signal<AppWindow> windowOpened;
 };
