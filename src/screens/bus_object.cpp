@@ -127,14 +127,13 @@ QDBusMessage BusObject::answerAboutProperties(const QDBusMessage& call) {
     }
     const QString name = arguments.value(1).toString();
     if (is(QLatin1String("Get"), QLatin1String("ss"))) {
+        handleRead(name, call.service());
         const auto property = properties_.constFind(name);
         if (property == properties_.constEnd()) {
             return call.createErrorReply(QDBusError::UnknownProperty,
                                          QStringLiteral("No property %1 here").arg(name));
         }
-        const QVariant value = *property;
-        handleRead(name, call.service());
-        return call.createReply(QVariant::fromValue(QDBusVariant(value)));
+        return call.createReply(QVariant::fromValue(QDBusVariant(*property)));
     }
     if (is(QLatin1String("Set"), QLatin1String("ssv"))) {
         return call.createErrorReply(QDBusError::PropertyReadOnly,

@@ -40,7 +40,7 @@ class BusObject : public QDBusVirtualObject {
     // Whether that changed the property.
     bool setValue(QLatin1String name, const QVariant& value);
 
-    // Somebody has asked for this property by its name.
+    // Somebody asks for this property by its name, and gets what it is after this.
     virtual void handleRead(const QString& /*name*/, const QString& /*asker*/) {}
 
     void sendSignal(QLatin1String name, const QVariantList& arguments = {});

@@ -60,18 +60,18 @@ struct BusMenuEvent {
     uint timestamp = 0;
 };
 
-QDBusArgument& operator<<(QDBusArgument& argument, const BusPixmap& value);
-const QDBusArgument& operator>>(const QDBusArgument& argument, BusPixmap& value);
-QDBusArgument& operator<<(QDBusArgument& argument, const BusToolTip& value);
-const QDBusArgument& operator>>(const QDBusArgument& argument, BusToolTip& value);
-QDBusArgument& operator<<(QDBusArgument& argument, const BusMenuLayout& value);
-const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuLayout& value);
-QDBusArgument& operator<<(QDBusArgument& argument, const BusMenuProperties& value);
-const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuProperties& value);
-QDBusArgument& operator<<(QDBusArgument& argument, const BusMenuNames& value);
-const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuNames& value);
-QDBusArgument& operator<<(QDBusArgument& argument, const BusMenuEvent& value);
-const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuEvent& value);
+QDBusArgument& operator<<(QDBusArgument& argument, const BusPixmap& pixmap);
+const QDBusArgument& operator>>(const QDBusArgument& argument, BusPixmap& pixmap);
+QDBusArgument& operator<<(QDBusArgument& argument, const BusToolTip& toolTip);
+const QDBusArgument& operator>>(const QDBusArgument& argument, BusToolTip& toolTip);
+QDBusArgument& operator<<(QDBusArgument& argument, const BusMenuLayout& layout);
+const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuLayout& layout);
+QDBusArgument& operator<<(QDBusArgument& argument, const BusMenuProperties& item);
+const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuProperties& item);
+QDBusArgument& operator<<(QDBusArgument& argument, const BusMenuNames& item);
+const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuNames& item);
+QDBusArgument& operator<<(QDBusArgument& argument, const BusMenuEvent& event);
+const QDBusArgument& operator>>(const QDBusArgument& argument, BusMenuEvent& event);
 
 // To be called before any of these is sent or received.
 void registerBusTypes();

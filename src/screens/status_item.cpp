@@ -16,8 +16,6 @@
 namespace ostrel {
 namespace {
 
-using MenuBarFormatter::Status;
-
 constexpr std::int64_t kMinute = 60;
 
 QString countdown(std::int64_t seconds) {

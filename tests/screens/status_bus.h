@@ -113,7 +113,7 @@ class BusMonitor {
 };
 
 // The answer to a call; the callee may live in this process.
-inline QDBusMessage ask(QDBusConnection from, const QString& service, const char* path,
+inline QDBusMessage ask(const QDBusConnection& from, const QString& service, const char* path,
                         const char* interface, const char* member,
                         const QVariantList& arguments = {}) {
     QDBusMessage call =
