@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QHoverEvent>
 #include <algorithm>
+#include <utility>
 
 #include "core/settings/settings_store.h"
 #include "overlay/guided_moves.h"
@@ -19,6 +20,7 @@ namespace {
 
 constexpr OverlayText::Type kOverline{17, QFont::DemiBold, &OverlayLook::accent, 1, 108.0};
 constexpr OverlayText::Type kTitle{44, QFont::Light, &OverlayLook::text, 2};
+constexpr OverlayText::Type kSkipCost{14, QFont::Normal, &OverlayLook::quiet, 1};
 constexpr OverlayText::Type kMessage{21, QFont::Normal, &OverlayLook::quiet, 3};
 
 // A pointer that only trembles, or that a window appears beneath, asks for nothing.
@@ -60,10 +62,13 @@ void OverlayView::makePieces() {
         connect(button, &QPushButton::clicked, this, [this, action] { manager_.press(action); });
         actions_.push_back(button);
     }
+    skipCost_ = new OverlayText(look_, kSkipCost, this);
     banner_ = new PenaltyBanner(
         look_, [this] { manager_.dismissBanner(); }, this);
     banner_->hide();
-    if (manager_.settingsStore().settings()->overlayStyle == OverlayStyle::minimal) {
+    areActionsRevealed_ =
+        manager_.settingsStore().settings()->overlayStyle != OverlayStyle::minimal;
+    if (!areActionsRevealed_) {
         for (ActionButton* button : actions_) {
             button->setRevealed(false);
         }
@@ -174,6 +179,16 @@ void OverlayView::refreshActions() {
     if (hasChanged) {
         arrange();
     }
+    refreshSkipCost();
+}
+
+void OverlayView::refreshSkipCost() {
+    const bool canSkip = role_ == Role::primary && manager_.offers(OverlayAction::skip);
+    const std::int64_t costSec = canSkip ? manager_.skipCostSec() : 0;
+    skipCost_->setVisible(costSec > 0 && areActionsRevealed_);
+    if (costSec > 0) {
+        skipCost_->setText(Texts::of("overlay.skip.cost %lld", {costSec}));
+    }
 }
 
 // Left to itself the focus would go on to the next button, and a stray Space press that.
@@ -187,6 +202,9 @@ void OverlayView::dropFocusFrom(const QWidget& piece) {
 void OverlayView::revealActions() {
     for (ActionButton* button : actions_) {
         button->setRevealed(true);
+    }
+    if (!std::exchange(areActionsRevealed_, true)) {
+        refreshSkipCost();
     }
 }
 
@@ -211,7 +229,7 @@ void OverlayView::adoptLook() {
     const double opacity = look_.opacity;
     look_ = OverlayLook::of(manager_.settingsStore().settings()->overlayTint, size());
     look_.opacity = opacity;
-    for (OverlayText* text : {overline_, title_, message_}) {
+    for (OverlayText* text : {overline_, title_, message_, skipCost_}) {
         text->adopt();
     }
     for (ActionButton* button : actions_) {

@@ -48,6 +48,7 @@ class OverlayView : public QWidget {
     void refreshTitle(const ActiveOverlaySession& session);
     void refreshGuide(const ActiveOverlaySession& session);
     void refreshActions();
+    void refreshSkipCost();
     void dropFocusFrom(const QWidget& piece);
     void revealActions();
     void adoptLook();
@@ -71,6 +72,8 @@ class OverlayView : public QWidget {
     CountdownRing* ring_ = nullptr;
     GuideView* guide_ = nullptr;  // of the whole view in the `guided` style alone
     std::vector<ActionButton*> actions_;
+    OverlayText* skipCost_ = nullptr;
+    bool areActionsRevealed_ = true;
     QPointF firstPointerPosition_;
     bool hasPointerPosition_ = false;
     std::vector<Subscription> subscriptions_;

@@ -16,6 +16,7 @@ namespace {
 
 constexpr double kMargin = 48;
 constexpr double kFootMargin = 72;
+constexpr double kGapAboveCost = 18;
 constexpr double kColumnWidth = 920;
 constexpr double kRingShare = 0.42;  // of the shorter side
 constexpr double kRingShareOverGuide = 0.36;
@@ -68,6 +69,8 @@ int OverlayView::arrangeActions() {
         }
     }
     const int foot = height() - look_.px(kFootMargin);
+    skipCost_->setGeometry((width() - room) / 2, foot + look_.px(kGapAboveCost), room,
+                           skipCost_->heightForWidth(room));
     if (shown.empty()) {
         return foot;
     }

@@ -1,18 +1,24 @@
 #include "screens/status_menu.h"
 
+#include <QApplication>
 #include <QDateTime>
+#include <QEvent>
 #include <QLocale>
 #include <cmath>
 #include <utility>
 
+#include "base/checked_seconds.h"
 #include "core/engine/timer_engine.h"
 #include "core/settings/settings_store.h"
-#include "menubar/menu_bar_formatter.h"
+#include "menubar/menu_bar_context.h"
+#include "menubar/menu_bar_session.h"
 #include "overlay/overlay_manager.h"
 #include "screens/texts.h"
 
 namespace ostrel {
 namespace {
+
+using CardMode = MenuBarSessionDerivedState::CardMode;
 
 QString countdown(std::int64_t seconds) {
     return QString::fromStdString(MenuBarFormatter::countdownText(seconds));
@@ -28,18 +34,86 @@ QString timeOfDay(WallTime time) {
     return QLocale().toString(local.time(), format);
 }
 
+QColor between(const QColor& one, const QColor& other, double share) {
+    const auto mixed = [share](int a, int b) { return static_cast<int>(a + (b - a) * share); };
+    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()),
+            mixed(one.blue(), other.blue())};
+}
+
+// The toolkit's own menus are cramped, and what only tells something cannot be read in them.
+QString styleSheetFor(const QPalette& palette) {
+    constexpr double kQuiet = 0.72;
+    constexpr double kFaint = 0.16;
+    const QColor paper = palette.color(QPalette::Active, QPalette::Base);
+    const QColor ink = palette.color(QPalette::Active, QPalette::WindowText);
+    return QStringLiteral(
+               "QMenu { background: %1; border: 1px solid %2; padding: 6px 0; }"
+               "QMenu::item { color: %3; padding: 6px 30px 6px 18px; background: transparent; }"
+               "QMenu::item:disabled { color: %4; }"
+               "QMenu::item:selected:enabled { background: %5; color: %6; }"
+               "QMenu::separator { height: 1px; background: %2; margin: 6px 0; }")
+        .arg(paper.name(), between(paper, ink, kFaint).name(), ink.name(),
+             between(paper, ink, kQuiet).name(),
+             palette.color(QPalette::Active, QPalette::Highlight).name(),
+             palette.color(QPalette::Active, QPalette::HighlightedText).name());
+}
+
+MenuBarSession sessionOf(const StatusMenu::Services& services) {
+    return {
+        menuBarContext(services.timerEngine, services.sessionStateStore, services.settingsStore),
+        *services.sessionStateStore.current(),
+        *services.dailyCounter.model(),
+        services.timerEngine.eyeJoinsBody(),
+        services.timerEngine.isDeferring(),
+        services.overlayManager.activeSession()->has_value()};
+}
+
+MenuBarSessionDerivedState stateOf(const StatusMenu::Services& services) {
+    return derive(sessionOf(services), [](WallTime time) { return timeOfDay(time).toStdString(); });
+}
+
 }  // namespace
 
 StatusMenu::StatusMenu(Services services)
-    : services_(std::move(services)), firstLine_(addLine()), secondLine_(addLine()) {
+    : services_(std::move(services)),
+      statusLine_(addLine()),
+      pauseDescription_(addLine()),
+      nextEye_(addLine()),
+      nextBody_(addLine()),
+      remark_(addLine()) {
     addSeparator();
     addBreaks();
     addSeparator();
     addPauses();
     addSeparator();
+    today_ = addLine();
+    skippedToday_ = addLine();
+    addSeparator();
     addAction(Texts::of("menubar.action.quit"), this, [this] { services_.quit(); });
+    setAccessibleName(Texts::of("menubar.tooltip.default"));
+    adoptPalette();
     connect(this, &QMenu::aboutToShow, this, [this] { refresh(); });
+    ticks_ = services_.timerEngine.state().onChange([this](const auto&) {
+        if (isVisible()) {
+            refresh();
+        }
+    });
     refresh();
+}
+
+void StatusMenu::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) {
+        adoptPalette();
+    }
+    QMenu::changeEvent(event);
+}
+
+// A style sheet changes the palette of its widget: the one to follow is the application's.
+void StatusMenu::adoptPalette() {
+    const QString sheet = styleSheetFor(QApplication::palette());
+    if (sheet != styleSheet()) {
+        setStyleSheet(sheet);
+    }
 }
 
 QAction* StatusMenu::addLine() {
@@ -74,55 +148,60 @@ void StatusMenu::addPauses() {
 }
 
 void StatusMenu::refresh() {
-    const TimerState& state = *services_.timerEngine.state();
-    const QString stateLine = stateText(services_);
-    const QString eyeLine =
-        Texts::of("menubar.status.next_eye %@", {countdown(state.eye.remainingSec)});
-    const QString bodyLine =
-        Texts::of("menubar.status.next_body %@", {countdown(state.body.remainingSec)});
-    firstLine_->setText(stateLine.isEmpty() ? eyeLine : stateLine);
-    secondLine_->setText(bodyLine);
-    secondLine_->setVisible(stateLine.isEmpty());
+    const MenuBarSessionDerivedState state = stateOf(services_);
+    statusLine_->setText(Texts::of(state.statusLine));
+    pauseDescription_->setVisible(state.isPaused);
+    pauseDescription_->setText(state.isPaused ? Texts::of(state.pauseDescription) : QString());
+    refreshCountdowns(state);
+    refreshToday(state);
 
     const bool isBreakOnScreen = services_.overlayManager.activeSession()->has_value();
     startEye_->setEnabled(!isBreakOnScreen);
     startBody_->setEnabled(!isBreakOnScreen);
-    const bool isPaused = services_.sessionStateStore.isPaused();
-    const bool isEnabled = services_.settingsStore.settings()->ostrelEnabled;
-    pauses_->menuAction()->setVisible(isEnabled && !isPaused);
-    resume_->setVisible(isPaused);
+    pauses_->menuAction()->setVisible(state.cardMode != CardMode::disabled && !state.isPaused);
+    resume_->setVisible(state.isPaused);
+}
+
+void StatusMenu::refreshCountdowns(const MenuBarSessionDerivedState& state) {
+    const TimerState& timers = *services_.timerEngine.state();
+    const bool isCounting = state.cardMode == CardMode::running || state.cardMode == CardMode::away;
+    nextEye_->setVisible(isCounting);
+    nextEye_->setText(state.eyeJoinsBody ? Texts::of("menubar.status.eye_joins_body")
+                                         : Texts::of("menubar.status.next_eye %@",
+                                                     {countdown(timers.eye.remainingSec)}));
+    nextBody_->setVisible(isCounting);
+    nextBody_->setText(
+        Texts::of("menubar.status.next_body %@", {countdown(timers.body.remainingSec)}));
+
+    const bool isPaused = state.cardMode == CardMode::paused;
+    const bool isLonger = isCounting && timers.eye.pendingPenaltySec > 0;
+    remark_->setVisible(isPaused || isLonger);
+    remark_->setText(
+        Texts::of(isPaused ? "menubar.next.until_resume" : "menubar.next.penalty_reason"));
+}
+
+void StatusMenu::refreshToday(const MenuBarSessionDerivedState& state) {
+    const DailyCounterModel& today = *services_.dailyCounter.model();
+    const std::int64_t completed = addSec(today.eyeBreaksCompleted, today.bodyBreaksCompleted);
+    today_->setText(
+        state.emptyState
+            ? Texts::of("menubar.today.none")
+            : Texts::of("menubar.today.completed %lld %lld",
+                        {completed, services_.settingsStore.settings()->dailyGoalBreaks}));
+    skippedToday_->setVisible(today.skipsToday > 0);
+    skippedToday_->setText(Texts::of("menubar.today.skipped %lld", {today.skipsToday}));
 }
 
 QString StatusMenu::stateText(const Services& services) {
-    const TimerState& state = *services.timerEngine.state();
-    if (services.overlayManager.activeSession()->has_value()) {
-        return Texts::of("menubar.status.on_screen");
+    const MenuBarSession session = sessionOf(services);
+    const MenuBarSessionDerivedState state = stateOf(services);
+    if (state.cardMode == CardMode::running && !session.isHeld && !session.isOnScreen) {
+        return {};
     }
-    if (!services.settingsStore.settings()->ostrelEnabled) {
-        return Texts::of("menubar.status.off");
-    }
-    if (services.sessionStateStore.isPaused()) {
-        return pauseText(*services.sessionStateStore.current());
-    }
-    if (services.timerEngine.isDeferring()) {
-        return Texts::of("menubar.status.held");
-    }
-    return state.eye.isAway || state.body.isAway ? Texts::of("menubar.status.away") : QString();
-}
-
-// The user's own pause is the one to tell of: it is what "resume" is about.
-QString StatusMenu::pauseText(const SessionStateModel& sessionState) {
-    const auto& reasons = sessionState.pauseReasons;
-    if (reasons.contains(PauseReason::user)) {
-        return sessionState.userPauseUntil
-                   ? Texts::of("menubar.pause.until %@", {timeOfDay(*sessionState.userPauseUntil)})
-                   : Texts::of("menubar.pause.indefinite_state");
-    }
-    if (reasons.contains(PauseReason::focus)) {
-        return Texts::of("menubar.pause.focus");
-    }
-    return Texts::of(reasons.contains(PauseReason::schedule) ? "menubar.pause.schedule"
-                                                             : "state.paused");
+    const QString line = Texts::of(state.statusLine);
+    return state.isPaused && !session.isOnScreen
+               ? line + QLatin1Char('\n') + Texts::of(state.pauseDescription)
+               : line;
 }
 
 }  // namespace ostrel

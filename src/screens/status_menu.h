@@ -3,17 +3,21 @@
 #include <QMenu>
 #include <functional>
 
+#include "base/subscription.h"
+
 class QAction;
 
 namespace ostrel {
 
+class DailyCounter;
 class OverlayManager;
 class SessionStateStore;
 class SettingsStore;
 class TimerEngine;
-struct SessionStateModel;
+struct MenuBarSessionDerivedState;
 
-// The status item's menu. What it says is worked out when it is about to show.
+// The status item's menu. What it says is worked out when it is about to show, and every second
+// while our own window shows it.
 class StatusMenu : public QMenu {
   public:
     // What the menu reads and acts on. All of it outlives the menu.
@@ -22,6 +26,7 @@ class StatusMenu : public QMenu {
         const SessionStateStore& sessionStateStore;
         const SettingsStore& settingsStore;
         const OverlayManager& overlayManager;
+        const DailyCounter& dailyCounter;
         std::function<void()> quit;
     };
 
@@ -30,22 +35,33 @@ class StatusMenu : public QMenu {
     // Brings the entries up to date.
     void refresh();
 
-    // What the schedule is doing, unless it just counts down.
+    // What the schedule is doing, a line or two, unless it just counts down.
     [[nodiscard]] static QString stateText(const Services& services);
-    [[nodiscard]] static QString pauseText(const SessionStateModel& sessionState);
+
+  protected:
+    void changeEvent(QEvent* event) override;
 
   private:
+    void adoptPalette();
     QAction* addLine();
     void addBreaks();
     void addPauses();
+    void refreshCountdowns(const MenuBarSessionDerivedState& state);
+    void refreshToday(const MenuBarSessionDerivedState& state);
 
     Services services_;
-    QAction* firstLine_ = nullptr;
-    QAction* secondLine_ = nullptr;
+    QAction* statusLine_ = nullptr;
+    QAction* pauseDescription_ = nullptr;
+    QAction* nextEye_ = nullptr;
+    QAction* nextBody_ = nullptr;
+    QAction* remark_ = nullptr;  // on the next break
     QAction* startEye_ = nullptr;
     QAction* startBody_ = nullptr;
     QMenu* pauses_ = nullptr;
     QAction* resume_ = nullptr;
+    QAction* today_ = nullptr;
+    QAction* skippedToday_ = nullptr;
+    Subscription ticks_;
 };
 
 }  // namespace ostrel

@@ -6,8 +6,17 @@
 #include <optional>
 #include <string>
 
+#include "screens/pseudo_texts.h"
+
 namespace ostrel::Texts {
 namespace {
+
+enum class Language { english, longer, mirrored };
+
+Language& language() {
+    static Language current = Language::english;
+    return current;
+}
 
 QString shown(const Argument& argument) {
     if (const auto* number = std::get_if<std::int64_t>(&argument)) {
@@ -45,12 +54,36 @@ std::string_view textFor(std::string_view key, std::span<const Argument> argumen
     return find(key).value_or(key);
 }
 
+// In the current language, placeholders and all.
+QString translated(std::string_view key, std::span<const Argument> arguments) {
+    const std::string_view english = textFor(key, arguments);
+    const QString text = QString::fromUtf8(english.data(), static_cast<qsizetype>(english.size()));
+    switch (language()) {
+        case Language::longer:
+            return PseudoTexts::lengthened(text);
+        case Language::mirrored:
+            return PseudoTexts::mirrored(text);
+        case Language::english:
+            break;
+    }
+    return text;
+}
+
 }  // namespace
+
+void setLanguage(std::string_view code) {
+    language() = code == "en-XA"   ? Language::longer
+                 : code == "ar-XB" ? Language::mirrored
+                                   : Language::english;
+}
+
+bool isRightToLeft() {
+    return language() == Language::mirrored;
+}
 
 QString of(std::string_view key, std::initializer_list<Argument> arguments) {
     const std::span<const Argument> all(arguments.begin(), arguments.size());
-    const std::string_view text = textFor(key, all);
-    return fill(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), all);
+    return fill(translated(key, all), all);
 }
 
 QString of(const LocalizedText& text) {
@@ -63,9 +96,7 @@ QString of(const LocalizedText& text) {
         arguments.push_back(isNumber ? Argument(std::int64_t{words.toLongLong()})
                                      : Argument(words));
     }
-    const std::string_view translated = textFor(text.key, arguments);
-    return fill(QString::fromUtf8(translated.data(), static_cast<qsizetype>(translated.size())),
-                arguments);
+    return fill(translated(text.key, arguments), arguments);
 }
 
 QString fill(const QString& text, std::span<const Argument> arguments) {

@@ -27,6 +27,13 @@ using Argument = std::variant<std::int64_t, QString>;
 // ("toast.merged %lld#one"); the other categories take the text under the key alone.
 [[nodiscard]] std::span<const Entry> english();
 
+// Which language the texts are in from now on: a code such as "en", or "system" for the desktop's
+// own. A language that is not there is English. "en-XA" and "ar-XB" are for looking at the screens:
+// English 40 % longer, and English from right to left.
+void setLanguage(std::string_view code);
+
+[[nodiscard]] bool isRightToLeft();
+
 // The text of `key` with its placeholders filled in. An unknown key stands for itself.
 [[nodiscard]] QString of(std::string_view key, std::initializer_list<Argument> arguments = {});
 

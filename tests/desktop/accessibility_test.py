@@ -1,17 +1,13 @@
 #!/usr/bin/python3
-"""The break as a screen reader has it: every control has a name, says what it does and can be pressed."""
+"""The program by screen reader alone: every control has a name, says what it does and can be pressed."""
 
 import subprocess
 import unittest
-import warnings
 
-import dbus
-
-from desktop import wait_for
+from desktop import OSTREL, SOON, wait_for
+from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
 from status_item import StartedBreakTest
 
-LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
-ACCESSIBLE = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 HINTS = {
     "Done": "Dismisses the overlay once the countdown reaches zero.",
     "Skip": "Skips the current break and adds a penalty to the next one.",
@@ -21,43 +17,19 @@ HINTS = {
 class AccessibilityTest(StartedBreakTest):
     @classmethod
     def setUpClass(cls):
-        launcher = subprocess.Popen([LAUNCHER, "--launch-immediately"])
-        cls.addClassCleanup(launcher.wait)
-        cls.addClassCleanup(launcher.terminate)
-        wait_for(lambda: dbus.SessionBus().name_has_owner("org.a11y.Bus"), "the accessibility bus")
-        # It connects once and for all as it is imported, so there must be a bus by then.
-        with warnings.catch_warnings():
-            warnings.simplefilter("ignore")
-            import pyatspi  # pylint: disable=import-outside-toplevel
-        cls.atspi = pyatspi
+        cls.reader = ScreenReader(connect_as_screen_reader(cls))
+        cls.atspi = cls.reader.atspi
 
-    def walk(self, node):
-        yield node
-        for child in node:
-            if child:
-                yield from self.walk(child)
-
-    def buttons(self):
-        """The buttons on the screen by name."""
-        found = {}
-        for application in self.atspi.Registry.getDesktop(0):
-            if application and application.name.lower() == "ostrel":
-                for node in self.walk(application):
-                    if node.getRole() == self.atspi.ROLE_PUSH_BUTTON and self.has(node, self.atspi.STATE_SHOWING):
-                        found.setdefault(node.name, node)
-        return found
-
-    @staticmethod
-    def has(node, state):
-        return node.getState().contains(state)
+    def button(self, name):
+        return wait_for(lambda: self.reader.buttons().get(name), f"the button {name}")
 
     def test_actions_are_named_explained_and_pressed(self):
         self.start_break(ACCESSIBLE)
-        buttons = wait_for(lambda: set(HINTS) <= set(self.buttons()) and self.buttons(), "the buttons")
+        buttons = wait_for(lambda: set(HINTS) <= set(self.reader.buttons()) and self.reader.buttons(), "the buttons")
         self.assertNotIn("", buttons)
         for name, hint in HINTS.items():
             self.assertEqual(buttons[name].description, hint)
-        self.assertFalse(self.has(buttons["Done"], self.atspi.STATE_ENABLED))
+        self.assertFalse(self.reader.has(buttons["Done"], self.atspi.STATE_ENABLED))
         action = buttons["Skip"].queryAction()
         self.assertEqual(action.getName(0), "Press")
         action.doAction(0)
@@ -65,16 +37,63 @@ class AccessibilityTest(StartedBreakTest):
 
     def test_done_can_be_pressed_once_the_countdown_is_at_zero(self):
         self.start_break(ACCESSIBLE, eyeBreakDurationSec=3)
-        done = wait_for(lambda: self.buttons().get("Done"), "the button")
+        done = self.button("Done")
         self.wait_running(lambda: self.trace("zero"), "the countdown's zero")
-        self.assertTrue(self.has(done, self.atspi.STATE_ENABLED))
-        done.queryAction().doAction(0)
+        self.assertTrue(self.reader.has(done, self.atspi.STATE_ENABLED))
+        self.reader.press(done)
         self.assertEqual(self.wait_for_close(), "done")
+
+    def test_break_is_started_read_and_finished(self):
+        self.start(dict(SOON, eyeBreakIntervalSec=1200, eyeBreakDurationSec=6), **ACCESSIBLE)
+        self.choose("Start an eye break")
+        self.wait_for_break()
+        for countdown in ("Up to 10 seconds left", "The break is over"):
+            wait_for(lambda name=countdown: name in self.reader.named(*self.every_role()), countdown)
+        self.reader.press(self.button("Done"))
+        self.assertEqual(self.wait_for_close(), "done")
+
+    def test_gentle_card_is_answered(self):
+        self.start(dict(SOON, eyeBreakDurationSec=3, eyePresentation="gentle"), **ACCESSIBLE)
+        self.work_on_until(lambda: "Look into the distance" in self.reader.named(self.atspi.ROLE_ALERT), "the card")
+        answer = self.work_on_until(lambda: self.reader.buttons().get("Yes, I did"), "the question")
+        self.assertIn("Not this time", self.reader.buttons())
+        self.assertIn("Did you rest?", self.reader.named(*self.every_role()))
+        self.reader.press(answer)
+        self.assertEqual(self.wait_for_close(), "done")
+        wait_for(lambda: not self.reader.buttons(), "the card to be gone")
+
+    @staticmethod
+    def work_on_until(condition, what):
+        """Moves the pointer all the time: nobody rests here."""
+        def look():
+            for x in ("100", "110"):
+                subprocess.run(["xdotool", "mousemove", x, "500"], check=True)
+            return condition()
+        return wait_for(look, what)
+
+    def test_dropdown_is_opened_and_pauses(self):
+        self.start(dict(SOON, eyeBreakIntervalSec=1200), **ACCESSIBLE)
+        self.choose("Pause", "For 30 minutes")
+        session = wait_for(lambda: (self.documents / "ostrel.sessionState.v1.json").exists() and
+                           self.document("sessionState"), "the pause in the document")
+        self.assertEqual(session["pauseReasons"], ["user"])
+
+    def choose(self, *labels):
+        """A second launch opens the menu."""
+        wait_for((self.documents / "ostrel.lock").exists, "the program")
+        wait_for(lambda: "its menu opens" in subprocess.run([OSTREL], env=self.environment(), capture_output=True,
+                                                            text=True, check=True).stdout, "the menu")
+        for label in labels:
+            self.reader.press(wait_for(lambda: self.reader.named(*self.every_role()).get(label), label))
+
+    def every_role(self):
+        return (self.atspi.ROLE_LABEL, self.atspi.ROLE_MENU_ITEM, self.atspi.ROLE_MENU, self.atspi.ROLE_PROGRESS_BAR,
+                self.atspi.ROLE_PANEL, self.atspi.ROLE_FILLER, self.atspi.ROLE_POPUP_MENU, self.atspi.ROLE_TIMER)
 
     def test_strict_mode_offers_no_skip(self):
         self.start_break(ACCESSIBLE, strictMode=True)
-        wait_for(lambda: "Done" in self.buttons(), "the button")
-        self.assertNotIn("Skip", self.buttons())
+        self.button("Done")
+        self.assertNotIn("Skip", self.reader.buttons())
 
 
 if __name__ == "__main__":

@@ -4,121 +4,19 @@
 notify_probe (tests/platform/linux) stands for the program.
 """
 
-import glob
 import json
 import os
-import re
 import signal
 import subprocess
 import time
 import unittest
-import warnings
 from pathlib import Path
 
-import dbus
-
 from desktop import HERE, DesktopTest, wait_for
+from notification_servers import Dunst, Xfce, has_server
 
 PROBE = os.environ.get("NOTIFY_PROBE", str(HERE.parents[1] / "build" / "dev" / "tests" / "notify_probe"))
-NAME = "org.freedesktop.Notifications"
-DUNST = "org.dunstproject.cmd0"
-XFCONF = "org.xfce.Xfconf"
-LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 HARD = "<b>bold</b> &amp; \"5\""  # a text that is shown otherwise when it is taken for markup
-
-
-class Dunst:
-    """Its choice of actions is a menu program of our own, which picks what the test wants.
-
-    Nothing goes by itself: what is gone was closed.
-    """
-
-    def __init__(self, test):
-        self.test = test
-        self._folder = Path(test.folder) / "dunst"
-        self._folder.mkdir()
-        self._wanted = self._folder / "wanted"
-        menu = self._folder / "menu"
-        menu.write_text(f'#!/bin/sh\ngrep "^#$(cat {self._wanted}) "\n', encoding="utf-8")
-        menu.chmod(0o700)
-        (self._folder / "dunstrc").write_text(
-            f"[global]\nmarkup = full\ndmenu = {menu}\n[urgency_normal]\ntimeout = 0\n", encoding="utf-8")
-        self._printed = self._folder / "printed"
-
-    def start(self):
-        with self._printed.open("a", encoding="utf-8") as printed:
-            return self.test.spawn("dunst", "-print", "-config", str(self._folder / "dunstrc"), stdout=printed)
-
-    @staticmethod
-    def _object():
-        return dbus.SessionBus().get_object(NAME, "/org/freedesktop/Notifications", introspect=False)
-
-    def count(self):
-        return int(self._object().Get(DUNST, "displayedLength", dbus_interface=dbus.PROPERTIES_IFACE))
-
-    def newest(self):
-        """Title and body of what was shown last, as on the screen."""
-        found = re.findall(r"\tformatted: '<b>(.*?)</b>\n(.*?)'\n", self._printed.read_text(encoding="utf-8"), re.DOTALL)
-        return tuple(self._without_markup(text) for text in found[-1]) if found else None
-
-    @staticmethod
-    def _without_markup(text):
-        text = re.sub("<[^>]*>", "", text)
-        for entity, character in (("&lt;", "<"), ("&gt;", ">"), ("&quot;", '"'), ("&amp;", "&")):
-            text = text.replace(entity, character)
-        return text
-
-    def press(self, label):
-        self._wanted.write_text(label, encoding="utf-8")
-        self._object().ContextMenuCall(dbus_interface=DUNST)
-
-    def tap(self):
-        self._object().NotificationAction(dbus.UInt32(0), dbus_interface=DUNST)
-
-
-class Xfce:
-    """Read and pressed as a screen reader does. Nothing goes by itself here either."""
-
-    atspi = None
-
-    def __init__(self, test):
-        self.test = test
-        self.test.spawn(*glob.glob("/usr/lib/*/xfce4/xfconf/xfconfd"))
-        wait_for(lambda: dbus.SessionBus().name_has_owner(XFCONF), "the settings of the server")
-        settings = dbus.SessionBus().get_object(XFCONF, "/org/xfce/Xfconf", introspect=False)
-        settings.SetProperty("xfce4-notifyd", "/expire-timeout", dbus.Int32(3600, variant_level=1), dbus_interface=XFCONF)
-
-    def start(self):
-        return self.test.spawn(*glob.glob("/usr/lib/*/xfce4/notifyd/xfce4-notifyd"))
-
-    def _nodes(self, node):
-        yield node
-        for child in node:
-            if child:
-                yield from self._nodes(child)
-
-    def _windows(self):
-        return [window for application in self.atspi.Registry.getDesktop(0)
-                if application and application.name == "xfce4-notifyd" for window in application
-                if window and window.getState().contains(self.atspi.STATE_SHOWING)]
-
-    def _find(self, role):
-        return [node for window in self._windows() for node in self._nodes(window) if node.getRole() == role]
-
-    def count(self):
-        return len(self._windows())
-
-    def newest(self):
-        texts = [label.name for label in self._find(self.atspi.ROLE_LABEL) if label.name]
-        return tuple(texts[:2])
-
-    def press(self, label):
-        button = wait_for(lambda: [b for b in self._find(self.atspi.ROLE_PUSH_BUTTON) if b.name == label], label)[0]
-        button.queryAction().doAction(0)
-
-    def tap(self):
-        """A click elsewhere than on a button closes the notification and tells nothing."""
-        self.press("Ostrel")
 
 
 class NotificationsTest(DesktopTest):
@@ -133,11 +31,7 @@ class NotificationsTest(DesktopTest):
 
     def start_server(self):
         self.daemon = self.server.start()
-        wait_for(self.has_server, "the server")
-
-    @staticmethod
-    def has_server():
-        return dbus.SessionBus().name_has_owner(NAME)
+        wait_for(has_server, "the server")
 
     def kill(self, process):
         process.kill()
@@ -145,7 +39,7 @@ class NotificationsTest(DesktopTest):
 
     def kill_server(self):
         self.kill(self.daemon)
-        wait_for(lambda: not self.has_server(), "the server to be gone")
+        wait_for(lambda: not has_server(), "the server to be gone")
 
     def start_probe(self):
         with self.answers.open("a", encoding="utf-8") as answers, self.log.open("a", encoding="utf-8") as log:
@@ -230,15 +124,7 @@ class XfceTest(EveryServer, NotificationsTest):
 
     @classmethod
     def setUpClass(cls):
-        launcher = subprocess.Popen([LAUNCHER, "--launch-immediately"])
-        cls.addClassCleanup(launcher.wait)
-        cls.addClassCleanup(launcher.terminate)
-        wait_for(lambda: dbus.SessionBus().name_has_owner("org.a11y.Bus"), "the accessibility bus")
-        # It connects once and for all as it is imported, so there must be a bus by then.
-        with warnings.catch_warnings():
-            warnings.simplefilter("ignore")
-            import pyatspi  # pylint: disable=import-outside-toplevel
-        Xfce.atspi = pyatspi
+        Xfce.prepare(cls)
 
 
 class TroubledServerTest(NotificationsTest):

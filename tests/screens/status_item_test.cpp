@@ -82,36 +82,42 @@ struct StatusItemTest : ::testing::Test {
     }
 
     OverlayBench bench;
+    DailyCounter counter{bench.counterServices()};
     int quits = 0;
-    StatusMenu::Services services{bench.engine(), bench.session(), bench.settings(),
-                                  bench.overlay(), [this] { ++quits; }};
+    StatusMenu::Services services{bench.engine(),  bench.session(), bench.settings(),
+                                  bench.overlay(), counter,         [this] { ++quits; }};
 };
 
 TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
     StatusMenu menu(services);
     EXPECT_EQ(lines(menu),
-              "-Next eye break in 20:00|-Next body break in 50:00|Start an eye break|"
-              "Start a body break|Pause|Quit Ostrel");
+              "-Ostrel is on|-Next eye break in 20:00|-Next body break in 50:00|"
+              "Start an eye break|Start a body break|Pause|-No break yet today|Quit Ostrel");
     bench.engine().tick();
-    EXPECT_TRUE(lines(menu).starts_with("-Next eye break in 20:00")) << "closed, it stays as it is";
-    menu.refresh();
-    EXPECT_TRUE(lines(menu).starts_with("-Next eye break in 19:59"));
+    EXPECT_NE(lines(menu).find("eye break in 20:00"), std::string::npos)
+        << "closed, it stays as it is";
+    menu.popup({0, 0});
+    EXPECT_NE(lines(menu).find("eye break in 19:59"), std::string::npos);
+    bench.engine().tick();
+    EXPECT_NE(lines(menu).find("eye break in 19:58"), std::string::npos) << "open, it counts";
+    menu.close();
 
     const auto firstLine = [&] {
         menu.refresh();
         return menu.actions().front()->text().toStdString();
     };
     bench.engine().pause(PauseReason::schedule);
-    EXPECT_EQ(firstLine(), "Paused outside work hours");
+    EXPECT_EQ(firstLine(), "Off for now");
     bench.engine().pause(PauseReason::focus);
-    EXPECT_EQ(firstLine(), "Paused while notifications are silenced");
+    EXPECT_EQ(firstLine(), "Paused");
     bench.engine().pauseByUser(PauseDuration::indefinite());
-    EXPECT_EQ(firstLine(), "Paused until you resume");
+    EXPECT_EQ(firstLine(), "Paused");
     EXPECT_EQ(lines(menu),
-              "-Paused until you resume|Start an eye break|Start a body break|"
-              "Resume|Quit Ostrel");
+              "-Paused|-Until you resume|-No break until then|Start an eye break|"
+              "Start a body break|Resume|-No break yet today|Quit Ostrel");
     bench.engine().pauseByUser(PauseDuration::forMinutes(30));
-    EXPECT_EQ(firstLine(), "Paused until 10:20");
+    menu.refresh();
+    EXPECT_NE(lines(menu).find("|-Until 10:20|"), std::string::npos);
     bench.engine().endAllPauses();
     bench.engine().markUserIdle();
     EXPECT_EQ(firstLine(), "Away: the countdown waits for you");
@@ -120,7 +126,26 @@ TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
     EXPECT_FALSE(entry(menu, "Start an eye break")->isEnabled());
     bench.overlay().close(CloseReason::skipped);
     bench.setUp([](SettingsModel& model) { model.ostrelEnabled = false; });
-    EXPECT_EQ(firstLine(), "Ostrel is off");
+    EXPECT_EQ(firstLine(), "Breaks are switched off");
+    EXPECT_EQ(lines(menu),
+              "-Breaks are switched off|Start an eye break|Start a body break|"
+              "-No break yet today|Quit Ostrel");
+}
+
+TEST_F(StatusItemTest, TheMenuTellsOfTheNextBreakAndOfToday) {
+    StatusMenu menu(services);
+    const auto has = [&menu](const std::string& line) {
+        menu.refresh();
+        return lines(menu).find("|-" + line + "|") != std::string::npos;
+    };
+    bench.foldEyeIntoBody();
+    EXPECT_TRUE(has("Next eye break joins the body break"));
+
+    counter.recordSkip();
+    EXPECT_TRUE(has("Today: 0 breaks taken, the goal is 6"));
+    EXPECT_TRUE(has("Skipped today: 1"));
+    counter.recordEyeCompleted();
+    EXPECT_TRUE(has("Today: 1 break taken, the goal is 6"));
 }
 
 TEST_F(StatusItemTest, EveryEntryDoesWhatItSays) {
@@ -171,7 +196,7 @@ TEST_F(StatusItemTest, TheToolTipTellsBothCountdownsAndChangesOnceAMinute) {
               "Ostrel\nNext eye break in 10:00\nNext body break in 40:00");
     bench.engine().pause(PauseReason::focus);
     EXPECT_EQ(item.toolTip().toStdString(),
-              "Ostrel is on\nPaused while notifications are silenced");
+              "Ostrel is on\nPaused\nWhile notifications are silenced");
     bench.setUp([](SettingsModel& model) { model.ostrelEnabled = false; });
     EXPECT_EQ(item.toolTip().toStdString(), "Ostrel is off");
 }

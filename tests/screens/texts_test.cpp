@@ -43,7 +43,7 @@ TEST(Texts, EveryTextTakesTheArgumentsItsKeyNamesAndIsThereOnce) {
 }
 
 TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
-    const auto source = std::filesystem::path(__FILE__).parent_path() / "../../src";
+    const std::filesystem::path source = OSTREL_SOURCES;
     std::set<std::string> used;
     const auto isRead = [](const std::filesystem::path& file) {
         return file.extension() == ".cpp" && file.filename() != "english_texts.cpp" &&
@@ -96,6 +96,16 @@ TEST(Texts, FillsPlaceholdersInTheOrderThatTheTextAsksFor) {
 
 TEST(Texts, AKeyWithoutATextStandsForItself) {
     EXPECT_EQ(Texts::of("no.such.key"), QStringLiteral("no.such.key"));
+}
+
+TEST(Texts, AMadeUpLanguageIsLongerAndFillsItsPlaceholders) {
+    Texts::setLanguage("en-XA");
+    const QString text = Texts::of("menubar.status.next_eye %@", {QStringLiteral("20:00")});
+    Texts::setLanguage("en");
+    const QString plain = Texts::of("menubar.status.next_eye %@", {QStringLiteral("20:00")});
+    EXPECT_TRUE(text.endsWith(QStringLiteral(" 20:00")));
+    EXPECT_GE(text.size(), plain.size() * 13 / 10);
+    EXPECT_FALSE(Texts::isRightToLeft());
 }
 
 TEST(Texts, NumbersChooseTheirWords) {

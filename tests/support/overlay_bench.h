@@ -12,6 +12,7 @@
 #include "core/settings/session_state_store.h"
 #include "core/settings/settings_store.h"
 #include "overlay/overlay_manager.h"
+#include "records/daily_counter.h"
 #include "support/events.h"
 
 namespace ostrel {
@@ -72,6 +73,11 @@ class OverlayBench : BreakLogging,
     VirtualDisplays& displays() { return platform_.displays; }
     VirtualMotionSettings& motion() { return platform_.motion; }
     SystemEvents& systemEvents() { return platform_.systemEvents; }
+    // Of a counter beside the bench, which itself only notes what is counted.
+    DailyCounter::Services counterServices() {
+        return {platform_.preferences, platform_.calendar, platform_.runLoop,
+                platform_.systemEvents, [this] { return now(); }};
+    }
     [[nodiscard]] WallTime now() const { return platform_.runLoop.wallNow(); }
 
     void setUp(const std::function<void(SettingsModel&)>& change) { settings_.update(change); }

@@ -3,10 +3,10 @@
 #include <malloc.h>
 
 #include <QApplication>
-#include <QPalette>
 #include <cstdio>
+#include <functional>
 #include <memory>
-#include <optional>
+#include <utility>
 
 #include "app/desktop/break_trace.h"
 #include "app/desktop/demo.h"
@@ -14,30 +14,28 @@
 #include "platform/calendar/zoned_calendar.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_clock.h"
+#include "platform/linux/linux_notifications.h"
 #include "platform/linux/linux_run_loop.h"
 #include "platform/linux/no_haptics.h"
+#include "platform/linux/portal_appearance_settings.h"
 #include "platform/linux/portal_motion_settings.h"
+#include "platform/linux/portal_settings.h"
+#include "platform/linux/process_sound_library.h"
 #include "platform/linux/qt_displays.h"
 #include "platform/linux/single_instance.h"
 #include "platform/linux/termination_signals.h"
+#include "platform/linux/user_attention.h"
 #include "platform/linux/x11_input_idle.h"
 #include "platform/virtual/memory_preferences.h"
+#include "screens/accessible_popups.h"
+#include "screens/appearance.h"
 #include "screens/qt_overlay_window_maker.h"
 #include "screens/status_item.h"
+#include "screens/texts.h"
 #include "screens/toast_surface.h"
 
 namespace ostrel {
 namespace {
-
-// Until there is something that shows them.
-class NoNotifications : public SystemNotifications {
-  public:
-    void registerCategories(std::vector<NotificationCategory>) override {}
-    void add(const NotificationRequest&) override {}
-    void removePending(const std::string&) override {}
-    void removeDelivered(const std::string&) override {}
-    [[nodiscard]] Authorization authorization() const override { return Authorization::denied; }
-};
 
 // The desktop's side of the environment.
 class LinuxPlatform {
@@ -45,40 +43,76 @@ class LinuxPlatform {
     LinuxPlatform()
         : runLoop(systemWallTime),
           calendar(systemTimeZone),
+          sounds(QCoreApplication::applicationDirPath().toStdString()),
           clockChanges_(
               runLoop.clockWasSet.subscribe([this] { systemEvents.clockChanged.send(); })) {}
 
-    [[nodiscard]] Platform over(PreferencesStore& preferences) {
-        return {runLoop, systemWallTime, calendar,  preferences,   displays,       systemEvents,
-                motion,  haptics,        inputIdle, notifications, overlayWindows, randomUuids()};
+    [[nodiscard]] Platform over(PreferencesStore& preferences, SystemNotifications& notifications,
+                                std::function<void(AppWindow)> openWindow) {
+        return {runLoop,
+                systemWallTime,
+                calendar,
+                preferences,
+                displays,
+                systemEvents,
+                motion,
+                haptics,
+                sounds,
+                inputIdle,
+                notifications,
+                overlayWindows,
+                randomUuids(),
+                nullptr,
+                std::move(openWindow),
+                requestUserAttention};
     }
 
     LinuxRunLoop runLoop;
     ZonedCalendar calendar;
     QtDisplays displays;
     SystemEvents systemEvents;
-    PortalMotionSettings motion;
+    PortalSettings portal;
+    PortalMotionSettings motion{portal};
+    PortalAppearanceSettings appearance{portal};
     NoHaptics haptics;
+    ProcessSoundLibrary sounds;
     X11InputIdle inputIdle;
-    NoNotifications notifications;
     QtOverlayWindowMaker overlayWindows;
 
   private:
     Subscription clockChanges_;
 };
 
+// The language of the texts, and the direction of everything with it.
+Subscription followLanguage(SettingsStore& settingsStore) {
+    const auto adopt = [](const SettingsModel& settings) {
+        Texts::setLanguage(settings.languageRaw);
+        QApplication::setLayoutDirection(Texts::isRightToLeft() ? Qt::RightToLeft
+                                                                : Qt::LeftToRight);
+    };
+    adopt(*settingsStore.settings());
+    return settingsStore.settings().onChange(adopt);
+}
+
 // The application between launch and quit, over any preferences.
 class RunningApplication {
   public:
     RunningApplication(LinuxPlatform& platform, PreferencesStore& preferences)
-        : environment(platform.over(preferences)),
+        : notifications_({platform.runLoop, platform.calendar, systemWallTime,
+                          platform.systemEvents, preferences,
+                          [](const LocalizedText& text) { return Texts::of(text); }}),
+          environment(platform.over(preferences, notifications_,
+                                    [this](AppWindow window) { open(window); })),
           failures_(preferences.persistenceWriteFailed.subscribe(
               [this](const PersistenceError& error) { tellFailure(error); })),
           trace_(environment),
-          toastSurface_(environment.toastDispatcher(), platform.motion, [this] { return shade(); }),
+          language_(followLanguage(environment.settingsStore())),
+          appearance_(environment.settingsStore(), platform.appearance),
+          toastSurface_(environment.toastDispatcher(), platform.motion,
+                        [this] { return appearance_.isDark() ? Shade::dark : Shade::light; }),
           statusItem({environment.timerEngine(), environment.sessionStateStore(),
                       environment.settingsStore(), environment.overlayManager(),
-                      [] { QApplication::quit(); }}),
+                      environment.dailyCounter(), [] { QApplication::quit(); }}),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
         teller_ = &statusItem;
         if (hasFailed_) {
@@ -95,9 +129,18 @@ class RunningApplication {
         return status;
     }
 
+  private:
+    using Shade = ToastCard::Shade;
+
+    LinuxNotifications notifications_;
+
+  public:
     AppEnvironment environment;
 
   private:
+    // What there is to see is in the menu.
+    void open(AppWindow /*window*/) { statusItem.popUpMenu(); }
+
     // The very first record may fail, before there is a status item to tell it.
     void tellFailure(const PersistenceError& error) {
         std::fprintf(stderr, "ostrel: %s could not be saved: %s\n", error.key.c_str(),
@@ -108,20 +151,12 @@ class RunningApplication {
         }
     }
 
-    [[nodiscard]] ToastCard::Shade shade() {
-        using Appearance = SettingsModel::Appearance;
-        const Appearance appearance = environment.settingsStore().settings()->appearance;
-        const bool isDesktopDark =
-            QApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
-        const bool isDark =
-            appearance == Appearance::dark || (appearance == Appearance::system && isDesktopDark);
-        return isDark ? ToastCard::Shade::dark : ToastCard::Shade::light;
-    }
-
     bool hasFailed_ = false;
     StatusItem* teller_ = nullptr;
     Subscription failures_;
     BreakTrace trace_;
+    Subscription language_;
+    Appearance appearance_;
     ToastSurface toastSurface_;
 
   public:
@@ -166,6 +201,7 @@ void giveLargeBlocksBack() {
 
 int runDesktopApplication(int& argc, char** argv, const DesktopOptions& options) {
     giveLargeBlocksBack();
+    installAccessiblePopups();
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("ostrel"));
     QApplication::setApplicationDisplayName(QStringLiteral("Ostrel"));

@@ -118,6 +118,12 @@ ToastDispatcher& AppEnvironment::toastDispatcher() {
                   [this] { return std::make_unique<ToastDispatcher>(platform_.runLoop); });
 }
 
+ChimePlayer& AppEnvironment::chimePlayer() {
+    return filled(chimePlayer_, [this] {
+        return std::make_unique<ChimePlayer>(settingsStore(), platform_.sounds);
+    });
+}
+
 TimerEngine& AppEnvironment::timerEngine() {
     return filled(timerEngine_, [this] {
         const EngineCollaborators collaborators{
@@ -134,7 +140,7 @@ TimerEngine& AppEnvironment::timerEngine() {
 OverlayManager& AppEnvironment::overlayManager() {
     return filled(overlayManager_, [this] {
         const OverlayRecords records{&breakLog(),        &dailyCounter(), &penaltyEngine(),
-                                     &postponeService(), nullptr,         &toastDispatcher()};
+                                     &postponeService(), &chimePlayer(),  &toastDispatcher()};
         return std::make_unique<OverlayManager>(OverlayManager::Services{
             platform_.preferences, settingsStore(), timerEngine(), platform_.overlayWindows,
             platform_.displays, platform_.systemEvents, platform_.motion, platform_.haptics,

@@ -10,6 +10,7 @@
 #include "core/settings/settings_store.h"
 #include "menubar/ostrel_notification_center.h"
 #include "menubar/toast_dispatcher.h"
+#include "overlay/chime_player.h"
 #include "overlay/overlay_manager.h"
 #include "presence/meeting_watcher.h"
 #include "records/break_log.h"
@@ -55,6 +56,7 @@ class AppEnvironment {
     [[nodiscard]] MeetingWatcher* meetingWatcher();
     [[nodiscard]] OstrelNotificationCenter& notificationCenter();
     [[nodiscard]] ToastDispatcher& toastDispatcher();
+    [[nodiscard]] ChimePlayer& chimePlayer();
     [[nodiscard]] TimerEngine& timerEngine();
     [[nodiscard]] OverlayManager& overlayManager();
 
@@ -78,6 +80,7 @@ class AppEnvironment {
     std::unique_ptr<DayEndAnnouncer> dayEndAnnouncer_;
     std::unique_ptr<ReportSummaryView> reportSummary_;
     std::unique_ptr<MeetingWatcher> meetingWatcher_;
+    std::unique_ptr<ChimePlayer> chimePlayer_;
     std::unique_ptr<TimerEngine> timerEngine_;
     std::unique_ptr<OverlayManager> overlayManager_;
     std::vector<Subscription> subscriptions_;

@@ -15,6 +15,7 @@
 #include "platform/api/motion_settings.h"
 #include "platform/api/preferences_store.h"
 #include "platform/api/run_loop.h"
+#include "platform/api/sound_player.h"
 #include "platform/api/system_events.h"
 #include "platform/api/system_notifications.h"
 
@@ -37,6 +38,7 @@ struct Platform {
     SystemEvents& systemEvents;
     const MotionSettings& motion;
     Haptics& haptics;
+    SoundLibrary& sounds;
     const InputIdle& inputIdle;
     SystemNotifications& notifications;
     OverlayWindowMaker& overlayWindows;

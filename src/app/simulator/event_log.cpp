@@ -130,6 +130,12 @@ std::vector<Subscription> EventLog::watchPlatform() {
     watching.push_back(platform_.haptics.played.subscribe([this](int pattern) {
         print("haptic", {{"pattern", pattern}});
     }));
+    watching.push_back(platform_.sounds.played.subscribe(
+        [this](const std::string& name, VirtualSounds::Beginning beginning) {
+            constexpr std::string_view kPrefix = "chime-";
+            print("chime", {{"which", name.substr(kPrefix.size())},
+                            {"restarted", beginning == VirtualSounds::Beginning::restarted}});
+        }));
     return watching;
 }
 
@@ -296,7 +302,8 @@ void EventLog::printSnapshot(AppEnvironment& environment, const Json& label) {
          {"dailyCounter", asJson(*environment.dailyCounter().model())},
          {"unconsumedPenaltySec", *environment.penaltyEngine().unconsumedPenaltySec()},
          {"recentSkipCount", environment.penaltyEngine().recentSkipCount()},
-         {"remainingPostpones", environment.postponeQuota().remainingAt(platform_.runLoop.wallNow())},
+         {"remainingPostpones",
+          environment.postponeQuota().remainingAt(platform_.runLoop.wallNow())},
          {"overlay", overlay},
          {"menuBar", menuBarFields(menuBarContext(engine, environment.sessionStateStore(),
                                                   environment.settingsStore()))},

@@ -9,6 +9,7 @@
 #include "platform/virtual/virtual_devices.h"
 #include "platform/virtual/virtual_notifications.h"
 #include "platform/virtual/virtual_run_loop.h"
+#include "platform/virtual/virtual_sounds.h"
 
 namespace ostrel {
 
@@ -29,6 +30,7 @@ class VirtualPlatform {
                 systemEvents,
                 motion,
                 haptics,
+                sounds,
                 inputIdle,
                 notifications,
                 overlayWindows,
@@ -46,6 +48,7 @@ class VirtualPlatform {
     SystemEvents systemEvents;
     VirtualMotionSettings motion;
     VirtualHaptics haptics;
+    VirtualSounds sounds{runLoop};
     VirtualInputIdle inputIdle;
     VirtualNotifications notifications{runLoop, calendar, [this] { return runLoop.wallNow(); }};
     RecordingWindows overlayWindows;

@@ -60,6 +60,8 @@ class TimerEngine {
 
     [[nodiscard]] const Published<TimerState>& state() const { return state_; }
     [[nodiscard]] bool eyeMergedIntoBody() const { return eyeMergedIntoBody_; }
+    // Whether, as things stand, the next eye break will be part of the body break.
+    [[nodiscard]] bool eyeJoinsBody() const { return eyeMergedIntoBody_ || eyeWillMerge(); }
     [[nodiscard]] bool isDeferring() const { return deferralStartedAt_.has_value(); }
     [[nodiscard]] std::int64_t activeIntervalSec(BreakKind kind) const;
 

@@ -1,39 +1,33 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusVariant>
-#include <QObject>
-#include <QVariantMap>
+#include <QString>
+#include <QVariant>
 #include <array>
 
+#include "base/subscription.h"
 #include "platform/api/motion_settings.h"
-
-class QDBusPendingCallWatcher;
 
 namespace ostrel {
 
-// Follows the desktop's wish for little motion through org.freedesktop.portal.Settings: animations
-// switched off in GNOME's or KDE's settings, or the "reduced-motion" appearance.
-//
-// Nothing here waits for an answer: until it arrives, and where there is no portal, animations are
-// on. The environment variable OSTREL_REDUCE_MOTION=1 asks for little motion whatever they say.
-class PortalMotionSettings : public QObject, public MotionSettings {
-    Q_OBJECT
+class PortalSettings;
 
+// The desktop's wish for little motion: animations switched off in GNOME's or KDE's settings, or
+// the "reduced-motion" appearance.
+//
+// Where the desktop does not say, animations are on. The environment variable
+// OSTREL_REDUCE_MOTION=1 asks for little motion whatever it says.
+class PortalMotionSettings : public MotionSettings {
   public:
-    explicit PortalMotionSettings(QDBusConnection bus = QDBusConnection::sessionBus());
+    explicit PortalMotionSettings(const PortalSettings& portal);
 
     [[nodiscard]] bool reduceMotion() const override;
 
   private:
-    Q_SLOT void take(const QString& group, const QString& key, const QDBusVariant& value);
-    void askForAll();
-    void takeAll(const QDBusPendingCallWatcher& answer);
-    void takeValue(const QString& group, const QString& key, QVariant value);
+    void take(const QString& group, const QString& key, const QVariant& value);
 
-    QDBusConnection bus_;
     bool forced_ = false;
     std::array<bool, 3> asksForLess_{};  // per setting
+    Subscription changes_;
 };
 
 }  // namespace ostrel

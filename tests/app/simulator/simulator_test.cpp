@@ -172,6 +172,23 @@ TEST(SimulatorTest, FailureToEncodeLosesNothing) {
     EXPECT_EQ(settings["dailyGoalBreaks"], 9);
 }
 
+TEST(SimulatorTest, ChimesSoundWhereTheModeSaysAndOverNoOther) {
+    const auto lines = run(R"({"durationSec": 2100, "steps": [
+        {"at": 0, "settings": {"eyeBreakDurationSec": 20}},
+        {"at": 100, "startNow": "eye"}, {"at": 100.5, "overlay": "skip"}, {"at": 101, "startNow": "eye"},
+        {"at": 200, "settings": {"chimeMode": "end"}}, {"at": 300, "startNow": "eye"},
+        {"at": 400, "settings": {"chimeMode": "both", "eyePresentation": "gentle"}},
+        {"at": 450, "user": "away"}, {"at": 500, "startNow": "eye"},
+        {"at": 600, "user": "active"}, {"at": 700, "startNow": "eye"},
+        {"at": 900, "settings": {"chimeMode": "off"}}, {"at": 1000, "startNow": "body"}]})");
+    // The skip of the first break made the second one 90 s longer; nobody rested beside the card of
+    // second 700.
+    EXPECT_EQ(events(lines, {"chime"}, {"which", "restarted"}),
+              (Events{"100 chime start false", "101 chime start true", "211 chime end false",
+                      "320 chime end false", "500 chime start false", "520 chime end false",
+                      "700 chime start false"}));
+}
+
 TEST(SimulatorTest, BreakOnScreenIsClosedByQuitting) {
     EXPECT_EQ(breaks(R"({"durationSec": 2000, "steps": [{"at": 1210, "relaunchAfterSec": 10}]})"),
               (Events{"1200 overlay.opened eye", "1210 overlay.closed eye forcedBySleep"}));

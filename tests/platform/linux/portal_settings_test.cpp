@@ -9,6 +9,8 @@
 #include <string>
 
 #include "platform/linux/event_loop.h"
+#include "platform/linux/portal_appearance_settings.h"
+#include "platform/linux/portal_settings.h"
 #include "platform/linux/private_bus.h"
 
 namespace ostrel {
@@ -77,7 +79,7 @@ class Portal : public QDBusVirtualObject {
     bool asked_ = false;
 };
 
-struct PortalMotionSettingsTest : ::testing::Test {
+struct PortalSettingsTest : ::testing::Test {
     PrivateBus bus;
 
     void SetUp() override {
@@ -87,7 +89,7 @@ struct PortalMotionSettingsTest : ::testing::Test {
     }
 };
 
-TEST_F(PortalMotionSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
+TEST_F(PortalSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
     struct Case {
         const char* group;
         const char* key;
@@ -113,7 +115,8 @@ TEST_F(PortalMotionSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
     for (const Case& c : cases) {
         const std::string label = std::string(c.key) + "=" + c.value.toString().toStdString();
         portal.reply = settingsOf(QLatin1String(c.group), QLatin1String(c.key), c.value);
-        const PortalMotionSettings settings(bus.connection(kClientName));
+        const PortalSettings source(bus.connection(kClientName));
+        const PortalMotionSettings settings(source);
         EXPECT_FALSE(settings.reduceMotion()) << "before any answer";
         ASSERT_TRUE(portal.wasAsked());
         bus.settle(kClientName, kPortalName);
@@ -122,8 +125,9 @@ TEST_F(PortalMotionSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
     }
 }
 
-TEST_F(PortalMotionSettingsTest, APortalThatAppearsLaterIsAskedAndItsChangesAreFollowed) {
-    const PortalMotionSettings settings(bus.connection(kClientName));
+TEST_F(PortalSettingsTest, APortalThatAppearsLaterIsAskedAndItsChangesAreFollowed) {
+    const PortalSettings source(bus.connection(kClientName));
+    const PortalMotionSettings settings(source);
     bus.settle(kClientName, kPortalName);
     EXPECT_FALSE(settings.reduceMotion());
 
@@ -141,21 +145,49 @@ TEST_F(PortalMotionSettingsTest, APortalThatAppearsLaterIsAskedAndItsChangesAreF
     EXPECT_TRUE(runUntil([&] { return settings.reduceMotion(); }));
 }
 
-TEST_F(PortalMotionSettingsTest, NonsenseAnswersAndAMissingBusLeaveAnimationsOn) {
+TEST_F(PortalSettingsTest, NonsenseAnswersAndAMissingBusLeaveAnimationsOn) {
     Portal portal(bus.connection(kPortalName));
     portal.appear();
     for (const QVariant& nonsense :
          {QVariant(7), QVariant(QStringLiteral("a")), QVariant(QVariantMap{{kGnome, false}})}) {
         portal.reply = nonsense;
-        const PortalMotionSettings settings(bus.connection(kClientName));
+        const PortalSettings source(bus.connection(kClientName));
+        const PortalMotionSettings settings(source);
         ASSERT_TRUE(portal.wasAsked());
         bus.settle(kClientName, kPortalName);
         EXPECT_FALSE(settings.reduceMotion());
     }
-    EXPECT_FALSE(PortalMotionSettings(QDBusConnection(QStringLiteral("none"))).reduceMotion());
+    const PortalSettings none(QDBusConnection(QStringLiteral("none")));
+    EXPECT_FALSE(PortalMotionSettings(none).reduceMotion());
     qputenv("OSTREL_REDUCE_MOTION", "1");
-    EXPECT_TRUE(PortalMotionSettings(QDBusConnection(QStringLiteral("none"))).reduceMotion());
+    EXPECT_TRUE(PortalMotionSettings(none).reduceMotion());
     qunsetenv("OSTREL_REDUCE_MOTION");
+}
+
+TEST_F(PortalSettingsTest, TheColourSchemeIsToldAndAMissingOneIsNoPreference) {
+    Portal portal(bus.connection(kPortalName));
+    portal.appear();
+    const QString group = QStringLiteral("org.freedesktop.appearance");
+    const QString key = QStringLiteral("color-scheme");
+    portal.reply = settingsOf(group, key, 1U);
+    const PortalSettings source(bus.connection(kClientName));
+    const PortalAppearanceSettings settings(source);
+    int changes = 0;
+    const Subscription counting = settings.changed.subscribe([&changes] { ++changes; });
+    EXPECT_EQ(settings.prefersDark(), std::nullopt) << "before any answer";
+    ASSERT_TRUE(portal.wasAsked());
+    EXPECT_TRUE(runUntil([&] { return settings.prefersDark() == true; }));
+
+    portal.announce(group, key, 1U);
+    portal.announce(group, key, 2U);
+    EXPECT_TRUE(runUntil([&] { return settings.prefersDark() == false; }));
+    EXPECT_EQ(changes, 2);
+    portal.announce(group, key, 0U);
+    EXPECT_TRUE(runUntil([&] { return !settings.prefersDark(); }));
+    portal.announce(group, key, 1U);
+    portal.announce(group, key, QStringLiteral("dark"));
+    EXPECT_TRUE(runUntil([&] { return changes == 5; }));
+    EXPECT_EQ(settings.prefersDark(), std::nullopt) << "what it does not understand";
 }
 
 }  // namespace
