@@ -61,8 +61,9 @@ struct StatusNotifierTest : ::testing::Test {
     int watchers = 0;
     std::unique_ptr<FakeWatcher> watcher;
     OverlayBench bench;
-    StatusMenu::Services services{bench.engine(), bench.session(), bench.settings(),
-                                  bench.overlay(), [] {}};
+    DailyCounter counter{bench.counterServices()};
+    StatusMenu::Services services{bench.engine(),  bench.session(), bench.settings(),
+                                  bench.overlay(), counter,         [] {}};
 };
 
 TEST_F(StatusNotifierTest, RegistersByItsNameWithEveryWatcherThatComes) {
