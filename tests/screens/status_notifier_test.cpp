@@ -99,7 +99,7 @@ TEST_F(StatusNotifierTest, SaysAllThatAHostAsksFor) {
         // Alpha comes first: nothing in the corner, all of the disc in the middle of the upper
         // edge.
         EXPECT_EQ(icon.bytes[0], '\0') << icon.width;
-        EXPECT_NE(icon.bytes[icon.bytes.size() / 2 + 2 * icon.width], '\0');
+        EXPECT_NE(icon.bytes[icon.bytes.size() / 2 + qsizetype{2} * icon.width], '\0');
     }
 }
 
