@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/checked_seconds.h"
+
 namespace ostrel::StatusIcon {
 namespace {
 
@@ -27,13 +29,28 @@ QString labelOf(std::int64_t shownSec) {
         return QStringLiteral("%1").arg(std::max<std::int64_t>(shownSec, 0), 2, 10,
                                         QLatin1Char('0'));
     }
-    const std::int64_t minutes = (shownSec - 1) / kMinute + 1;
+    const std::int64_t minutes = wholeMinutesUp(shownSec) / kMinute;
     return minutes < 100 ? QString::number(minutes)
                          : QStringLiteral("%1h").arg((minutes + kHour / 2) / kHour);
 }
 
+// From 0 to 1: of the whole minutes that the number tells.
+double ringFraction(const MenuBarFormatter::Output& output, const Remaining& remaining) {
+    const double fraction =
+        output.nearest == MenuBarFormatter::Channel::eye ? output.eyeFraction : output.bodyFraction;
+    const std::int64_t shownSec = addSec(remaining.nearestSec, remaining.penaltySec);
+    if (shownSec < kMinute || remaining.nearestSec <= 0) {
+        return fraction;
+    }
+    const auto told = static_cast<double>(wholeMinutesUp(shownSec) - remaining.penaltySec);
+    return std::min(fraction * told / static_cast<double>(remaining.nearestSec), 1.0);
+}
+
+// Without a number in it the ring may be bolder.
 void drawRing(QPainter& painter, const Face& face, double side) {
-    const double stroke = side * 0.095;
+    const bool isBare =
+        face.label.isEmpty() && (face.status == Status::running || face.status == Status::away);
+    const double stroke = side * (isBare ? 0.18 : 0.095);
     const double inset = stroke / 2 + side * 0.055;
     const QRectF circle = QRectF(0, 0, side, side).adjusted(inset, inset, -inset, -inset);
     painter.setBrush(Qt::NoBrush);
@@ -91,16 +108,20 @@ void drawPower(QPainter& painter, double side) {
 
 }  // namespace
 
-Face faceOf(const MenuBarFormatter::Output& output, std::int64_t shownSec) {
+std::int64_t wholeMinutesUp(std::int64_t seconds) {
+    return ((seconds - 1) / kMinute + 1) * kMinute;
+}
+
+Face faceOf(const MenuBarFormatter::Output& output, const Remaining& remaining) {
     Face face;
     face.status = output.status;
     if (output.status == Status::off) {
         return face;
     }
-    const double fraction =
-        output.nearest == MenuBarFormatter::Channel::eye ? output.eyeFraction : output.bodyFraction;
-    face.ringSteps = static_cast<int>(std::lround(fraction * Face::kRingSteps));
+    face.ringSteps =
+        static_cast<int>(std::lround(ringFraction(output, remaining) * Face::kRingSteps));
     if (output.status != Status::paused) {
+        const std::int64_t shownSec = addSec(remaining.nearestSec, remaining.penaltySec);
         face.label = labelOf(shownSec);
         face.isLastMinute = shownSec < kMinute;
         face.penaltyPending = output.penaltyPending;

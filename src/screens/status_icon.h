@@ -17,7 +17,7 @@ struct Face {
     static constexpr int kRingSteps = 24;
 
     MenuBarFormatter::Status status = MenuBarFormatter::Status::running;
-    QString label;  // minutes, or seconds in the last one
+    QString label;  // minutes, or seconds in the last one; empty where it is shown elsewhere
     bool isLastMinute = false;
     int ringSteps = 0;  // of kRingSteps
     bool penaltyPending = false;
@@ -25,8 +25,17 @@ struct Face {
     bool operator==(const Face&) const = default;
 };
 
-// `shownSec`: seconds until the nearest break, its penalty included.
-[[nodiscard]] Face faceOf(const MenuBarFormatter::Output& output, std::int64_t shownSec);
+// What the number is made of.
+struct Remaining {
+    std::int64_t nearestSec = 0;  // until the nearest break
+    std::int64_t penaltySec = 0;  // that is added to it
+};
+
+// The ring moves when the number does, so that there is one picture a minute.
+[[nodiscard]] Face faceOf(const MenuBarFormatter::Output& output, const Remaining& remaining);
+
+// Of a positive number of seconds, the least whole minutes that hold them, in seconds.
+[[nodiscard]] std::int64_t wholeMinutesUp(std::int64_t seconds);
 
 [[nodiscard]] QPixmap draw(const Face& face, int side);
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QDBusMessage>
 #include <QSystemTrayIcon>
 #include <algorithm>
 
@@ -9,22 +10,43 @@
 #include "core/settings/settings_store.h"
 #include "menubar/menu_bar_context.h"
 #include "overlay/overlay_manager.h"
+#include "screens/label_hosts.h"
 #include "screens/texts.h"
 
 namespace ostrel {
 namespace {
 
-QString roughCountdown(std::int64_t seconds) {
-    constexpr std::int64_t kMinute = 60;
-    const std::int64_t shown =
-        seconds > kMinute ? ((seconds - 1) / kMinute + 1) * kMinute : seconds;
-    return QString::fromStdString(MenuBarFormatter::countdownText(shown));
+constexpr std::int64_t kMinute = 60;
+
+QString countdown(std::int64_t seconds) {
+    return QString::fromStdString(MenuBarFormatter::countdownText(seconds));
+}
+
+// Seconds until the tooltip's nearest time next changes; all its times change then, and no other
+// time does.
+std::int64_t untilChange(std::int64_t nearestSec) {
+    return nearestSec > kMinute ? StatusIcon::wholeMinutesUp(nearestSec) - nearestSec : 0;
+}
+
+QString roughCountdown(std::int64_t seconds, std::int64_t untilChangeSec) {
+    if (seconds <= kMinute) {
+        return countdown(seconds);
+    }
+    const std::int64_t atChange = addSec(seconds, untilChangeSec);
+    return countdown((atChange + kMinute / 2) / kMinute * kMinute);
 }
 
 }  // namespace
 
-StatusItem::StatusItem(const StatusMenu::Services& services)
-    : services_(services), menu_(services), trayWatch_([this] { appear(); }) {
+StatusItem::StatusItem(const StatusMenu::Services& services, const QDBusConnection& bus)
+    : services_(services),
+      bus_(bus),
+      menu_(services),
+      menuExport_(bus, menu_),
+      item_(bus, MenuExport::kPath),
+      registration_(bus),
+      isLabelDesktop_(LabelHosts::isOneOf(qEnvironmentVariable("XDG_CURRENT_DESKTOP"))),
+      trayWatch_([this] { settle(); }) {
     const auto refreshAll = [this] {
         menu_.refresh();
         refresh();
@@ -38,6 +60,9 @@ StatusItem::StatusItem(const StatusMenu::Services& services)
         services_.settingsStore.settings().onChange([refreshAll](const auto&) { refreshAll(); }));
     subscriptions_.push_back(
         services_.timerEngine.holdBegan.subscribe([this](auto) { menu_.refresh(); }));
+    subscriptions_.push_back(registration_.hostChanged.subscribe([this] { settle(); }));
+    subscriptions_.push_back(item_.labelReadersChanged.subscribe([this] { refresh(); }));
+    subscriptions_.push_back(item_.menuRequested.subscribe([this] { popUpMenu(); }));
     refresh();
 }
 
@@ -48,48 +73,80 @@ void StatusItem::popUpMenu() {
 }
 
 void StatusItem::tellNotSaved() {
-    isUnsavedTold_ = static_cast<bool>(icon_);
-    if (icon_) {
-        icon_->showMessage(QApplication::applicationDisplayName(), Texts::of("notice.not_saved"));
+    const QString title = QApplication::applicationDisplayName();
+    const QString text = Texts::of("notice.not_saved");
+    isUnsavedTold_ = isHosted() || trayIcon_;
+    if (isHosted()) {
+        notify(title, text);
+    } else if (trayIcon_) {
+        trayIcon_->showMessage(title, text);
     }
 }
 
-void StatusItem::appear() {
-    icon_ = std::make_unique<QSystemTrayIcon>();
-    icon_->setContextMenu(&menu_);
+// The toolkit decides once for each process whether its icons are StatusNotifierItems, when the
+// first of them is made. Made only where there is no host, they never are: no two icons show.
+void StatusItem::settle() {
     face_.reset();
+    if (isHosted()) {
+        trayIcon_.reset();
+    } else if (registration_.hasHost() && !trayIcon_ && TrayWatch::isThere()) {
+        makeTrayIcon();
+    }
     refresh();
-    icon_->setToolTip(toolTip_);
-    QObject::connect(icon_.get(), &QSystemTrayIcon::activated, &menu_, [this](auto reason) {
-        if (reason == QSystemTrayIcon::Trigger) {
-            popUpMenu();
-        }
-    });
-    icon_->show();
+    if (trayIcon_) {
+        trayIcon_->show();
+    }
     if (!isUnsavedTold_) {
         tellNotSaved();
     }
 }
 
+void StatusItem::makeTrayIcon() {
+    trayIcon_ = std::make_unique<QSystemTrayIcon>();
+    trayIcon_->setContextMenu(&menu_);
+    QObject::connect(trayIcon_.get(), &QSystemTrayIcon::activated, &menu_, [this](auto reason) {
+        if (reason == QSystemTrayIcon::Trigger) {
+            popUpMenu();
+        }
+    });
+}
+
 void StatusItem::refresh() {
     const MenuBarFormatter::Context context =
         menuBarContext(services_.timerEngine, services_.sessionStateStore, services_.settingsStore);
-    const std::int64_t shownSec =
-        addSec(MenuBarFormatter::nearestChannel(context.state).remainingSec,
-               std::max<std::int64_t>(context.pendingPenalty, 0));
-    const StatusIcon::Face face = StatusIcon::faceOf(MenuBarFormatter::format(context), shownSec);
-    if (face != face_) {
-        face_ = face;
-        if (icon_) {
-            icon_->setIcon(StatusIcon::icon(face));
-        }
+    const MenuBarFormatter::Output output = MenuBarFormatter::format(context);
+    const std::int64_t penaltySec = std::max<std::int64_t>(context.pendingPenalty, 0);
+    StatusIcon::Face face = StatusIcon::faceOf(
+        output, {MenuBarFormatter::nearestChannel(context.state).remainingSec, penaltySec});
+    QString label;
+    if ((isLabelDesktop_ || item_.isLabelRead()) && !face.label.isEmpty()) {
+        label = QString::fromStdString(output.title);
+        face.label.clear();
     }
-    if (const QString toolTip = composeToolTip(); toolTip != toolTip_) {
-        toolTip_ = toolTip;
-        if (icon_) {
-            icon_->setToolTip(toolTip);
-        }
+    toolTip_ = composeToolTip();
+    show(face, label);
+}
+
+void StatusItem::show(const StatusIcon::Face& face, const QString& label) {
+    if (!isHosted() && !trayIcon_) {
+        return;
     }
+    const bool isNewFace = face_ != face;
+    face_ = face;
+    if (!isHosted()) {
+        if (isNewFace) {
+            trayIcon_->setIcon(StatusIcon::icon(face));
+        }
+        if (trayIcon_->toolTip() != toolTip_) {
+            trayIcon_->setToolTip(toolTip_);
+        }
+        return;
+    }
+    if (isNewFace) {
+        item_.setIcon(StatusIcon::icon(face));
+    }
+    item_.setToolTip(toolTip_);
+    item_.setLabel(label);
 }
 
 QString StatusItem::composeToolTip() const {
@@ -100,12 +157,27 @@ QString StatusItem::composeToolTip() const {
         return Texts::of("menubar.tooltip.on") + QLatin1Char('\n') + held;
     }
     const TimerState& state = *services_.timerEngine.state();
+    const std::int64_t wait = untilChange(MenuBarFormatter::nearestChannel(state).remainingSec);
     const QStringList lines{
         Texts::of("menubar.tooltip.default"),
-        Texts::of("menubar.status.next_eye %@", {roughCountdown(state.eye.remainingSec)}),
-        Texts::of("menubar.status.next_body %@", {roughCountdown(state.body.remainingSec)}),
+        Texts::of("menubar.status.next_eye %@", {roughCountdown(state.eye.remainingSec, wait)}),
+        Texts::of("menubar.status.next_body %@", {roughCountdown(state.body.remainingSec, wait)}),
     };
     return lines.join(QLatin1Char('\n'));
+}
+
+// Over the Desktop Notifications Specification, as the X11 tray's own messages are for X11 trays
+// only.
+void StatusItem::notify(const QString& title, const QString& text) {
+    constexpr uint kReplacesNone = 0;
+    constexpr int kServerDecidesHowLong = -1;
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.Notifications"),
+        QStringLiteral("/org/freedesktop/Notifications"),
+        QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("Notify"));
+    call.setArguments({title, kReplacesNone, QStringLiteral("dialog-warning"), title, text,
+                       QStringList(), QVariantMap(), kServerDecidesHowLong});
+    bus_.send(call);
 }
 
 }  // namespace ostrel

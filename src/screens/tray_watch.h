@@ -3,34 +3,26 @@
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <functional>
-#include <memory>
-
-class QDBusServiceWatcher;
 
 namespace ostrel {
 
-// Waits for something that can show a status item: a StatusNotifierHost on the session bus or an
-// X11 tray.
-//
-// The toolkit looks for one a single time, at the first icon; an icon made too early is never seen.
+// Tells of an X11 tray, the one that is there and those that come later. Without X11 there is none.
 class TrayWatch : public QObject, public QAbstractNativeEventFilter {
-    Q_OBJECT
-
   public:
-    // `onAvailable` is called once, never from within the constructor. Without a bus and without
-    // X11 it never is.
-    explicit TrayWatch(std::function<void()> onAvailable);
+    // `onTray` is never called from within the constructor.
+    explicit TrayWatch(std::function<void()> onTray);
+    TrayWatch(const TrayWatch&) = delete;
+    TrayWatch& operator=(const TrayWatch&) = delete;
     ~TrayWatch() override;
+
+    [[nodiscard]] static bool isThere();
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
   private:
-    Q_SLOT void askForHost();
-    void lookForTray();
-    void found();
+    void look();
 
-    std::function<void()> onAvailable_;
-    std::unique_ptr<QDBusServiceWatcher> serviceWatcher_;
+    std::function<void()> onTray_;
 };
 
 }  // namespace ostrel

@@ -24,7 +24,7 @@ TEST(StatusIcon, ShowsMinutesThenSecondsAndNoTimeWhileNothingRuns) {
     for (const auto& [status, seconds, label] : cases) {
         Output output;
         output.status = status;
-        EXPECT_EQ(StatusIcon::faceOf(output, seconds).label.toStdString(), label)
+        EXPECT_EQ(StatusIcon::faceOf(output, {seconds, 0}).label.toStdString(), label)
             << nameOf(status) << " " << seconds;
     }
 }
@@ -42,13 +42,13 @@ TEST(StatusIcon, EveryFaceIsAPictureOfItsOwn) {
     body.nearest = MenuBarFormatter::Channel::body;
     std::vector<QImage> pictures;
     for (const Output& output : {running, paused, off, penalty, body}) {
-        const QImage picture = StatusIcon::draw(StatusIcon::faceOf(output, 600), 22).toImage();
+        const QImage picture = StatusIcon::draw(StatusIcon::faceOf(output, {600, 0}), 22).toImage();
         for (const QImage& other : pictures) {
             EXPECT_NE(picture, other);
         }
         pictures.push_back(picture);
     }
-    EXPECT_EQ(StatusIcon::draw(StatusIcon::faceOf(running, 599), 22).toImage(), pictures.front())
+    EXPECT_EQ(StatusIcon::draw(StatusIcon::faceOf(running, {599, 0}), 22).toImage(), pictures.front())
         << "the second within a minute cannot be seen";
 }
 

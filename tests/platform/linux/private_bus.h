@@ -46,6 +46,8 @@ class PrivateBus {
 
     [[nodiscard]] bool isThere() const { return !address_.isEmpty(); }
 
+    [[nodiscard]] QString address() const { return address_; }
+
     // The connection of that name, a new one if need be.
     [[nodiscard]] QDBusConnection connection(const QString& name) {
         names_.push_back(name);
