@@ -112,7 +112,8 @@ void OstrelNotificationCenter::postBreakSoon(BreakKind kind, std::int64_t leadSe
                                                       : "notification.break_soon.body.title"),
                           leadText(leadSec),
                           {{"kind", name}},
-                          {}});
+                          {},
+                          NotificationSound::standard});
 }
 
 void OstrelNotificationCenter::cancelBreakSoon() {

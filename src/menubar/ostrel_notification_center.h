@@ -52,6 +52,7 @@ class OstrelNotificationCenter : public BreakNotifying,
     void postBreakSoon(BreakLogEntry::Kind kind, std::int64_t leadSec, bool canPostpone) override;
     void cancelBreakSoon() override;
     void schedulePauseForgotten(WallTime fireAt) override;
+    void restorePauseForgotten(WallTime fireAt) override { pauseForgottenAt_ = fireAt; }
     void cancelPauseForgotten() override;
     void postSkipStreak(std::int64_t count) override;
     void postDayEnd(std::int64_t completed, std::int64_t goal) override;

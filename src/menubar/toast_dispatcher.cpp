@@ -124,6 +124,12 @@ void ToastDispatcher::dismiss() {
     }
 }
 
+void ToastDispatcher::dismissCounting() {
+    if (countdownTimer_) {
+        dismiss();
+    }
+}
+
 void ToastDispatcher::takeOff() {
     clearTimer_.cancel();
     countdownTimer_.cancel();
@@ -152,8 +158,12 @@ bool ToastDispatcher::press(std::string_view actionID) {
         return false;
     }
     const std::function<void()> handler = found->handler;
-    dismiss();
+    const std::string id = (*currentToast_)->id;
+    // While it is still there nothing that is raised meanwhile comes up just to be taken off.
     handler();
+    if (isToastOnScreen() && (*currentToast_)->id == id) {
+        dismiss();
+    }
     return true;
 }
 

@@ -46,6 +46,7 @@ class ToastDispatcher : public EngineToasts, public GentleCardPresenting {
 
     // Takes the current toast off and puts up the next; a card stays.
     void dismiss() override;
+    void dismissCounting() override;
 
     // Presses a button of the current toast, which goes then; false when it has no such button.
     bool press(std::string_view actionID);

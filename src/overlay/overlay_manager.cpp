@@ -280,7 +280,7 @@ KeyOutcome OverlayManager::handleKey(std::uint32_t virtualKeyCode) {
         close(CloseReason::done);
         return KeyOutcome::done;
     }
-    if (virtualKeyCode == kPKey && canPostpone()) {
+    if (virtualKeyCode == kPKey && enables(OverlayAction::postpone)) {
         close(CloseReason::postponed);
         return KeyOutcome::postpone;
     }

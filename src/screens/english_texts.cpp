@@ -16,7 +16,10 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"overlay.title.ended", "That was your break"},
     {"overlay.window.eye", "Eye break"},
     {"overlay.window.body", "Body break"},
-    {"overlay.banner.penalty %lld", "This break is %lld s longer for the skip before"},
+    {"overlay.banner.penalty %lld %lld",
+     "You skipped %lld breaks: this one is %lld seconds longer"},
+    {"overlay.banner.penalty %lld %lld#one",
+     "You skipped a break: this one is %2$lld seconds longer"},
     {"overlay.skip.cost %lld", "Skipping makes your next eye break %lld seconds longer"},
     {"overlay.banner.close", "Close this note"},
     {"overlay.time.minutes_left %lld", "Up to %lld minutes left"},
@@ -27,7 +30,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     // Its actions. The hints are read out by screen readers.
     {"action.done", "Done"},
     {"action.skip", "Skip"},
-    {"action.skip.cost %lld", "Skip: the next break +%lld s"},
+    {"action.skip.cost %lld", "Skip (next eye break +%lld s)"},
     {"action.postpone_5", "Postpone by five minutes"},
     {"action.done.hint", "Dismisses the overlay once the countdown reaches zero."},
     {"action.skip.hint", "Skips the current break and adds a penalty to the next one."},
@@ -63,7 +66,8 @@ constexpr auto kEnglish = std::to_array<Entry>({
      "times each way."},
     {"guide.body.wrist_stretch.title", "Wrist stretch"},
     {"guide.body.wrist_stretch.instruction",
-     "Put your palms together before your chest and lower them slowly until the wrists stretch. "
+     "Put your palms together in front of your chest and lower them slowly until the wrists "
+     "stretch. "
      "Stay for three breaths, let go, and repeat."},
     {"guide.body.water_walk.title", "Water walk"},
     {"guide.body.water_walk.instruction",
@@ -71,7 +75,8 @@ constexpr auto kEnglish = std::to_array<Entry>({
      "back."},
     {"guide.body.quad_stretch.title", "Thigh stretch"},
     {"guide.body.quad_stretch.instruction",
-     "Hold on to something steady, take one foot and draw the heel gently towards your seat, knees "
+     "Hold on to something steady, take one foot and draw the heel gently towards your bottom, "
+     "knees "
      "together. Half a minute each side."},
     {"guide.body.deep_breaths.title", "Deep breaths"},
     {"guide.body.deep_breaths.instruction",
@@ -90,7 +95,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"guide.eye.figure_eight.title", "Figure eight"},
     {"guide.eye.figure_eight.instruction",
      "Imagine a large eight lying on its side, three metres away. Follow its line slowly with your "
-     "eyes, the head still, and turn round now and then."},
+     "eyes, the head still, and change direction now and then."},
     {"guide.eye.slow_blinks.title", "Slow blinks"},
     {"guide.eye.slow_blinks.instruction",
      "Let your eyes fall shut, keep them closed for two seconds, and open them again. Repeat it "
@@ -120,10 +125,10 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"toast.pre_break.body %lld", "Body break in %lld seconds"},
     {"toast.pre_break.body %lld#one", "Body break in a second"},
     {"toast.pause_ended", "The pause is over"},
-    {"toast.postpone.none_left", "No postpone is left this hour"},
+    {"toast.postpone.none_left", "No postpones left this hour"},
     {"toast.hotkey_refused %@", "The shortcut %@ belongs to another program"},
     {"toast.break_held", "Your break waits until you are free"},
-    {"toast.break_dropped", "You were busy for long, so this break was dropped"},
+    {"toast.break_dropped", "You were busy too long, so this break was dropped"},
     {"toast.away_credit.both %lld", "%lld minutes away count as both of your breaks"},
     {"toast.away_credit.both %lld#one", "A minute away counts as both of your breaks"},
     {"toast.away_credit.eye %lld", "%lld minutes away count as an eye break"},
@@ -143,7 +148,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"notification.still_paused.title", "Your breaks are still paused"},
     {"notification.still_paused.body",
      "They have been for an hour or more. Resume when you are ready."},
-    {"notification.skip_streak.title", "Your eyes could use a rest"},
+    {"notification.skip_streak.title", "You could use a break"},
     {"notification.skip_streak.body %lld", "You skipped %lld breaks within an hour."},
     {"notification.skip_streak.body %lld#one", "You skipped a break within an hour."},
     {"notification.weekly_report.title", "Your week in breaks"},
@@ -177,7 +182,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"menubar.pause.schedule", "Outside your work hours"},
     {"menubar.pause.until %@", "Until %@"},
     {"menubar.next.until_resume", "No break until then"},
-    {"menubar.next.penalty_reason", "Longer next time, for a skipped break"},
+    {"menubar.next.penalty_reason", "Longer because you skipped a break"},
     {"menubar.today.none", "No break yet today"},
     {"menubar.today.completed %lld %lld", "Today: %lld breaks taken, the goal is %lld"},
     {"menubar.today.completed %lld %lld#one", "Today: %lld break taken, the goal is %lld"},

@@ -120,7 +120,7 @@ void OverlayView::refresh() {
     const bool hasBanner =
         isWhole && isGuided && session->penaltySec > 0 && !*manager_.bannerDismissed();
     if (hasBanner == banner_->isHidden()) {
-        banner_->setPenalty(session->penaltySec);
+        banner_->setPenalty(session->penaltySec, *manager_.recentSkipCount());
         dropFocusFrom(*banner_);
         banner_->setVisible(hasBanner);
         arrange();

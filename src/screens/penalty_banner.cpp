@@ -81,8 +81,9 @@ PenaltyBanner::PenaltyBanner(const OverlayLook& look, std::function<void()> onCl
     QObject::connect(close_, &QAbstractButton::clicked, this, std::move(onClose));
 }
 
-void PenaltyBanner::setPenalty(std::int64_t penaltySec) {
-    text_->setText(Texts::of("overlay.banner.penalty %lld", {penaltySec}));
+void PenaltyBanner::setPenalty(std::int64_t penaltySec, std::int64_t recentSkipCount) {
+    text_->setText(Texts::of("overlay.banner.penalty %lld %lld",
+                             {std::max<std::int64_t>(recentSkipCount, 1), penaltySec}));
     setAccessibleName(text_->text());
 }
 

@@ -17,7 +17,7 @@ class PenaltyBanner : public QWidget {
     // `look` outlives the banner.
     PenaltyBanner(const OverlayLook& look, std::function<void()> onClose, QWidget* parent);
 
-    void setPenalty(std::int64_t penaltySec);
+    void setPenalty(std::int64_t penaltySec, std::int64_t recentSkipCount);
 
     // The look has changed.
     void adopt();

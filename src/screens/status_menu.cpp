@@ -86,8 +86,7 @@ StatusMenu::StatusMenu(Services services)
     addSeparator();
     addPauses();
     addSeparator();
-    today_ = addLine();
-    skippedToday_ = addLine();
+    addToday();
     addSeparator();
     addAction(Texts::of("menubar.action.quit"), this, [this] { services_.quit(); });
     setAccessibleName(Texts::of("menubar.tooltip.default"));
@@ -145,6 +144,11 @@ void StatusMenu::addPauses() {
     }
     resume_ = addAction(Texts::of("menubar.action.resume"), this,
                         [this] { services_.timerEngine.endAllPauses(); });
+}
+
+void StatusMenu::addToday() {
+    today_ = addLine();
+    skippedToday_ = addLine();
 }
 
 void StatusMenu::refresh() {

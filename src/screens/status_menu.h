@@ -46,6 +46,7 @@ class StatusMenu : public QMenu {
     QAction* addLine();
     void addBreaks();
     void addPauses();
+    void addToday();
     void refreshCountdowns(const MenuBarSessionDerivedState& state);
     void refreshToday(const MenuBarSessionDerivedState& state);
 

@@ -127,7 +127,6 @@ ToastCard::ToastCard(const Toast& toast, Shade shade,
     setObjectName(QStringLiteral("toast.surface.container"));
     makePieces();
     show(toast);
-    setAccessibleName(message_->text());
 }
 
 void ToastCard::makePieces() {

@@ -18,8 +18,7 @@ class CountdownRing;
 
 // The rounded card of a toast: its symbol or countdown, its words, its buttons.
 //
-// For a screen reader it is an alert whose name are the words as they first stood, so that a text
-// that counts down is read out once.
+// For a screen reader it is an alert, named by whoever shows it.
 class ToastCard : public QWidget {
     Q_OBJECT
 

@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QWidget>
+#include <algorithm>
 #include <utility>
 
 #include "menubar/toast_dispatcher.h"
@@ -38,7 +39,13 @@ ToastSurface::ToastSurface(ToastDispatcher& toasts, const MotionSettings& motion
     : toasts_(toasts),
       motion_(motion),
       shade_(std::move(shade)),
-      toastChanges_(toasts.currentToast().onChange([this](const auto& toast) { follow(toast); })) {}
+      toastChanges_(toasts.currentToast().onChange([this](const auto& toast) { follow(toast); })) {
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this] {
+        if (window_) {
+            place();
+        }
+    });
+}
 
 ToastSurface::~ToastSurface() {
     delete window_;
@@ -50,6 +57,9 @@ void ToastSurface::follow(const std::optional<Toast>& toast) {
     } else if (card_ && toast->id == shownID_) {
         card_->show(*toast);
         place();
+        if (toast->message.key != spokenKey_) {
+            announce(*toast);
+        }
     } else {
         leave();
         enter(*toast);
@@ -68,7 +78,13 @@ void ToastSurface::enter(const Toast& toast) {
     const bool isTranslucent = X11Selections::hasCompositor();
     window_->setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
     card_ = new ToastCard(
-        toast, shade_(), [this](const std::string& actionID) { toasts_.press(actionID); }, window_);
+        toast, shade_(),
+        [this, id = toast.id](const std::string& actionID) {
+            if (id == shownID_) {
+                toasts_.press(actionID);
+            }
+        },
+        window_);
     card_->setShadow(isTranslucent ? kShadow : 0);
     auto* layout = new QVBoxLayout(window_);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -76,12 +92,25 @@ void ToastSurface::enter(const Toast& toast) {
     place();
     window_->show();
     fade(*window_, 1);
+    announce(toast);
+}
+
+// A screen reader tells it once; a text that only counts is no other text.
+void ToastSurface::announce(const Toast& toast) {
+    spokenKey_ = toast.message.key;
+    card_->setAccessibleName(Texts::of(toast.message));
     QAccessibleEvent appeared(card_, QAccessible::Alert);
     QAccessible::updateAccessibility(&appeared);
 }
 
-// To the size of what it says, in its corner.
+// To the size of what it says, in its corner; a display that is gone has none.
 void ToastSurface::place() {
+    const auto isThere = [this](const QScreen* screen) {
+        return screen->availableGeometry() == area_;
+    };
+    if (std::ranges::none_of(QGuiApplication::screens(), isThere)) {
+        area_ = freeAreaAtPointer();
+    }
     const bool isTranslucent = window_->testAttribute(Qt::WA_TranslucentBackground);
     const int shadow = isTranslucent ? kShadow : 0;
     card_->layout()->activate();

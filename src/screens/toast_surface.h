@@ -32,13 +32,15 @@ class ToastSurface : public QObject {
     void enter(const Toast& toast);
     void leave();
     void place();
+    void announce(const Toast& toast);
     QPropertyAnimation* fade(QWidget& window, double to);
 
     ToastDispatcher& toasts_;
     const MotionSettings& motion_;
     std::function<ToastCard::Shade()> shade_;
     std::string shownID_;
-    QRect area_;  // of the display that the toast came up on
+    std::string spokenKey_;  // of the words that were announced
+    QRect area_;             // of the display that the toast came up on
     QPointer<QWidget> window_;
     QPointer<ToastCard> card_;
     Subscription toastChanges_;

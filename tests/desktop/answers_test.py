@@ -80,7 +80,7 @@ class EveryAnswer:
             self.wait_running(lambda: len(self.trace("painted")) >= 2 * count, "the break")
             key("Escape")
             self.wait_for_close(count)
-        self.wait_shown("Your eyes could use a rest")
+        self.wait_shown("You could use a break")
         self.assertEqual(self.server.newest()[1], "You skipped 3 breaks within an hour.")
         self.server.press("Open Ostrel")
         wait_for(self.menu_is_open, "the menu")

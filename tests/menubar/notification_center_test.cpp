@@ -26,7 +26,7 @@ class NotificationTest : public ::testing::Test, public RecordsBench {
     }
     Events take() { return std::exchange(events, {}); }
 
-    VirtualNotifications system{runLoop, calendar, clock()};
+    VirtualNotifications system{runLoop, calendar, systemEvents, clock()};
     std::unique_ptr<OstrelNotificationCenter> center;
     Events events;
     std::vector<NotificationRequest> posted;

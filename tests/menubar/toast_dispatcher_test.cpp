@@ -99,13 +99,18 @@ TEST_F(ToastTest, CountingToastCountsItsSecondsDown) {
 TEST_F(ToastTest, ButtonsRunTheirHandlerOnceAndTakeTheToastOff) {
     Events pressed;
     toasts.show(Message::preBreakBody, 10,
-                {[&] { pressed.emplace_back(toasts.isToastOnScreen() ? "on screen" : "gone"); },
+                {[&] {
+                     pressed.emplace_back("now");
+                     toasts.show(Message::breakHeld, std::nullopt, {});
+                     toasts.dismiss();
+                 },
                  [&] { pressed.emplace_back("later"); }});
     EXPECT_FALSE(toasts.press("skip"));
     EXPECT_TRUE(toasts.press("start_now"));
     EXPECT_FALSE(toasts.press("later"));
-    EXPECT_EQ(pressed, (Events{"gone"}));
-    toasts.show(Message::pauseEnded, std::nullopt, {});
+    EXPECT_EQ(pressed, (Events{"now"}));
+    EXPECT_EQ((*toasts.currentToast())->message.key, "toast.break_held")
+        << "what the press raised is there to be seen";
     EXPECT_TRUE((*toasts.currentToast())->actions.empty());
 }
 

@@ -143,7 +143,7 @@ TEST_F(QtOverlayWindowTest, ABannerSaysWhatASkipCostAndHandsTheFocusToNobody) {
     const auto* banner = surface.findChild<QWidget*>(QStringLiteral("ostrel.overlay.banner"));
     EXPECT_TRUE(banner->isVisible());
     EXPECT_EQ(banner->accessibleName().toStdString(),
-              "This break is 40 s longer for the skip before");
+              "You skipped 2 breaks: this one is 40 seconds longer");
     QAbstractButton* close = button(surface, "ostrel.overlay.banner.close");
     close->setFocus();
     sendKey(surface, Qt::Key_Space);

@@ -34,8 +34,13 @@ Strings placeholders(std::string_view text) {
 TEST(Texts, EveryTextTakesTheArgumentsItsKeyNamesAndIsThereOnce) {
     std::set<std::string_view> keys;
     for (const auto& [key, text] : Texts::english()) {
-        const bool saysANumberInWords = key.ends_with("#one") && placeholders(text).empty();
-        EXPECT_TRUE(saysANumberInWords || placeholders(key) == placeholders(text)) << key;
+        Strings expected = placeholders(key);
+        const bool saysANumberInWords =
+            key.ends_with("#one") && placeholders(text).size() + 1 == expected.size();
+        if (saysANumberInWords) {
+            expected.erase(std::ranges::find(expected, "lld"));
+        }
+        EXPECT_EQ(placeholders(text), expected) << key;
         EXPECT_TRUE(keys.insert(key).second) << key << " is there twice";
         EXPECT_FALSE(text.empty() || text.front() == ' ' || text.back() == ' ')
             << key << " is glued to something";

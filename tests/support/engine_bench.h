@@ -145,6 +145,7 @@ class EngineBench : MeetingPresenceGuarding,
         note("remind in " +
              std::to_string(static_cast<std::int64_t>((fireAt - runLoop.wallNow()).count())));
     }
+    void restorePauseForgotten(WallTime) override {}
     void cancelPauseForgotten() override {
         if (std::exchange(forgottenScheduled_, false)) {
             note("reminder withdrawn");
@@ -161,6 +162,7 @@ class EngineBench : MeetingPresenceGuarding,
              (argument ? " " + std::to_string(*argument) : ""));
     }
     void dismiss() override { toastOnScreen_ = false; }
+    void dismissCounting() override { toastOnScreen_ = false; }
 
     const Published<std::int64_t>& unconsumedPenaltySec() const override { return pool_; }
     std::int64_t consumePenalty() override {

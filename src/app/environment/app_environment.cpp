@@ -262,6 +262,7 @@ OstrelNotificationCenter::Answers AppEnvironment::answers() {
 
 void AppEnvironment::quit() {
     overlayManager().close(CloseReason::forcedBySleep);
+    notificationCenter().cancelBreakSoon();
     sessionStateStore().setLastQuitAt(platform_.now());
 }
 

@@ -64,7 +64,7 @@ std::int64_t processIdentifier(ScenarioReader& in, const std::string& text) {
     const char* end = text.data() + text.size();
     const auto [rest, failure] = std::from_chars(text.data(), end, value);
     if (failure != std::errc{} || rest != end) {
-        in.fail("not a process identifier: \"" + text + "\"");
+        in.fail("not a process identifier");
     }
     return value;
 }

@@ -50,7 +50,8 @@ class VirtualPlatform {
     VirtualHaptics haptics;
     VirtualSounds sounds{runLoop};
     VirtualInputIdle inputIdle;
-    VirtualNotifications notifications{runLoop, calendar, [this] { return runLoop.wallNow(); }};
+    VirtualNotifications notifications{runLoop, calendar, systemEvents,
+                                       [this] { return runLoop.wallNow(); }};
     RecordingWindows overlayWindows;
     VirtualFrontmostApplication frontmost;
     VirtualScreenWindows windows;

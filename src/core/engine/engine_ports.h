@@ -32,6 +32,8 @@ class BreakNotifying {
     virtual void postBreakSoon(BreakKind kind, std::int64_t leadSec, bool canPostpone) = 0;
     virtual void cancelBreakSoon() = 0;
     virtual void schedulePauseForgotten(WallTime fireAt) = 0;
+    // After a relaunch: the system still holds the reminder that was scheduled before.
+    virtual void restorePauseForgotten(WallTime fireAt) = 0;
     virtual void cancelPauseForgotten() = 0;
 };
 
@@ -61,6 +63,8 @@ class EngineToasts {
     virtual void show(Message message, std::optional<std::int64_t> argument,
                       const Handlers& handlers) = 0;
     virtual void dismiss() = 0;
+    // The same for one that counts down to a break, if such a one is on screen.
+    virtual void dismissCounting() = 0;
 };
 
 struct EngineCollaborators {

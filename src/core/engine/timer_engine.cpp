@@ -261,6 +261,7 @@ bool TimerEngine::postpone(BreakKind kind) {
         return false;
     }
     setRemaining(kind, addSec(timer(kind).remainingSec, PostponeRation::kPostponeSec));
+    withdrawWarnings();
     logEntry(kind, BreakLogEntry::Outcome::postponed, now, now);
     return true;
 }
@@ -283,6 +284,7 @@ void TimerEngine::resumeAfterLongAbsence(std::int64_t elapsedSec) {
     }
     restartCountdowns();
     clearPenalties();
+    withdrawWarnings();
 }
 
 void TimerEngine::applyPreset(const PresetDefinition& preset) {
@@ -362,6 +364,14 @@ void TimerEngine::dismissToast() {
 void TimerEngine::withdrawBreakSoon() {
     if (services_.collaborators.notificationCenter) {
         services_.collaborators.notificationCenter->cancelBreakSoon();
+    }
+}
+
+// What was announced is no longer about to come.
+void TimerEngine::withdrawWarnings() {
+    withdrawBreakSoon();
+    if (services_.collaborators.toastDispatcher) {
+        services_.collaborators.toastDispatcher->dismissCounting();
     }
 }
 

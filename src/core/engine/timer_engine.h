@@ -173,6 +173,7 @@ class TimerEngine {
     void showToast(EngineToasts::Message message, std::optional<std::int64_t> argument = {},
                    const EngineToasts::Handlers& handlers = {});
     void dismissToast();
+    void withdrawWarnings();
     void withdrawBreakSoon();
     [[nodiscard]] bool isOverlayPresented() const;
 

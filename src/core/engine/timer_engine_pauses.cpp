@@ -92,9 +92,14 @@ void TimerEngine::setRunning(bool isRunning) {
 
 // After a relaunch: a timed pause of the user goes on; of any other nothing is left.
 void TimerEngine::restorePause() {
-    if (services_.sessionStateStore.isPaused()) {
+    const SessionStateStore& session = services_.sessionStateStore;
+    if (session.isPaused()) {
         armUserPauseEnd();
         armPauseForgotten();
+        const auto fireAt = session.current()->pendingPauseForgottenFireAt;
+        if (fireAt && services_.collaborators.notificationCenter) {
+            services_.collaborators.notificationCenter->restorePauseForgotten(*fireAt);
+        }
     } else {
         forgetPauseForgotten();
     }

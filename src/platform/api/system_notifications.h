@@ -44,6 +44,8 @@ struct EveryWeek {
 
 using NotificationTrigger = std::variant<std::monostate, AfterSeconds, EveryWeek>;
 
+enum class NotificationSound { none, standard };
+
 struct NotificationRequest {
     std::string id;        // a later one of the same id replaces this one, pending or delivered
     std::string category;  // of a registered NotificationCategory
@@ -51,6 +53,7 @@ struct NotificationRequest {
     LocalizedText body;
     std::map<std::string, std::string> userInfo;
     NotificationTrigger trigger;  // empty: at once
+    NotificationSound sound = NotificationSound::none;
 
     bool operator==(const NotificationRequest&) const = default;
 };

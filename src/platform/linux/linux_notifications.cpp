@@ -65,6 +65,7 @@ NotificationServer::Note LinuxNotifications::noteOf(const NotificationRequest& r
                 {QString::fromStdString(action.id), translate_({action.titleKey, {}})});
         }
     }
+    note.sounds = request.sound == NotificationSound::standard;
     return note;
 }
 

@@ -141,11 +141,13 @@ void NotificationServer::notify(const Note& note, Number replaces,
             actions << action.id << action.label;
         }
     }
+    QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("ostrel")}};
+    if (note.sounds) {
+        hints[QStringLiteral("sound-name")] = QStringLiteral("message-new-instant");
+    }
     QDBusMessage question = callOf("Notify");
     question << QStringLiteral("Ostrel") << replaces << QStringLiteral("ostrel") << note.title
-             << body << actions
-             << QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("ostrel")}}
-             << kServerDecidesHowLong;
+             << body << actions << hints << kServerDecidesHowLong;
     call(question, [this, answer = std::move(answer)](const QDBusMessage& reply) {
         const bool isGood = reply.type() == QDBusMessage::ReplyMessage &&
                             reply.signature() == QLatin1String("u") && reply.service() == owner_;

@@ -37,6 +37,7 @@ class NotificationServer : public QObject {
         QString title;
         QString body;
         std::vector<Action> actions;
+        bool sounds = false;  // the server's sound for a new message
     };
 
     explicit NotificationServer(QDBusConnection bus);

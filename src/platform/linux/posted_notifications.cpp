@@ -69,6 +69,9 @@ void PostedNotifications::takeAnswer(const std::string& id, Number number) {
         entry.number = number;
         entry.isOpen = true;
         entry.shown = std::move(entry.sent);
+    } else if (!server_.isReady() && !entry.next &&
+               entry.sent->withoutServer == WithoutServer::wait) {
+        entry.next = std::move(entry.sent);
     }
     entry.sent.reset();
     if (std::exchange(entry.isWithdrawn, false)) {

@@ -22,8 +22,38 @@ std::optional<WallTime> nextTime(const EveryWeek& trigger, const Calendar& calen
 }  // namespace
 
 VirtualNotifications::VirtualNotifications(RunLoop& runLoop, const Calendar& calendar,
-                                           NowFunction now)
-    : runLoop_(runLoop), calendar_(calendar), now_(std::move(now)) {}
+                                           const SystemEvents& events, NowFunction now)
+    : runLoop_(runLoop),
+      calendar_(calendar),
+      now_(std::move(now)),
+      clockChanges_(events.clockChanged.subscribe([this] { armWeekly(); })) {}
+
+// They follow the user into another zone.
+void VirtualNotifications::armWeekly() {
+    for (const auto& [id, pending] : pending_) {
+        if (std::holds_alternative<EveryWeek>(pending.request.trigger)) {
+            arm(id);
+        }
+    }
+}
+
+bool VirtualNotifications::offers(const std::string& category, const std::string& action) const {
+    const auto found = std::ranges::find(categories_, category, &NotificationCategory::id);
+    return found != categories_.end() &&
+           std::ranges::any_of(found->actions, [&action](const NotificationAction& one) {
+               return one.id == action;
+           });
+}
+
+void VirtualNotifications::respond(const NotificationResponse& response) {
+    std::erase_if(delivered_, [&](const auto& one) {
+        const NotificationRequest& request = one.second;
+        return response.action ? offers(request.category, *response.action) &&
+                                     request.userInfo == response.userInfo
+                               : request.category == response.category;
+    });
+    responded.send(response);
+}
 
 void VirtualNotifications::registerCategories(std::vector<NotificationCategory> categories) {
     categories_ = std::move(categories);

@@ -6,6 +6,7 @@
 
 #include "platform/api/calendar.h"
 #include "platform/api/run_loop.h"
+#include "platform/api/system_events.h"
 #include "platform/api/system_notifications.h"
 
 namespace ostrel {
@@ -14,8 +15,9 @@ namespace ostrel {
 // tells of all that becomes of it. Like a real one it outlives the program that posts.
 class VirtualNotifications : public SystemNotifications {
   public:
-    // Both outlive the notifications.
-    VirtualNotifications(RunLoop& runLoop, const Calendar& calendar, NowFunction now);
+    // All of it outlives the notifications.
+    VirtualNotifications(RunLoop& runLoop, const Calendar& calendar, const SystemEvents& events,
+                         NowFunction now);
 
     void registerCategories(std::vector<NotificationCategory> categories) override;
     void add(const NotificationRequest& request) override;
@@ -29,8 +31,8 @@ class VirtualNotifications : public SystemNotifications {
     [[nodiscard]] std::vector<std::string> pending() const;
     [[nodiscard]] std::vector<std::string> delivered() const;
 
-    // The user presses a button, or the notification itself.
-    void respond(const NotificationResponse& response) { responded.send(response); }
+    // The user presses a button, or the notification itself; it goes with that.
+    void respond(const NotificationResponse& response);
 
     Signal<const NotificationRequest&> posted;
     Signal<const std::string&> wasDelivered;
@@ -43,6 +45,8 @@ class VirtualNotifications : public SystemNotifications {
     };
 
     void arm(const std::string& id);
+    void armWeekly();
+    [[nodiscard]] bool offers(const std::string& category, const std::string& action) const;
     void deliver(const std::string& id);
 
     RunLoop& runLoop_;
@@ -51,6 +55,7 @@ class VirtualNotifications : public SystemNotifications {
     std::vector<NotificationCategory> categories_;
     std::map<std::string, NotificationRequest> delivered_;
     std::map<std::string, Pending> pending_;
+    Subscription clockChanges_;
 };
 
 }  // namespace ostrel

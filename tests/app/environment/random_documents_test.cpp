@@ -31,9 +31,14 @@ constexpr std::array kKeys = {kSettings, kSession, kLog,    kCounter, kPool,
                               kLedger,   kQuota,   kStreak, kDayEnd,  kRotation};
 
 void expectOthersUntouched(Desk& desk, const Damage& damage, Moment moment) {
-    const Documents expected = expectedOthers(damage, moment);
+    Documents expected = expectedOthers(damage, moment);
     Documents others = desk.documents();
     others.erase(damage.key);
+    if (damage.key == kSettings &&
+        desk.environment().settingsStore().settings()->workHoursEnabled) {
+        others.erase(kSession);  // they may well say that nobody works now
+        expected.erase(kSession);
+    }
     if (mayReachGoal(damage)) {
         others.erase(kStreak);
     }
@@ -144,9 +149,10 @@ void tryOut(const Damage& damage, std::mt19937& random) {
     }
     desk.run(kQuietSec);
     const TimerEngine& engine = desk.environment().timerEngine();
-    // Settings may well ask for a break sooner.
+    // Settings may well ask for a break sooner, or for none now.
     if (damage.key != kSettings || (engine.activeIntervalSec(BreakKind::eye) > kQuietSec &&
-                                    engine.activeIntervalSec(BreakKind::body) > kQuietSec)) {
+                                    engine.activeIntervalSec(BreakKind::body) > kQuietSec &&
+                                    !desk.environment().sessionStateStore().isPaused())) {
         expectOthersUntouched(desk, damage, Moment::afterQuietTime);
     }
     workADay(desk, random);

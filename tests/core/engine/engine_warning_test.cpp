@@ -109,7 +109,7 @@ TEST_F(EngineWarningTest, PostponePutsTheBreakOffOnce) {
     EXPECT_EQ(bench.log[0].outcome, BreakLogEntry::Outcome::postponed);
     EXPECT_EQ(bench.log[0].durationSec, 0);
     EXPECT_FALSE(engine.postpone(BreakKind::eye));
-    EXPECT_EQ(bench.take(), (Events{"1195 toast none left"}));
+    EXPECT_EQ(bench.take(), (Events{"1195 soon withdrawn", "1195 toast none left"}));
     EXPECT_EQ(engine.state()->eye.remainingSec, 305);
     bench.postponesLeft = 1;
     bench.overlayPresented = true;
