@@ -97,22 +97,6 @@ HotkeyRouter::Registration HotkeyRouter::registered(const HotkeyChord& chord, Ac
                                  [this, action] { perform(action); });
 }
 
-bool HotkeyRouter::handlePress(std::uint32_t keyCode, std::uint32_t modifiers) {
-    const HotkeyChord pressed{keyCode, modifiers, {}};
-    if (!*boundChords_) {
-        return false;
-    }
-    if (isSameChord((*boundChords_)->startBreak, pressed)) {
-        perform(Action::startBreak);
-        return true;
-    }
-    if (isSameChord((*boundChords_)->togglePause, pressed)) {
-        perform(Action::togglePause);
-        return true;
-    }
-    return false;
-}
-
 void HotkeyRouter::perform(Action action) {
     if (!services_.timerEngine) {
         return;

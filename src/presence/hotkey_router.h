@@ -77,10 +77,6 @@ class HotkeyRouter {
     // nor for the second of two equal chords.
     [[nodiscard]] bool isRegistered(Action action) const;
 
-    // A press that came another way, such as while the overlay holds the keyboard: acts on it and
-    // answers true when it is one of the bound chords.
-    bool handlePress(std::uint32_t keyCode, std::uint32_t modifiers);
-
     // Does what a press of the action's chord does.
     void perform(Action action);
 

@@ -111,13 +111,5 @@ TEST_F(HotkeyRouterTest, WhatAnotherProgramHoldsOrBothWouldShareIsTold) {
     EXPECT_EQ(told.back(), "eye break");
 }
 
-TEST_F(HotkeyRouterTest, APressThatComesAnotherWayCountsTheSame) {
-    EXPECT_FALSE(router->handlePress(35, 0));
-    EXPECT_TRUE(router->handlePress(35, kControl + kCommand));
-    EXPECT_TRUE(session.isPaused());
-    router->setActive(false);
-    EXPECT_FALSE(router->handlePress(35, kControl + kCommand));
-}
-
 }  // namespace
 }  // namespace ostrel

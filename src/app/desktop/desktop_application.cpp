@@ -23,9 +23,12 @@
 #include "platform/linux/process_sound_library.h"
 #include "platform/linux/qt_displays.h"
 #include "platform/linux/single_instance.h"
+#include "platform/linux/sleep_watch.h"
 #include "platform/linux/termination_signals.h"
 #include "platform/linux/user_attention.h"
+#include "platform/linux/x11_hotkeys.h"
 #include "platform/linux/x11_input_idle.h"
+#include "platform/linux/zone_watch.h"
 #include "platform/virtual/memory_preferences.h"
 #include "screens/accessible_popups.h"
 #include "screens/appearance.h"
@@ -45,7 +48,14 @@ class LinuxPlatform {
           calendar(systemTimeZone),
           sounds(QCoreApplication::applicationDirPath().toStdString()),
           clockChanges_(
-              runLoop.clockWasSet.subscribe([this] { systemEvents.clockChanged.send(); })) {}
+              runLoop.clockWasSet.subscribe([this] { systemEvents.clockChanged.send(); })) {
+        QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &sleepWatch_,
+                         [this](Qt::ApplicationState state) {
+                             if (state == Qt::ApplicationActive) {
+                                 systemEvents.didBecomeActive.send();
+                             }
+                         });
+    }
 
     [[nodiscard]] Platform over(PreferencesStore& preferences, SystemNotifications& notifications,
                                 std::function<void(AppWindow)> openWindow) {
@@ -62,7 +72,7 @@ class LinuxPlatform {
                 notifications,
                 overlayWindows,
                 randomUuids(),
-                {},
+                {nullptr, nullptr, nullptr, nullptr, &hotkeys},
                 std::move(openWindow),
                 requestUserAttention};
     }
@@ -77,10 +87,13 @@ class LinuxPlatform {
     NoHaptics haptics;
     ProcessSoundLibrary sounds;
     X11InputIdle inputIdle;
+    X11Hotkeys hotkeys;
     QtOverlayWindowMaker overlayWindows;
 
   private:
     Subscription clockChanges_;
+    SleepWatch sleepWatch_{systemEvents, runLoop};
+    ZoneWatch zoneWatch_{systemEvents};
 };
 
 // The language of the texts, and the direction of everything with it.

@@ -275,7 +275,8 @@ void AppEnvironment::noteWake() {
     const auto sleptAt = sessionStateStore().current()->systemSleepWakeMarker;
     if (sleptAt) {
         sessionStateStore().setSystemSleepWakeMarker(std::nullopt);
-        const double sleptSec = (platform_.now() - *sleptAt).count();
+        const double sleptSec =
+            platform_.systemEvents.sleptSec.value_or((platform_.now() - *sleptAt).count());
         timerEngine().resumeAfterLongAbsence(wholeSec(std::clamp(sleptSec, 0.0, kLongestSleepSec)));
     }
 }

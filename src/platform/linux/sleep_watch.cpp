@@ -1,0 +1,100 @@
+#include "platform/linux/sleep_watch.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <ctime>
+#include <utility>
+
+#include "platform/api/system_events.h"
+#include "platform/linux/linux_run_loop.h"
+
+namespace ostrel {
+namespace {
+
+constexpr QLatin1String kService("org.freedesktop.login1");
+constexpr QLatin1String kPath("/org/freedesktop/login1");
+constexpr QLatin1String kInterface("org.freedesktop.login1.Manager");
+
+// Below it the two clocks were only not read at one instant.
+constexpr double kLeastSleepSec = 2;
+
+double read(clockid_t clock) {
+    timespec time{};
+    clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+}  // namespace
+
+double SleepWatch::systemAsleepSec() {
+    return read(CLOCK_BOOTTIME) - read(CLOCK_MONOTONIC);
+}
+
+SleepWatch::SleepWatch(SystemEvents& events, LinuxRunLoop& runLoop, QDBusConnection bus,
+                       AsleepSec asleepSec)
+    : events_(events),
+      bus_(std::move(bus)),
+      asleepSec_(std::move(asleepSec)),
+      knownAsleepSec_(asleepSec_()),
+      clockChanges_(runLoop.clockWasSet.subscribe([this] { lookForUnannouncedSleep(); })) {
+    if (!bus_.isConnected()) {
+        return;
+    }
+    // Without the name of the service, which Qt would wait to look up.
+    bus_.connect(QString(), kPath, kInterface, QStringLiteral("PrepareForSleep"), this,
+                 SLOT(prepareForSleep(bool)));
+    auto* watcher =
+        new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { takeLock(); });
+    takeLock();
+}
+
+void SleepWatch::takeLock() {
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Inhibit"));
+    call.setAutoStartService(false);
+    call << QStringLiteral("sleep") << QStringLiteral("Ostrel")
+         << QStringLiteral("Ends the break on the screen") << QStringLiteral("delay");
+    auto* answer = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this,
+            [this, request = ++lockRequest_](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *finished;
+                if (!reply.isError() && request == lockRequest_) {
+                    lock_ = reply.value();
+                }
+            });
+}
+
+void SleepWatch::prepareForSleep(bool isAboutTo) {
+    if (isAboutTo == isAsleep_) {
+        return;
+    }
+    isAsleep_ = isAboutTo;
+    if (isAboutTo) {
+        events_.willSleep.send();
+        ++lockRequest_;
+        lock_ = QDBusUnixFileDescriptor();
+        return;
+    }
+    knownAsleepSec_ = asleepSec_();
+    events_.didWake.send();
+    takeLock();
+}
+
+// The kernel tells of a set clock at every wake.
+void SleepWatch::lookForUnannouncedSleep() {
+    const double sleptSec = asleepSec_() - knownAsleepSec_;
+    if (isAsleep_ || sleptSec < kLeastSleepSec) {
+        return;
+    }
+    knownAsleepSec_ += sleptSec;
+    events_.willSleep.send();
+    events_.sleptSec = sleptSec;
+    events_.didWake.send();
+    events_.sleptSec.reset();
+}
+
+}  // namespace ostrel
