@@ -196,6 +196,7 @@ void ToastCard::showActions(const std::vector<Toast::Action>& actions) {
             button, &QPushButton::clicked, this,
             [onPress = onPress_, id = action.id] { onPress(id); }, Qt::QueuedConnection);
         buttons_->addWidget(button);
+        button->show();  // the layout would do so later, and count it for nothing until then
     }
 }
 
