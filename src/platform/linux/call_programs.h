@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ostrel {
+
+// The identifier that the settings' default list of call programs has for the program that calls
+// itself `name` here, which is a window class, a desktop-file or an application identifier; letter
+// case does not count. Absent for every other program.
+//
+// The window of a browser's web application ("crx_ID", "chrome-ID-Default") is that of
+// "com.google.Chrome.app.ID", whichever browser of that family it is, unless it stands in the
+// table.
+[[nodiscard]] std::optional<std::string> callProgramIdentifier(std::string_view name);
+
+// Whether the name is that of a web application's window.
+[[nodiscard]] bool isWebApplication(std::string_view name);
+
+}  // namespace ostrel
