@@ -65,6 +65,14 @@ class PrivateBus {
                   QDBusMessage::ReplyMessage);
     }
 
+    [[nodiscard]] bool hasName(const QString& name) {
+        QDBusMessage question = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+        question << name;
+        return connection(QStringLiteral("asking")).call(question).arguments().value(0).toBool();
+    }
+
     // Everything that `from` has sent to `to` has arrived.
     void settle(const QString& to, const QString& from) {
         const QDBusMessage ping = QDBusMessage::createMethodCall(

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <memory>
+#include <optional>
+
+#include "base/clock.h"
+#include "platform/api/power_assertions.h"
+#include "platform/linux/process_table.h"
+
+namespace ostrel {
+
+class LoginInhibitors;
+class MediaPlayers;
+class RunLoop;
+class ScreenSaverCalls;
+class SessionManagerInhibitors;
+
+// Who keeps the display awake, as far as the desktop's services tell: the login manager, the
+// session manager, the calls to the screen saver, and the video players that are playing. Each of
+// these may be missing, appear later and go.
+//
+// Answers from what is known, at once; what the login manager knows is asked anew for the next
+// time. The ancestors of such a process count as well, for many a program has its windows in
+// another process than its player.
+class LinuxPowerAssertions : public PowerAssertions {
+  public:
+    static constexpr std::int64_t kAskAgainSec = 5;
+
+    // One that is not connected is survived.
+    struct Buses {
+        QDBusConnection session;
+        QDBusConnection monitor;  // to the session bus as well, and for nothing else
+        QDBusConnection system;
+    };
+    // The user's own; makes the one for `monitor`.
+    [[nodiscard]] static Buses buses();
+
+    // The run loop outlives this object.
+    LinuxPowerAssertions(const Buses& buses, const RunLoop& runLoop,
+                         ProcessTable processes = ProcessTable());
+    LinuxPowerAssertions(const LinuxPowerAssertions&) = delete;
+    LinuxPowerAssertions& operator=(const LinuxPowerAssertions&) = delete;
+    ~LinuxPowerAssertions() override;
+
+    // Absent when there is no bus at all.
+    [[nodiscard]] std::optional<ByProcess> byProcess() const override;
+
+  private:
+    void askAgain() const;
+
+    Buses buses_;
+    const RunLoop& runLoop_;
+    ProcessTable processes_;
+    mutable std::optional<RunLoopTime> asked_;
+    std::unique_ptr<LoginInhibitors> login_;
+    std::unique_ptr<SessionManagerInhibitors> sessionManager_;
+    std::unique_ptr<ScreenSaverCalls> screenSaver_;
+    std::unique_ptr<MediaPlayers> players_;
+};
+
+}  // namespace ostrel

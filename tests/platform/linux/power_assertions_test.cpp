@@ -1,0 +1,318 @@
+#include <gtest/gtest.h>
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QDir>
+#include <QFile>
+#include <QList>
+
+#include "platform/linux/media_players.h"
+#include "platform/linux/power_assertions_bench.h"
+
+namespace ostrel {
+namespace {
+
+using std::chrono::seconds;
+
+const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
+
+// As the login manager lists them.
+struct Inhibitor {
+    QString what;
+    QString mode;
+    quint32 process = 0;
+};
+
+[[maybe_unused]] QDBusArgument& operator<<(QDBusArgument& argument, const Inhibitor& inhibitor) {
+    argument.beginStructure();
+    argument << inhibitor.what << QStringLiteral("who") << QStringLiteral("why") << inhibitor.mode
+             << quint32{1000} << inhibitor.process;
+    argument.endStructure();
+    return argument;
+}
+
+[[maybe_unused]] const QDBusArgument& operator>>(const QDBusArgument& argument, Inhibitor&) {
+    return argument;
+}
+
+using PowerAssertionsTest = PowerAssertionsBench;
+
+struct LoginInhibitorsTest : PowerAssertionsTest {
+    std::unique_ptr<FakeBusService> login;
+    QList<Inhibitor> inhibitors;
+
+    void appear() {
+        qDBusRegisterMetaType<Inhibitor>();
+        qDBusRegisterMetaType<QList<Inhibitor>>();
+        login = std::make_unique<FakeBusService>(system.connection(QStringLiteral("login")),
+                                                 QStringLiteral("org.freedesktop.login1"));
+        login->answers["ListInhibitors"] = [this](const QDBusMessage&) {
+            return QVariantList{QVariant::fromValue(inhibitors)};
+        };
+        login->appear();
+    }
+    void announce(const char* property) {
+        login->announce(
+            QStringLiteral("/org/freedesktop/login1"), kProperties,
+            QStringLiteral("PropertiesChanged"),
+            {QStringLiteral("org.freedesktop.login1.Manager"),
+             QVariantMap{{QLatin1String(property), QStringLiteral("idle")}}, QStringList()});
+    }
+    void settleSystem() {
+        for (int step = 0; step < 3; ++step) {
+            system.settle(QStringLiteral("login"), QStringLiteral("system-settler"));
+            system.settle(QStringLiteral("system-client"), QStringLiteral("system-settler"));
+        }
+    }
+};
+
+TEST_F(LoginInhibitorsTest, ThoseThatBlockIdlenessCountWithTheirAncestors) {
+    processes.add(100, {50, 50, 0});
+    processes.add(50, {1, 50, 0});
+    inhibitors = {{QStringLiteral("sleep:idle"), QStringLiteral("block"), 100},
+                  {QStringLiteral("idle"), QStringLiteral("block"), 200},
+                  {QStringLiteral("sleep:shutdown"), QStringLiteral("block"), 300},
+                  {QStringLiteral("idle"), QStringLiteral("delay"), 400},
+                  {QStringLiteral("handle-lid-switch:idleness"), QStringLiteral("block"), 500}};
+    appear();
+    launch();
+    EXPECT_TRUE(becomes({50, 100, 200}));
+}
+
+TEST_F(LoginInhibitorsTest, ItIsAskedWithEachAnswerButNotMoreOftenThanEveryFiveSeconds) {
+    appear();
+    launch();
+    EXPECT_TRUE(pollUntil([&] { return login->calls("ListInhibitors") == 1; }));
+    settleSystem();
+    EXPECT_EQ(holders(), Holders());
+    settleSystem();
+    EXPECT_EQ(login->calls("ListInhibitors"), 2);
+    inhibitors = {{QStringLiteral("idle"), QStringLiteral("block"), 200}};
+    loop.runFor(seconds(5) - std::chrono::milliseconds(1));
+    EXPECT_EQ(holders(), Holders());
+    settleSystem();
+    EXPECT_EQ(login->calls("ListInhibitors"), 2);
+    loop.runFor(std::chrono::milliseconds(1));
+    EXPECT_TRUE(becomes({200}));
+    EXPECT_EQ(login->calls("ListInhibitors"), 3);
+    settleSystem();
+    EXPECT_EQ(login->calls("ListInhibitors"), 3) << "at rest nothing is asked";
+}
+
+TEST_F(LoginInhibitorsTest, ItsAnnouncementsAreFollowedAndItsEndEndsAll) {
+    launch();
+    EXPECT_EQ(holders(), Holders());
+    inhibitors = {{QStringLiteral("idle"), QStringLiteral("block"), 200}};
+    appear();
+    EXPECT_TRUE(becomes({200})) << "it appears late";
+    inhibitors.clear();
+    announce("IdleHint");
+    settleSystem();
+    EXPECT_EQ(holders(), Holders{200}) << "another property";
+    announce("BlockInhibited");
+    EXPECT_TRUE(becomes({}));
+    inhibitors = {{QStringLiteral("idle"), QStringLiteral("block"), 200}};
+    announce("BlockInhibited");
+    EXPECT_TRUE(becomes({200}));
+    login.reset();
+    EXPECT_TRUE(becomes({}));
+}
+
+TEST_F(LoginInhibitorsTest, NonsenseIsNoInhibitor) {
+    inhibitors = {{QStringLiteral("idle"), QStringLiteral("block"), 200}};
+    appear();
+    launch();
+    EXPECT_TRUE(becomes({200}));
+    for (const QVariantList& nonsense :
+         {QVariantList(), QVariantList{7}, QVariantList{QStringList{QStringLiteral("idle")}}}) {
+        login->answers["ListInhibitors"] = [&](const QDBusMessage&) { return nonsense; };
+        announce("BlockInhibited");
+        EXPECT_TRUE(becomes({}));
+        login->answers["ListInhibitors"] = [this](const QDBusMessage&) {
+            return QVariantList{QVariant::fromValue(inhibitors)};
+        };
+        announce("BlockInhibited");
+        EXPECT_TRUE(becomes({200}));
+    }
+}
+
+struct SessionManagerTest : PowerAssertionsTest {
+    struct Held {
+        const char* program;
+        quint32 flags;
+    };
+    static constexpr const char* kPath = "/org/gnome/SessionManager";
+    std::unique_ptr<FakeBusService> manager;
+    std::map<QString, Held> held;
+
+    void appear() {
+        processes.setExecutable(100, "/usr/lib/chromium/chromium");
+        processes.setExecutable(200, "/usr/bin/totem");
+        manager = std::make_unique<FakeBusService>(session.connection(QStringLiteral("manager")),
+                                                   QStringLiteral("org.gnome.SessionManager"));
+        manager->answers["GetInhibitors"] = [this](const QDBusMessage&) {
+            QList<QDBusObjectPath> paths;
+            for (const auto& [path, inhibitor] : held) {
+                paths << QDBusObjectPath(path);
+            }
+            return QVariantList{QVariant::fromValue(paths)};
+        };
+        manager->answers["GetFlags"] = [this](const QDBusMessage& call) {
+            return QVariantList{held[call.path()].flags};
+        };
+        manager->answers["GetAppId"] = [this](const QDBusMessage& call) {
+            return QVariantList{QLatin1String(held[call.path()].program)};
+        };
+        manager->appear();
+    }
+    void announce(const char* signal, const char* path) {
+        manager->announce(QLatin1String(kPath), QStringLiteral("org.gnome.SessionManager"),
+                          QLatin1String(signal),
+                          {QVariant::fromValue(QDBusObjectPath(QLatin1String(path)))});
+    }
+    void hold(const char* path, const Held& inhibitor) {
+        held[QLatin1String(path)] = inhibitor;
+        announce("InhibitorAdded", path);
+    }
+};
+
+TEST_F(SessionManagerTest, TheProgramsThatKeepTheSessionBusyCountWhileTheyDo) {
+    held[QStringLiteral("/i/1")] = {"/usr/lib/chromium/chromium", 8};
+    appear();
+    launch();
+    EXPECT_TRUE(becomes({100})) << "one from before we came";
+    hold("/i/2", {"org.gnome.Totem", 12});
+    EXPECT_TRUE(becomes({100, 200}));
+    announce("InhibitorRemoved", "/i/1");
+    EXPECT_TRUE(becomes({200}));
+    announce("InhibitorRemoved", "/i/7");
+    hold("/i/3", {"/usr/lib/chromium/chromium", 4});
+    hold("/i/4", {"unknown", 8});
+    settle();
+    session.settle(QStringLiteral("manager"), QStringLiteral("settler"));
+    settle();
+    EXPECT_EQ(holders(), Holders{200});
+    manager.reset();
+    EXPECT_TRUE(becomes({}));
+}
+
+TEST_F(SessionManagerTest, OneThatAppearsLateIsAskedAndOneThatAnswersNothingIsSurvived) {
+    launch();
+    held[QStringLiteral("/i/1")] = {"totem", 8};
+    appear();
+    EXPECT_TRUE(becomes({200}));
+    manager->answers.clear();
+    hold("/i/2", {"chromium", 8});
+    announce("InhibitorRemoved", "/i/1");
+    EXPECT_TRUE(becomes({}));
+}
+
+TEST(MediaPlayersTest, ADesktopFileTellsWhetherAPlayerIsForVideos) {
+    const std::pair<const char*, bool> cases[] = {
+        {"[Desktop Entry]\nCategories=AudioVideo;Audio;Video;Player;\n", true},
+        {"[Desktop Entry]\nCategories=AudioVideo;Player;\nMimeType=audio/x;video/mp4;\n", true},
+        {"[Desktop Entry]\nCategories=AudioVideo;Audio;\nMimeType=video/mp4;\n", false},
+        {"[Desktop Entry]\nCategories=AudioVideo;\nMimeType=audio/ogg;\n", false},
+        {"[Desktop Entry]\nName=x\n[Desktop Action y]\nCategories=Video;\n", false},
+        {"Categories=Video;\n", false},
+        {"", false},
+    };
+    for (const auto& [text, expected] : cases) {
+        EXPECT_EQ(MediaPlayers::isForVideos(QLatin1String(text)), expected) << text;
+    }
+}
+
+struct MediaPlayersOnBusTest : PowerAssertionsTest {
+    TemporaryFolder data;
+    QByteArray dataBefore = qgetenv("XDG_DATA_HOME");
+    QString status = QStringLiteral("Playing");
+
+    MediaPlayersOnBusTest() {
+        qputenv("XDG_DATA_HOME", data.path().c_str());
+        const QString folder = QString::fromStdString(data.path() / "applications");
+        QDir().mkpath(folder);
+        for (const char* kind : {"Video", "Audio"}) {
+            QFile file(folder + QStringLiteral("/ostrel-test-%1.desktop").arg(QLatin1String(kind)));
+            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+            file.write(QByteArray("[Desktop Entry]\nCategories=") + kind + ";\n");
+        }
+    }
+    ~MediaPlayersOnBusTest() override {
+        dataBefore.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", dataBefore);
+    }
+
+    std::unique_ptr<FakeBusService> player(const char* name, const QString& desktopEntry) {
+        auto service = std::make_unique<FakeBusService>(
+            session.connection(QLatin1String(name)),
+            QStringLiteral("org.mpris.MediaPlayer2.") + QLatin1String(name));
+        service->answers["Get"] = [this, desktopEntry](const QDBusMessage& call) {
+            const bool asksForStatus =
+                call.arguments().constLast().toString() == QLatin1String("PlaybackStatus");
+            return QVariantList{
+                QVariant::fromValue(QDBusVariant(asksForStatus ? status : desktopEntry))};
+        };
+        service->appear();
+        return service;
+    }
+    void change(FakeBusService& service, const QVariantMap& changed,
+                const QStringList& invalidated = {}) {
+        service.announce(QStringLiteral("/org/mpris/MediaPlayer2"), kProperties,
+                         QStringLiteral("PropertiesChanged"),
+                         {QStringLiteral("org.mpris.MediaPlayer2.Player"), changed, invalidated});
+    }
+
+    const QString kStatus = QStringLiteral("PlaybackStatus");
+    const Holders kUs{getpid()};
+};
+
+TEST_F(MediaPlayersOnBusTest, AVideoPlayerCountsWhileItPlays) {
+    const auto first = player("first", QStringLiteral("ostrel-test-Video"));
+    launch();
+    EXPECT_TRUE(becomes(kUs)) << "it was there before us";
+    change(*first, {{kStatus, QStringLiteral("Paused")}});
+    EXPECT_TRUE(becomes({}));
+    change(*first, {}, {kStatus});
+    EXPECT_TRUE(becomes(kUs));
+    change(*first, {{QStringLiteral("Volume"), 1.0}});
+    status = QStringLiteral("Stopped");
+    change(*first, {}, {kStatus});
+    EXPECT_TRUE(becomes({}));
+    status = QStringLiteral("Playing");
+    auto second = player("ostrel-test-Video", QString());
+    EXPECT_TRUE(becomes(kUs)) << "one that comes later, without a desktop file's name";
+    second.reset();
+    EXPECT_TRUE(becomes({}));
+}
+
+TEST_F(MediaPlayersOnBusTest, APlayerOfMusicDoesNotCount) {
+    const auto music = player("music", QStringLiteral("ostrel-test-Audio"));
+    const auto unknown = player("unknown", QStringLiteral("ostrel-test-None"));
+    launch();
+    ASSERT_TRUE(pollUntil([&] { return music->calls("Get") == 2 && unknown->calls("Get") == 2; }));
+    settle();
+    EXPECT_EQ(holders(), Holders());
+}
+
+TEST_F(PowerAssertionsTest, OnlyWithoutAnyBusItCannotBeTold) {
+    const QDBusConnection none(QStringLiteral("none"));
+    const QDBusConnection client = session.connection(QStringLiteral("client"));
+    const QDBusConnection login = system.connection(QStringLiteral("system-client"));
+    const PowerAssertions::ByProcess nobody;
+    EXPECT_EQ(LinuxPowerAssertions({none, none, none}, loop).byProcess(), std::nullopt);
+    EXPECT_EQ(LinuxPowerAssertions({client, none, none}, loop).byProcess(), nobody);
+    EXPECT_EQ(LinuxPowerAssertions({none, none, login}, loop).byProcess(), nobody);
+    const LinuxPowerAssertions both({client, session.connection(QStringLiteral("monitor")), login},
+                                    loop);
+    settle();
+    session.end();
+    ASSERT_TRUE(pollUntil([&] { return !client.isConnected(); }));
+    EXPECT_EQ(both.byProcess(), nobody);
+    system.end();
+    EXPECT_TRUE(pollUntil([&] { return !both.byProcess(); }));
+}
+
+}  // namespace
+}  // namespace ostrel
