@@ -40,14 +40,16 @@ void LinuxPowerAssertions::askAgain() const {
 }
 
 std::optional<PowerAssertions::ByProcess> LinuxPowerAssertions::byProcess() const {
-    if (!buses_.session.isConnected() && !buses_.system.isConnected()) {
-        return std::nullopt;
-    }
     askAgain();
     std::set<std::int64_t> holders = login_->processes();
     holders.merge(sessionManager_->processes());
     holders.merge(screenSaver_->processes());
     holders.merge(players_->processes());
+    holders.merge(suspensions_.processes());
+    const bool hasBus = buses_.session.isConnected() || buses_.system.isConnected();
+    if (holders.empty() && !hasBus) {
+        return std::nullopt;
+    }
     ByProcess all;
     for (const std::int64_t holder : holders) {
         all[holder] = {"PreventUserIdleDisplaySleep"};

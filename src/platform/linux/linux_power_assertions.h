@@ -7,6 +7,7 @@
 #include "base/clock.h"
 #include "platform/api/power_assertions.h"
 #include "platform/linux/process_table.h"
+#include "platform/linux/x11_saver_suspensions.h"
 
 namespace ostrel {
 
@@ -16,9 +17,9 @@ class RunLoop;
 class ScreenSaverCalls;
 class SessionManagerInhibitors;
 
-// Who keeps the display awake, as far as the desktop's services tell: the login manager, the
-// session manager, the calls to the screen saver, and the video players that are playing. Each of
-// these may be missing, appear later and go.
+// Who keeps the display awake, as far as it can be told: from the login manager, the session
+// manager, the calls to the screen saver, the video players that are playing, and the X server.
+// Each of these may be missing, appear later and go.
 //
 // Answers from what is known, at once; what the login manager knows is asked anew for the next
 // time. The ancestors of such a process count as well, for many a program has its windows in
@@ -36,14 +37,14 @@ class LinuxPowerAssertions : public PowerAssertions {
     // The user's own; makes the one for `monitor`.
     [[nodiscard]] static Buses buses();
 
-    // The run loop outlives this object.
+    // The run loop outlives this object. Needs a QGuiApplication.
     LinuxPowerAssertions(const Buses& buses, const RunLoop& runLoop,
                          ProcessTable processes = ProcessTable());
     LinuxPowerAssertions(const LinuxPowerAssertions&) = delete;
     LinuxPowerAssertions& operator=(const LinuxPowerAssertions&) = delete;
     ~LinuxPowerAssertions() override;
 
-    // Absent when there is no bus at all.
+    // Absent when there is no bus at all, and nobody known without.
     [[nodiscard]] std::optional<ByProcess> byProcess() const override;
 
   private:
@@ -53,6 +54,7 @@ class LinuxPowerAssertions : public PowerAssertions {
     const RunLoop& runLoop_;
     ProcessTable processes_;
     mutable std::optional<RunLoopTime> asked_;
+    X11SaverSuspensions suspensions_;
     std::unique_ptr<LoginInhibitors> login_;
     std::unique_ptr<SessionManagerInhibitors> sessionManager_;
     std::unique_ptr<ScreenSaverCalls> screenSaver_;

@@ -3,34 +3,22 @@
 #include <xcb/res.h>
 #include <xcb/xcb.h>
 
-#include <QGuiApplication>
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 #include <string_view>
+
+#include "platform/linux/qt_x11.h"
+#include "platform/linux/x11_process.h"
 
 namespace ostrel {
 namespace {
 
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <class Reply>
-using Owned = std::unique_ptr<Reply, Free>;
-using Property = Owned<xcb_get_property_reply_t>;
+using Property = XcbReply<xcb_get_property_reply_t>;
 
 constexpr std::uint32_t kOnAllDesktops = 0xFFFFFFFF;
 // In units of four bytes; what a program writes beyond that is of no use to us.
 constexpr std::uint32_t kLongestText = 256;
 constexpr std::uint32_t kMostAtoms = 64;
 constexpr std::uint32_t kMostWindows = 4096;
-
-xcb_connection_t* qtConnection() {
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    xcb_connection_t* connection = x11 == nullptr ? nullptr : x11->connection();
-    const bool isUsable = connection != nullptr && xcb_connection_has_error(connection) == 0;
-    return isUsable ? connection : nullptr;
-}
 
 Property take(xcb_connection_t* connection, xcb_get_property_cookie_t cookie) {
     return Property(xcb_get_property_reply(connection, cookie, nullptr));
@@ -64,28 +52,6 @@ bool contains(const std::vector<std::uint32_t>& numbers, std::uint32_t number) {
     return std::ranges::find(numbers, number) != numbers.end();
 }
 
-xcb_res_query_client_ids_cookie_t askForProcess(xcb_connection_t* connection, xcb_window_t window) {
-    const xcb_res_client_id_spec_t whose{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    return xcb_res_query_client_ids(connection, 1, &whose);
-}
-
-std::optional<std::int64_t> takeProcess(xcb_connection_t* connection,
-                                        xcb_res_query_client_ids_cookie_t cookie) {
-    const Owned<xcb_res_query_client_ids_reply_t> reply(
-        xcb_res_query_client_ids_reply(connection, cookie, nullptr));
-    if (!reply) {
-        return std::nullopt;
-    }
-    for (auto id = xcb_res_query_client_ids_ids_iterator(reply.get()); id.rem > 0;
-         xcb_res_client_id_value_next(&id)) {
-        if (xcb_res_client_id_value_value_length(id.data) > 0) {
-            const std::uint32_t process = *xcb_res_client_id_value_value(id.data);
-            return process == 0 ? std::nullopt : std::optional<std::int64_t>(process);
-        }
-    }
-    return std::nullopt;
-}
-
 }  // namespace
 
 // What has been asked about one window.
@@ -102,7 +68,7 @@ struct X11Windows::Questions {
 };
 
 X11Windows::X11Windows() {
-    xcb_connection_t* connection = qtConnection();
+    xcb_connection_t* connection = qtX11Connection();
     if (connection == nullptr) {
         return;
     }
@@ -126,7 +92,7 @@ X11Windows::X11Windows() {
         return xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
     });
     std::ranges::transform(cookies, atoms_.begin(), [connection](xcb_intern_atom_cookie_t cookie) {
-        const Owned<xcb_intern_atom_reply_t> reply(
+        const XcbReply<xcb_intern_atom_reply_t> reply(
             xcb_intern_atom_reply(connection, cookie, nullptr));
         return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     });
@@ -140,7 +106,7 @@ std::uint32_t X11Windows::atom(Atom name) const {
 }
 
 std::optional<X11Windows::Window> X11Windows::active() const {
-    xcb_connection_t* connection = root_ == 0 ? nullptr : qtConnection();
+    xcb_connection_t* connection = root_ == 0 ? nullptr : qtX11Connection();
     if (connection == nullptr) {
         return std::nullopt;
     }
@@ -152,13 +118,13 @@ std::optional<X11Windows::Window> X11Windows::active() const {
     }
     // Some window managers go on telling of a window that is gone, whose number may be in use by
     // another program.
-    const Owned<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+    const XcbReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
         connection, xcb_get_window_attributes(connection, *window), nullptr));
     return attributes ? window : std::nullopt;
 }
 
 X11Windows::Names X11Windows::namesOf(Window window) const {
-    xcb_connection_t* connection = root_ == 0 ? nullptr : qtConnection();
+    xcb_connection_t* connection = root_ == 0 ? nullptr : qtX11Connection();
     if (connection == nullptr) {
         return {};
     }
@@ -181,12 +147,12 @@ X11Windows::Names X11Windows::namesOf(Window window) const {
 }
 
 std::optional<std::int64_t> X11Windows::processOf(Window window) const {
-    xcb_connection_t* connection = root_ == 0 ? nullptr : qtConnection();
+    xcb_connection_t* connection = root_ == 0 ? nullptr : qtX11Connection();
     if (connection == nullptr) {
         return std::nullopt;
     }
     if (tellsProcesses_) {
-        if (const auto process = takeProcess(connection, askForProcess(connection, window))) {
+        if (const auto process = x11ProcessOf(connection, window)) {
             return process;
         }
     }
@@ -219,18 +185,18 @@ X11Windows::Questions X11Windows::ask(xcb_connection_t* connection, Window windo
             askFor(Atom::type, XCB_ATOM_ATOM, kMostAtoms),
             askFor(Atom::desktop, XCB_ATOM_CARDINAL, 1),
             askFor(Atom::pid, XCB_ATOM_CARDINAL, 1),
-            tellsProcesses_ ? std::optional(askForProcess(connection, window)) : std::nullopt};
+            tellsProcesses_ ? std::optional(askForX11Process(connection, window)) : std::nullopt};
 }
 
 // Takes every answer, wanted or not: one that is left lying would stay in memory.
 std::optional<X11Windows::Client> X11Windows::answer(
     xcb_connection_t* connection, const Questions& questions,
     std::optional<std::uint32_t> currentDesktop) const {
-    const Owned<xcb_get_window_attributes_reply_t> attributes(
+    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
         xcb_get_window_attributes_reply(connection, questions.attributes, nullptr));
-    const Owned<xcb_get_geometry_reply_t> size(
+    const XcbReply<xcb_get_geometry_reply_t> size(
         xcb_get_geometry_reply(connection, questions.size, nullptr));
-    const Owned<xcb_translate_coordinates_reply_t> place(
+    const XcbReply<xcb_translate_coordinates_reply_t> place(
         xcb_translate_coordinates_reply(connection, questions.place, nullptr));
     const auto states = numbersIn(take(connection, questions.state));
     const auto types = numbersIn(take(connection, questions.type));
@@ -238,7 +204,7 @@ std::optional<X11Windows::Client> X11Windows::answer(
     const auto named = numberIn(take(connection, questions.namedProcess));
     Client client{questions.window, {}, {}};
     if (questions.process) {
-        client.process = takeProcess(connection, *questions.process);
+        client.process = takeX11Process(connection, *questions.process);
     }
     if (!client.process && named) {
         client.process = *named;
@@ -257,7 +223,7 @@ std::optional<X11Windows::Client> X11Windows::answer(
 }
 
 std::optional<std::vector<X11Windows::Client>> X11Windows::onScreen() const {
-    xcb_connection_t* connection = root_ == 0 ? nullptr : qtConnection();
+    xcb_connection_t* connection = root_ == 0 ? nullptr : qtX11Connection();
     const auto windows = connection == nullptr ? std::nullopt : allClients(connection);
     if (!windows) {
         return std::nullopt;

@@ -108,6 +108,7 @@ TEST_F(LoginInhibitorsTest, ItsAnnouncementsAreFollowedAndItsEndEndsAll) {
     inhibitors = {{QStringLiteral("idle"), QStringLiteral("block"), 200}};
     appear();
     EXPECT_TRUE(becomes({200})) << "it appears late";
+    settleSystem();
     inhibitors.clear();
     announce("IdleHint");
     settleSystem();

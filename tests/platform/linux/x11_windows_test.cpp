@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <unistd.h>
+#include <xcb/screensaver.h>
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
@@ -16,6 +17,7 @@
 #include "platform/linux/event_loop.h"
 #include "platform/linux/qt_displays.h"
 #include "platform/linux/x11_frontmost_application.h"
+#include "platform/linux/x11_saver_suspensions.h"
 #include "platform/linux/x11_screen_windows.h"
 
 namespace ostrel {
@@ -36,6 +38,7 @@ TEST(X11WindowsTest, WithoutXNothingCanBeTold) {
     EXPECT_EQ(windows.namesOf(1), X11Windows::Names());
     EXPECT_EQ(X11ScreenWindows().onScreen(), std::nullopt);
     EXPECT_FALSE(X11FrontmostApplication().current());
+    EXPECT_TRUE(X11SaverSuspensions().processes().empty());
 }
 
 QByteArray outputOf(const QString& program, const QStringList& arguments) {
@@ -162,7 +165,8 @@ TEST_F(X11WindowsOnX11, TheDesktopsOwnWindowsAreLeftOutAndAProgramCannotLieAbout
                                                          {"_NET_WM_WINDOW_TYPE_DOCK", 0},
                                                          {"_NET_WM_WINDOW_TYPE_DESKTOP", 0}};
     const auto before = windowsOf(getpid()).size();
-    for (const auto& [type, expected] : types) {
+    for (const auto& [type, counted] : types) {
+        const std::size_t expected = before + counted;
         const xcb_window_t window = makeWindow();
         set(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, atom(type));
         set(window, "_NET_WM_PID", XCB_ATOM_CARDINAL, std::uint32_t{2});
@@ -175,13 +179,32 @@ TEST_F(X11WindowsOnX11, TheDesktopsOwnWindowsAreLeftOutAndAProgramCannotLieAbout
                             {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST_STACKING")})
                 .contains(listed);
         })) << type;
-        EXPECT_TRUE(pollUntil([&] { return windowsOf(getpid()).size() == before + expected; }))
-            << type;
+        EXPECT_TRUE(pollUntil([&] { return windowsOf(getpid()).size() == expected; })) << type;
         EXPECT_EQ(X11Windows().processOf(window), getpid());
         xcb_destroy_window(qtConnection(), window);
         xcb_flush(qtConnection());
         ASSERT_TRUE(pollUntil([&] { return windowsOf(getpid()).size() == before; }));
     }
+}
+
+TEST_F(X11WindowsOnX11, WhoeverSuspendsTheServersScreenSaverIsKnownUntilItResumes) {
+    const X11SaverSuspensions suspensions;
+    const auto isKnown = [&] { return suspensions.processes().contains(getpid()); };
+    EXPECT_FALSE(isKnown());
+    xcb_screensaver_suspend(qtConnection(), 1);
+    EXPECT_TRUE(isKnown());
+    xcb_screensaver_suspend(qtConnection(), 1);
+    xcb_screensaver_suspend(qtConnection(), 0);
+    EXPECT_TRUE(isKnown()) << "twice suspended, once resumed";
+    xcb_screensaver_suspend(qtConnection(), 0);
+    EXPECT_FALSE(isKnown());
+
+    xcb_connection_t* other = xcb_connect(nullptr, nullptr);
+    xcb_screensaver_suspend(other, 1);
+    xcb_flush(other);
+    EXPECT_TRUE(pollUntil(isKnown));
+    xcb_disconnect(other);
+    EXPECT_TRUE(pollUntil([&] { return !isKnown(); })) << "a player that ends";
 }
 
 TEST_F(X11WindowsOnX11, AWindowThatIsGoneTellsNothingAndLongTextsAreCut) {
