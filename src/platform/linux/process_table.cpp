@@ -17,7 +17,7 @@ constexpr std::size_t kDeepest = 64;
 // The kernel cuts the names of processes.
 constexpr std::size_t kLongestName = 15;
 // What a process may make of its own files is anybody's guess.
-constexpr std::size_t kMostBytes = 256 * 1024;
+constexpr std::size_t kMostBytes = 1 << 18;
 
 std::string lower(std::string_view text) {
     std::string result(text);
@@ -54,7 +54,7 @@ std::optional<std::string> flatpakName(std::string_view text) {
 std::string ProcessTable::read(Process process, const char* file) const {
     std::ifstream stream(folder_ / std::to_string(process) / file, std::ios::binary);
     std::string text;
-    std::array<char, 4096> part;
+    std::array<char, 4096> part{};
     while (stream && text.size() < kMostBytes) {
         stream.read(part.data(), part.size());
         text.append(part.data(), static_cast<std::size_t>(stream.gcount()));
