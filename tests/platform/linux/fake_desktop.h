@@ -96,7 +96,7 @@ class FakeDesktop {
     // A program `gsettings` for a bus: it prints what was answered last, after `first` is done, and
     // counts its runs.
     static QString gsettings(PrivateBus& bus, const char* first = "") {
-        const QString place = bus.folder() + QStringLiteral("/gsettings");
+        QString place = bus.folder() + QStringLiteral("/gsettings");
         QFile file(place);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         const QByteArray folder = bus.folder().toUtf8();

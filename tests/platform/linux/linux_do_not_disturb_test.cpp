@@ -171,6 +171,35 @@ TEST_F(LinuxDoNotDisturbTest, AHangingServerHoldsNothingUpAndIsHeardWhenItWakesU
     EXPECT_EQ(heard(0), Events{});
 }
 
+TEST_F(LinuxDoNotDisturbTest, WhatAServerSaysAfterItWasReplacedDoesNotCount) {
+    const auto desktop = started(Kind::gnome, true);
+    desktop->server.hangs = true;
+    launch();
+    settle();
+    const auto next = started(Kind::kde, false);
+    EXPECT_EQ(heard(1), Events{"off"});
+    desktop->server.wakeUp();
+    EXPECT_EQ(heard(0), Events{});
+    next->set(true);
+    EXPECT_EQ(heard(1), Events{"on"});
+}
+
+TEST_F(LinuxDoNotDisturbTest, AnErrorOfTheBusInPlaceOfTheServiceIsNoAnswer) {
+    BusQuestion question(bus.connection(kClient), {FakeDesktop::kService,
+                                                   FakeDesktop::kPath,
+                                                   FakeDesktop::kService,
+                                                   QStringLiteral("Anything"),
+                                                   {}});
+    int answers = 0;
+    const Subscription counting =
+        question.answered.subscribe([&answers](const QDBusMessage&) { ++answers; });
+    EXPECT_TRUE(runUntil([&] { return answers == 1; }));
+    EXPECT_FALSE(question.isAnswered());
+    const auto desktop = started(Kind::plain, false);
+    EXPECT_TRUE(runUntil([&] { return question.isAnswered(); })) << "be it with an error";
+    EXPECT_EQ(answers, 3);
+}
+
 TEST_F(LinuxDoNotDisturbTest, AChangeWhileTheAnswerIsOnItsWayIsAskedForAgain) {
     const auto desktop = started(Kind::dunst, false);
     launch();
@@ -287,6 +316,7 @@ TEST_F(GnomeBannersTest, OnlyAWriteToTheKeyIsReadAgain) {
     desktop->answer(true);
     desktop->tellWrite(folder, {QStringLiteral("show-in-lock-screen")});
     desktop->tellWrite(folder + QStringLiteral("show-banners-not"), {QString()});
+    desktop->tellWrite(folder + QStringLiteral("show"), {QString()});
     desktop->tellWrite(QStringLiteral("/org/gnome/desktop/interface/"), {QString()});
     desktop->tellWrite(folder, {});
     desktop->keeper->send(QStringLiteral("ca.desrt.dconf.Writer"), QStringLiteral("Notify"), {7});
