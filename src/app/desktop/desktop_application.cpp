@@ -14,7 +14,9 @@
 #include "platform/calendar/zoned_calendar.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_clock.h"
+#include "platform/linux/linux_do_not_disturb.h"
 #include "platform/linux/linux_notifications.h"
+#include "platform/linux/linux_power_assertions.h"
 #include "platform/linux/linux_run_loop.h"
 #include "platform/linux/no_haptics.h"
 #include "platform/linux/portal_appearance_settings.h"
@@ -26,8 +28,10 @@
 #include "platform/linux/sleep_watch.h"
 #include "platform/linux/termination_signals.h"
 #include "platform/linux/user_attention.h"
+#include "platform/linux/x11_frontmost_application.h"
 #include "platform/linux/x11_hotkeys.h"
 #include "platform/linux/x11_input_idle.h"
+#include "platform/linux/x11_screen_windows.h"
 #include "platform/linux/zone_watch.h"
 #include "platform/virtual/memory_preferences.h"
 #include "screens/accessible_popups.h"
@@ -72,7 +76,7 @@ class LinuxPlatform {
                 notifications,
                 overlayWindows,
                 randomUuids(),
-                {nullptr, nullptr, nullptr, nullptr, &hotkeys},
+                {&frontmost, &windows, &assertions, &doNotDisturb, &hotkeys},
                 std::move(openWindow),
                 requestUserAttention};
     }
@@ -87,6 +91,10 @@ class LinuxPlatform {
     NoHaptics haptics;
     ProcessSoundLibrary sounds;
     X11InputIdle inputIdle;
+    X11FrontmostApplication frontmost;
+    X11ScreenWindows windows;
+    LinuxPowerAssertions assertions{LinuxPowerAssertions::buses(), runLoop};
+    LinuxDoNotDisturb doNotDisturb;
     X11Hotkeys hotkeys;
     QtOverlayWindowMaker overlayWindows;
 

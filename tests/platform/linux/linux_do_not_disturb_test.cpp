@@ -247,7 +247,7 @@ TEST_F(LinuxDoNotDisturbTest, StrangersAndOtherSettingsAreNotListenedTo) {
     const auto desktop = started(Kind::kde, false);
     launch();
     EXPECT_EQ(heard(1), Events{"off"});
-    FakeBusService stranger(bus, QStringLiteral("stranger"), QStringLiteral("a.stranger"),
+    FakeDesktopService stranger(bus, QStringLiteral("stranger"), QStringLiteral("a.stranger"),
                             FakeDesktop::kPath);
     desktop->server.questions.clear();
     desktop->answer(true);
