@@ -278,6 +278,11 @@ TEST_F(MediaPlayersOnBusTest, AVideoPlayerCountsWhileItPlays) {
     change(*first, {}, {kStatus});
     EXPECT_TRUE(becomes(kUs));
     change(*first, {{QStringLiteral("Volume"), 1.0}});
+    const auto other = player("other", QStringLiteral("ostrel-test-Audio"));
+    change(*other, {{kStatus, QStringLiteral("Paused")}});
+    ASSERT_TRUE(pollUntil([&] { return other->calls("Get") == 2; }));
+    session.settle(QStringLiteral("client"), QStringLiteral("other"));
+    EXPECT_EQ(holders(), kUs) << "another player's state";
     status = QStringLiteral("Stopped");
     change(*first, {}, {kStatus});
     EXPECT_TRUE(becomes({}));

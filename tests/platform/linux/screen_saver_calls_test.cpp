@@ -106,7 +106,9 @@ TEST_F(ScreenSaverCallsTest, ACallerThatLeavesTheBusHoldsNothing) {
 TEST_F(ScreenSaverCallsTest, CallsThatNoServiceTakesDoNotCountAndItsEndEndsTheOthers) {
     launch();
     inhibit(kPlayer, "film");
+    session.settle(kPlayer, QStringLiteral("settler"));
     settle();
+    EXPECT_EQ(holders(), Holders());
     appear();
     settle();
     EXPECT_EQ(holders(), Holders());
