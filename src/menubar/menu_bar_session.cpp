@@ -35,24 +35,29 @@ LocalizedText describePause(const SessionStateModel& session, const TimeOfDay& t
     return {isFocus ? "menubar.pause.focus" : "menubar.pause.schedule", {}};
 }
 
-std::string statusKey(const MenuBarSession& session, CardMode mode) {
+LocalizedText statusOf(const MenuBarSession& session, CardMode mode, const TimeOfDay& timeOfDay) {
     if (session.isOnScreen) {
-        return "menubar.status.on_screen";
+        return {"menubar.status.on_screen", {}};
     }
     if (mode == CardMode::disabled) {
-        return "menubar.status.disabled";
+        return {"menubar.status.disabled", {}};
     }
     if (mode == CardMode::paused) {
         const bool isOffWork = session.session.pauseReasons == std::set{PauseReason::schedule};
-        return isOffWork ? "menubar.status.off" : "state.paused";
+        return {isOffWork ? "menubar.status.off" : "state.paused", {}};
     }
     if (session.isHeld) {
-        return "menubar.status.held";
+        return {"menubar.status.held", {}};
     }
     if (mode == CardMode::away) {
-        return "menubar.status.away";
+        return {"menubar.status.away", {}};
     }
-    return session.context.strictMode ? "menubar.status.strict_active" : "menubar.tooltip.on";
+    if (session.context.strictMode) {
+        return {"menubar.status.strict_active", {}};
+    }
+    return session.workUntil
+               ? LocalizedText{"menubar.status.on_until %@", {timeOfDay(*session.workUntil)}}
+               : LocalizedText{"menubar.tooltip.on", {}};
 }
 
 bool isEmpty(const DailyCounterModel& day) {
@@ -72,7 +77,7 @@ MenuBarSessionDerivedState derive(const MenuBarSession& session, const TimeOfDay
             mode,
             MenuBarFormatter::nearestChannel(session.context.state).kind,
             session.eyeJoinsBody,
-            {statusKey(session, mode), {}}};
+            statusOf(session, mode, timeOfDay)};
 }
 
 }  // namespace ostrel

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,8 +19,9 @@ struct MenuBarSession {
     SessionStateModel session;
     DailyCounterModel today;
     bool eyeJoinsBody = false;
-    bool isHeld = false;      // a due break waits
-    bool isOnScreen = false;  // a break is presented
+    bool isHeld = false;                // a due break waits
+    bool isOnScreen = false;            // a break is presented
+    std::optional<WallTime> workUntil;  // the end of the work hours that the user is in
 };
 
 // The dropdown's view of the session.

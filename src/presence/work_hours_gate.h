@@ -47,6 +47,11 @@ class WorkHoursGate {
 
     [[nodiscard]] const Published<bool>& isWithinWorkHours() const { return isWithinWorkHours_; }
 
+    // The end of the present work hours; absent outside of them and where there are none.
+    [[nodiscard]] std::optional<WallTime> workUntil() const {
+        return *isWithinWorkHours_ ? insideUntil_ : std::nullopt;
+    }
+
     void start();
 
     // By the present settings.

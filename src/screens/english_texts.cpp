@@ -167,6 +167,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"menubar.tooltip.default", "Ostrel"},
     {"menubar.status.next_eye %@", "Next eye break in %@"},
     {"menubar.status.next_body %@", "Next body break in %@"},
+    {"menubar.status.on_until %@", "On until %@"},
     {"menubar.status.disabled", "Breaks are switched off"},
     {"menubar.status.off", "Off for now"},
     {"menubar.status.strict_active", "Strict mode is on"},

@@ -65,7 +65,8 @@ MenuBarSession sessionOf(const StatusMenu::Services& services) {
         *services.dailyCounter.model(),
         services.timerEngine.eyeJoinsBody(),
         services.timerEngine.isDeferring(),
-        services.overlayManager.activeSession()->has_value()};
+        services.overlayManager.activeSession()->has_value(),
+        services.workUntil()};
 }
 
 MenuBarSessionDerivedState stateOf(const StatusMenu::Services& services) {

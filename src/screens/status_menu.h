@@ -2,7 +2,9 @@
 
 #include <QMenu>
 #include <functional>
+#include <optional>
 
+#include "base/clock.h"
 #include "base/subscription.h"
 
 class QAction;
@@ -27,6 +29,7 @@ class StatusMenu : public QMenu {
         const SettingsStore& settingsStore;
         const OverlayManager& overlayManager;
         const DailyCounter& dailyCounter;
+        std::function<std::optional<WallTime>()> workUntil;
         std::function<void()> quit;
     };
 

@@ -31,6 +31,8 @@ TEST(MenuBarSession, TheStatusLineTellsWhatCountsMost) {
         EXPECT_EQ(derived(session).cardMode, mode) << key;
     };
     expect("menubar.tooltip.on", CardMode::running);
+    session.workUntil = wallTimeAt(4711);
+    EXPECT_EQ(derived(session).statusLine, (LocalizedText{"menubar.status.on_until %@", {"4711"}}));
     session.context.strictMode = true;
     expect("menubar.status.strict_active", CardMode::running);
     session.context.isAway = true;

@@ -48,7 +48,8 @@ TEST(StatusIcon, EveryFaceIsAPictureOfItsOwn) {
         }
         pictures.push_back(picture);
     }
-    EXPECT_EQ(StatusIcon::draw(StatusIcon::faceOf(running, {599, 0}), 22).toImage(), pictures.front())
+    EXPECT_EQ(StatusIcon::draw(StatusIcon::faceOf(running, {599, 0}), 22).toImage(),
+              pictures.front())
         << "the second within a minute cannot be seen";
 }
 
@@ -84,8 +85,10 @@ struct StatusItemTest : ::testing::Test {
     OverlayBench bench;
     DailyCounter counter{bench.counterServices()};
     int quits = 0;
-    StatusMenu::Services services{bench.engine(),  bench.session(), bench.settings(),
-                                  bench.overlay(), counter,         [this] { ++quits; }};
+    std::optional<WallTime> workUntil;
+    StatusMenu::Services services{bench.engine(),     bench.session(), bench.settings(),
+                                  bench.overlay(),    counter,         [this] { return workUntil; },
+                                  [this] { ++quits; }};
 };
 
 TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
@@ -106,6 +109,8 @@ TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
         menu.refresh();
         return menu.actions().front()->text().toStdString();
     };
+    workUntil = bench.now() + std::chrono::hours(8);
+    EXPECT_EQ(firstLine(), "On until 17:50");
     bench.engine().pause(PauseReason::schedule);
     EXPECT_EQ(firstLine(), "Off for now");
     bench.engine().pause(PauseReason::focus);

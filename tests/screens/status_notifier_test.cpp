@@ -62,8 +62,13 @@ struct StatusNotifierTest : ::testing::Test {
     std::unique_ptr<FakeWatcher> watcher;
     OverlayBench bench;
     DailyCounter counter{bench.counterServices()};
-    StatusMenu::Services services{bench.engine(),  bench.session(), bench.settings(),
-                                  bench.overlay(), counter,         [] {}};
+    StatusMenu::Services services{bench.engine(),
+                                  bench.session(),
+                                  bench.settings(),
+                                  bench.overlay(),
+                                  counter,
+                                  [] { return std::nullopt; },
+                                  [] {}};
 };
 
 TEST_F(StatusNotifierTest, RegistersByItsNameWithEveryWatcherThatComes) {

@@ -133,7 +133,9 @@ class RunningApplication {
                         [this] { return appearance_.isDark() ? Shade::dark : Shade::light; }),
           statusItem({environment.timerEngine(), environment.sessionStateStore(),
                       environment.settingsStore(), environment.overlayManager(),
-                      environment.dailyCounter(), [] { QApplication::quit(); }}),
+                      environment.dailyCounter(),
+                      [this] { return environment.workHoursGate().workUntil(); },
+                      [] { QApplication::quit(); }}),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
         teller_ = &statusItem;
         if (hasFailed_) {
