@@ -215,7 +215,7 @@ BusMenuLayout MenuExport::layoutOf(int id, int depth, const QStringList& names) 
     BusMenuLayout layout{id, chosen(entry.properties, names), {}};
     if (depth != 0) {
         for (const int child : entry.children) {
-            layout.children.push_back(layoutOf(child, depth - 1, names));
+            layout.children.push_back(layoutOf(child, depth < 0 ? depth : depth - 1, names));
         }
     }
     return layout;
