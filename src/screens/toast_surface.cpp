@@ -116,7 +116,9 @@ void ToastSurface::place() {
     card_->layout()->activate();
     window_->layout()->invalidate();
     window_->layout()->activate();
-    window_->adjustSize();
+    // Not adjustSize(): that makes no window that can stretch less than 100 pixels high.
+    const int width = window_->sizeHint().width();
+    window_->resize(width, window_->layout()->totalHeightForWidth(width));
     window_->move(area_.right() + 1 - kDistance + shadow - window_->width(),
                   area_.top() + kDistance - shadow);
     if (!isTranslucent) {
