@@ -45,9 +45,9 @@ std::vector<GuidedMove> withKeys(std::string_view kind, std::span<const Named> n
 }  // namespace
 
 std::span<const GuidedMove> GuidedMoveCatalog::moves(BreakLogEntry::Kind kind) {
-    static const std::vector<GuidedMove> body = withKeys("body", kBody);
-    static const std::vector<GuidedMove> eye = withKeys("eye", kEye);
-    return kind == BreakLogEntry::Kind::eye ? eye : body;
+    static const std::vector<GuidedMove> kBodyMoves = withKeys("body", kBody);
+    static const std::vector<GuidedMove> kEyeMoves = withKeys("eye", kEye);
+    return kind == BreakLogEntry::Kind::eye ? kEyeMoves : kBodyMoves;
 }
 
 std::int64_t GuidedMoveCatalog::wrap(std::int64_t index, std::int64_t count) {

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QVector>
+#include <algorithm>
 
 namespace ostrel {
 namespace {
@@ -25,8 +26,11 @@ class AccessibleApplication : public QAccessibleApplication {
         if (index >= 0) {
             return index;
         }
-        const auto popup = popups().indexOf(const_cast<QAccessibleInterface*>(child));
-        return popup < 0 ? -1 : QAccessibleApplication::childCount() + static_cast<int>(popup);
+        const auto all = popups();
+        const auto popup = std::find(all.begin(), all.end(), child);
+        return popup == all.end()
+                   ? -1
+                   : QAccessibleApplication::childCount() + static_cast<int>(popup - all.begin());
     }
 
   private:

@@ -8,7 +8,14 @@
 namespace ostrel {
 namespace {
 
-using namespace FigureParts;
+using FigureParts::addArrow;
+using FigureParts::addGround;
+using FigureParts::addThin;
+using FigureParts::arc;
+using FigureParts::Heads;
+using FigureParts::kThin;
+using FigureParts::polyline;
+using FigureParts::wave;
 using Ink = FigureScene::Ink;
 
 void addBody(FigureScene& scene, const BodyMotion& motion, double phase) {

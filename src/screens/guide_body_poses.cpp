@@ -1,5 +1,6 @@
 #include "screens/guide_body_poses.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "screens/figure_parts.h"
@@ -181,7 +182,7 @@ constexpr Key kDaylightKeys[] = {
 }  // namespace
 
 BodyPose BodyMotion::at(double phase) const {
-    const std::size_t count = keys.size();
+    const std::size_t count = std::max<std::size_t>(keys.size(), 1);  // there is always one
     std::size_t next = 0;
     while (next < count && keys[next].phase <= phase) {
         ++next;

@@ -10,7 +10,13 @@
 namespace ostrel {
 namespace {
 
-using namespace FigureParts;
+using FigureParts::addGround;
+using FigureParts::addThin;
+using FigureParts::arc;
+using FigureParts::between;
+using FigureParts::disc;
+using FigureParts::polyline;
+using FigureParts::wave;
 using Ink = FigureScene::Ink;
 
 constexpr double kLine = 6.0;  // of what matters
@@ -210,8 +216,9 @@ FigureScene figureEight(double phase) {
     }
     scene.line(eight, kLine, Ink::kFaint);
     QPainterPath tail(onEight(phase - kTail));
-    for (int i = 1; i <= kSteps / 4; ++i) {
-        tail.lineTo(onEight(phase - kTail + kTail * i / (kSteps / 4)));
+    constexpr int kTailSteps = kSteps / 4;
+    for (int i = 1; i <= kTailSteps; ++i) {
+        tail.lineTo(onEight(phase - kTail + kTail * i / kTailSteps));
     }
     scene.line(tail, kLine, Ink::kSoft);
     const QPointF dot = onEight(phase);

@@ -58,7 +58,7 @@ class OverlayView : public QWidget {
     [[nodiscard]] int arrangeActions();
     void arrangeMiddle(int top, int bottom);
     [[nodiscard]] int titleHeight(int width) const;
-    [[nodiscard]] int ringSide(int most, int guide) const;
+    [[nodiscard]] int ringSide(int room, int guide) const;
     void placeTitle(int bottom, int width);
 
     OverlayManager& manager_;

@@ -57,7 +57,7 @@ std::string_view textFor(std::string_view key, std::span<const Argument> argumen
 // In the current language, placeholders and all.
 QString translated(std::string_view key, std::span<const Argument> arguments) {
     const std::string_view english = textFor(key, arguments);
-    const QString text = QString::fromUtf8(english.data(), static_cast<qsizetype>(english.size()));
+    QString text = QString::fromUtf8(english.data(), static_cast<qsizetype>(english.size()));
     switch (language()) {
         case Language::longer:
             return PseudoTexts::lengthened(text);

@@ -56,7 +56,7 @@ TEST(MenuBarSession, APauseIsDescribedByTheReasonThatTheUserCanEnd) {
     const struct {
         MenuBarSession session;
         LocalizedText description;
-        bool isUsers;
+        bool isUsers = false;
     } cases[] = {
         {paused({user, focus, schedule}, end), {"menubar.pause.until %@", {"4711"}}, true},
         {paused({user, schedule}), {"menubar.pause.indefinite_state", {}}, true},

@@ -44,8 +44,8 @@ struct HotkeyRouterTest : ::testing::Test, PresenceBench {
 
 TEST(HotkeyValidation, RefusesWhatCannotBeAndWhatTheSystemUses) {
     const struct {
-        std::uint32_t keyCode;
-        std::uint32_t modifiers;
+        std::uint32_t keyCode = 0;
+        std::uint32_t modifiers = 0;
         Result result;
     } cases[] = {
         {128, kCommand, {Kind::invalid, {}}},

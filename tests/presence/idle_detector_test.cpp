@@ -45,9 +45,9 @@ struct IdleDetectorTest : ::testing::Test, PresenceBench {
 
 TEST_F(IdleDetectorTest, TheThresholdCountsInclusiveAndIsNeverBelowHalfAMinute) {
     const struct {
-        std::int64_t thresholdSec;
+        std::int64_t thresholdSec = 0;
         std::optional<double> reading;
-        bool isIdle;
+        bool isIdle = false;
     } cases[] = {{300, 299.9, false}, {300, 300, true}, {10, 29.9, false},
                  {10, 30, true},      {-5, 29, false},  {60, std::nullopt, false}};
     for (const auto& [thresholdSec, reading, isIdle] : cases) {

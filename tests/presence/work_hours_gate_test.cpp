@@ -80,9 +80,8 @@ TEST(WorkHoursGateTest, LooksAgainAtEveryOccasionAndAtEditedHoursAlone) {
     bench.engine.pause(PauseReason::schedule);
     bench.setUp([](auto& model) { model.eyeBreakIntervalSec = 900; });
     EXPECT_TRUE(bench.isHeldBy(PauseReason::schedule)) << "not looked at";
-    for (Signal<>* event :
-         {&bench.systemEvents.dayChanged, &bench.systemEvents.clockChanged,
-          &bench.systemEvents.didWake, &bench.systemEvents.didBecomeActive}) {
+    for (Signal<>* event : {&bench.systemEvents.dayChanged, &bench.systemEvents.clockChanged,
+                            &bench.systemEvents.didWake, &bench.systemEvents.didBecomeActive}) {
         bench.engine.pause(PauseReason::schedule);
         event->send();
         EXPECT_FALSE(bench.isHeldBy(PauseReason::schedule));

@@ -20,8 +20,8 @@ const std::set<std::int64_t> kMondayToFriday{2, 3, 4, 5, 6};
 TEST(WorkHours, TheWindowBelongsToTheDayOnWhichItStarts) {
     const struct {
         WindowShape shape;
-        const char* time;  // 2026-03-09 is a Monday
-        bool isWithin;
+        const char* time = nullptr;  // 2026-03-09 is a Monday
+        bool isWithin = false;
     } cases[] = {
         {{true, 540, 1080, kMondayToFriday}, "2026-03-09T08:59:59", false},
         {{true, 540, 1080, kMondayToFriday}, "2026-03-09T09:00:00", true},

@@ -45,11 +45,7 @@ QImage sheetOf(const std::vector<const GuideFigure*>& figures, int side) {
     return picture;
 }
 
-}  // namespace
-}  // namespace ostrel
-
-int main(int argc, char** argv) {
-    using namespace ostrel;
+int run(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -70,4 +66,11 @@ int main(int argc, char** argv) {
     }
     constexpr int kSide = 260;
     return sheetOf(figures, kSide).save(QString::fromStdString(arguments[0])) ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace ostrel
+
+int main(int argc, char** argv) {
+    return ostrel::run(argc, argv);
 }

@@ -39,8 +39,8 @@ struct LinuxNotificationsTest : NotificationsBench {
 TEST_F(LinuxNotificationsTest, PostsInTheWordsThatTheServerUnderstands) {
     struct Case {
         QStringList abilities;
-        const char* category;
-        const char* body;
+        const char* category = nullptr;
+        const char* body = nullptr;
         QStringList actions;
     };
     const QStringList tap{"default", "Ostrel"};
