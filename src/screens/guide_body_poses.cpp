@@ -1,8 +1,8 @@
 #include "screens/guide_body_poses.h"
 
-#include <algorithm>
 #include <cstddef>
 
+#include "base/fatal.h"
 #include "screens/figure_parts.h"
 
 namespace ostrel {
@@ -182,7 +182,10 @@ constexpr Key kDaylightKeys[] = {
 }  // namespace
 
 BodyPose BodyMotion::at(double phase) const {
-    const std::size_t count = std::max<std::size_t>(keys.size(), 1);  // there is always one
+    const std::size_t count = keys.size();
+    if (count == 0) {
+        fatal("a motion has no pose");
+    }
     std::size_t next = 0;
     while (next < count && keys[next].phase <= phase) {
         ++next;
