@@ -7,8 +7,7 @@ struct xcb_connection_t;
 
 namespace ostrel {
 
-// Qt's connection to the X server; null where it has none, or none that works. Needs a
-// QGuiApplication.
+// Qt's connection to the X server; null where it has none, or none that works.
 [[nodiscard]] xcb_connection_t* qtX11Connection();
 
 struct FreeXcbReply {

@@ -1,13 +1,12 @@
 #include "platform/linux/sleep_watch.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <ctime>
 #include <utility>
 
 #include "platform/api/system_events.h"
+#include "platform/linux/dbus_questions.h"
 #include "platform/linux/linux_run_loop.h"
 
 namespace ostrel {
@@ -52,20 +51,15 @@ SleepWatch::SleepWatch(SystemEvents& events, LinuxRunLoop& runLoop, QDBusConnect
 }
 
 void SleepWatch::takeLock() {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Inhibit"));
-    call.setAutoStartService(false);
+    QDBusMessage call = questionTo(kService, kPath, kInterface, QStringLiteral("Inhibit"));
     call << QStringLiteral("sleep") << QStringLiteral("Ostrel")
          << QStringLiteral("Ends the break on the screen") << QStringLiteral("delay");
-    auto* answer = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this,
-            [this, request = ++lockRequest_](QDBusPendingCallWatcher* finished) {
-                finished->deleteLater();
-                const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *finished;
-                if (!reply.isError() && request == lockRequest_) {
-                    lock_ = reply.value();
-                }
-            });
+    ask(bus_, call, this, [this, request = ++lockRequest_](const QDBusMessage& answer) {
+        const auto lock = onlyArgument(answer, QLatin1String("h"));
+        if (lock && request == lockRequest_) {
+            lock_ = lock->value<QDBusUnixFileDescriptor>();
+        }
+    });
 }
 
 void SleepWatch::prepareForSleep(bool isAboutTo) {

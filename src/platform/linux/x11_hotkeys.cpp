@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/linux/qt_x11.h"
 #include "platform/linux/virtual_keys.h"
 
 namespace ostrel {
@@ -26,13 +27,6 @@ constexpr std::uint16_t kLocks[] = {0, XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2,
 // The slowest repetition that a keyboard is set to.
 constexpr std::uint32_t kLongestRepeatMs = 1000;
 constexpr std::uint8_t kSentByProgram = 0x80;
-
-xcb_connection_t* qtConnection() {
-    const auto* x11 =
-        qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    xcb_connection_t* connection = x11 ? x11->connection() : nullptr;
-    return connection && xcb_connection_has_error(connection) == 0 ? connection : nullptr;
-}
 
 xcb_window_t rootOf(xcb_connection_t* connection) {
     return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
@@ -81,7 +75,7 @@ class X11Hotkeys::GrabRegistration : public Registration {
     GrabRegistration(const GrabRegistration&) = delete;
     GrabRegistration& operator=(const GrabRegistration&) = delete;
     ~GrabRegistration() override {
-        if (xcb_connection_t* connection = qtConnection()) {
+        if (xcb_connection_t* connection = qtX11Connection()) {
             release(connection, grab_->keycode, grab_->modifiers);
         }
         owner_.grabs_.erase(grab_);
@@ -93,7 +87,7 @@ class X11Hotkeys::GrabRegistration : public Registration {
 };
 
 X11Hotkeys::X11Hotkeys() {
-    if (qtConnection()) {
+    if (qtX11Connection()) {
         QCoreApplication::instance()->installNativeEventFilter(this);
     }
 }
@@ -107,7 +101,7 @@ X11Hotkeys::~X11Hotkeys() {
 std::unique_ptr<GlobalHotkeys::Registration> X11Hotkeys::add(std::uint32_t keyCode,
                                                              std::uint32_t modifiers,
                                                              std::function<void()> onPress) {
-    xcb_connection_t* connection = qtConnection();
+    xcb_connection_t* connection = qtX11Connection();
     const auto keycode = x11KeycodeOf(keyCode);
     const std::uint16_t mask = x11Modifiers(modifiers);
     // Without a modifier the key would be lost to everybody else.

@@ -3,24 +3,12 @@
 #include <xcb/screensaver.h>
 #include <xcb/xcb.h>
 
-#include <QGuiApplication>
-#include <cstdlib>
-#include <memory>
+#include "platform/linux/qt_x11.h"
 
 namespace ostrel {
-namespace {
-
-xcb_connection_t* qtConnection() {
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    xcb_connection_t* connection = x11 == nullptr ? nullptr : x11->connection();
-    const bool isUsable = connection != nullptr && xcb_connection_has_error(connection) == 0;
-    return isUsable ? connection : nullptr;
-}
-
-}  // namespace
 
 X11InputIdle::X11InputIdle() {
-    xcb_connection_t* connection = qtConnection();
+    xcb_connection_t* connection = qtX11Connection();
     if (connection == nullptr) {
         return;
     }
@@ -32,13 +20,13 @@ X11InputIdle::X11InputIdle() {
 }
 
 std::optional<double> X11InputIdle::secondsSinceLastInput() const {
-    xcb_connection_t* connection = root_ == 0 ? nullptr : qtConnection();
+    xcb_connection_t* connection = root_ == 0 ? nullptr : qtX11Connection();
     if (connection == nullptr) {
         return std::nullopt;
     }
     const auto cookie = xcb_screensaver_query_info(connection, root_);
-    const std::unique_ptr<xcb_screensaver_query_info_reply_t, decltype(&std::free)> reply(
-        xcb_screensaver_query_info_reply(connection, cookie, nullptr), &std::free);
+    const XcbReply<xcb_screensaver_query_info_reply_t> reply(
+        xcb_screensaver_query_info_reply(connection, cookie, nullptr));
     return reply ? std::optional(reply->ms_since_user_input / 1000.0) : std::nullopt;
 }
 
