@@ -3,13 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QEventLoop>
 #include <QKeyEvent>
-#include <QTimer>
 #include <QWidget>
 #include <QWindow>
-#include <functional>
 #include <memory>
+
+#include "run_until.h"
 
 namespace ostrel {
 
@@ -35,26 +34,6 @@ class GuiEnvironment : public ::testing::Environment {
 
 inline ::testing::Environment* const kGuiEnvironment =
     ::testing::AddGlobalTestEnvironment(new GuiEnvironment);
-
-// Runs the event loop until `condition` holds; false when it does not within five seconds.
-inline bool runUntil(const std::function<bool()>& condition) {
-    bool holds = condition();
-    if (holds) {
-        return true;
-    }
-    QEventLoop loop;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &loop, [&] {
-        holds = condition();
-        if (holds) {
-            loop.quit();
-        }
-    });
-    look.start(5);
-    QTimer::singleShot(5000, &loop, &QEventLoop::quit);
-    loop.exec();
-    return holds;
-}
 
 enum class Repeat { no, automatic };
 

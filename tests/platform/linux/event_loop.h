@@ -2,12 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <QEventLoop>
 #include <QGuiApplication>
-#include <QTimer>
-#include <chrono>
-#include <functional>
 #include <memory>
+
+#include "run_until.h"
 
 namespace ostrel {
 
@@ -32,33 +30,5 @@ class ApplicationEnvironment : public ::testing::Environment {
 
 inline ::testing::Environment* const kApplicationEnvironment =
     ::testing::AddGlobalTestEnvironment(new ApplicationEnvironment);
-
-// Runs the event loop until `condition`, which its events bring about, holds; false when it does
-// not within `limit`.
-inline bool runUntil(const std::function<bool()>& condition,
-                     std::chrono::milliseconds limit = std::chrono::seconds(10)) {
-    const auto end = std::chrono::steady_clock::now() + limit;
-    QTimer guard;
-    guard.start(limit);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() >= end) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
-
-// Likewise for a condition that comes about without an event: looks at it every few milliseconds.
-inline bool pollUntil(const std::function<bool()>& condition) {
-    QTimer look;
-    look.start(5);
-    return runUntil(condition);
-}
-
-// Runs the event loop for a while.
-inline void runFor(std::chrono::milliseconds length) {
-    static_cast<void>(runUntil([] { return false; }, length));
-}
 
 }  // namespace ostrel

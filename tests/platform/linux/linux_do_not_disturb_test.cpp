@@ -248,7 +248,7 @@ TEST_F(LinuxDoNotDisturbTest, StrangersAndOtherSettingsAreNotListenedTo) {
     launch();
     EXPECT_EQ(heard(1), Events{"off"});
     FakeDesktopService stranger(bus, QStringLiteral("stranger"), QStringLiteral("a.stranger"),
-                            FakeDesktop::kPath);
+                                FakeDesktop::kPath);
     desktop->server.questions.clear();
     desktop->answer(true);
     const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
@@ -356,12 +356,12 @@ TEST_F(GnomeBannersTest, AWriteWhileItIsBeingReadIsReadAfterwards) {
     for (int time = 0; time < 5; ++time) {
         desktop->tell();
     }
-    ASSERT_TRUE(pollUntil([this] { return FakeDesktop::runs(bus) == 2; }));
+    ASSERT_TRUE(runUntil([this] { return FakeDesktop::runs(bus) == 2; }));
     settle();
     desktop->answer(true);
     QFile::remove(hold);
     EXPECT_TRUE(runUntilIs(banners, true));
-    EXPECT_TRUE(pollUntil([this] { return FakeDesktop::runs(bus) == 3; }));
+    EXPECT_TRUE(runUntil([this] { return FakeDesktop::runs(bus) == 3; }));
     settle();
     runFor(20ms);
     EXPECT_EQ(FakeDesktop::runs(bus), 3);
@@ -395,7 +395,7 @@ TEST_F(GnomeBannersTest, AReadingThatIsUnderWayEndsWithItsOwner) {
     const QString script = FakeDesktop::gsettings(bus, "echo $$ >\"$0.pid\"; exec sleep 1000");
     auto banners = std::make_unique<GnomeBanners>(bus.connection(kClient), script);
     QFile file(script + QStringLiteral(".pid"));
-    ASSERT_TRUE(pollUntil([&] { return file.exists() && file.size() > 0; }));
+    ASSERT_TRUE(runUntil([&] { return file.exists() && file.size() > 0; }));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString process = QStringLiteral("/proc/") + QString::fromUtf8(file.readAll().trimmed());
     ASSERT_TRUE(QFile::exists(process));

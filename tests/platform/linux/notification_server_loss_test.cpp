@@ -143,7 +143,7 @@ TEST_F(StartedServerTest, TheBusStartsAServerOnlyWhenThereIsSomethingToShow) {
             EXPECT_EQ(notifications->authorization(), Authorization::unknown);
         }
         notifications->add(request("a", "title"));
-        ASSERT_TRUE(pollUntil([&] { return count() == run; }));
+        ASSERT_TRUE(runUntil([&] { return count() == run; }));
         auto server = appeared(kServer);
         EXPECT_EQ(server->takeCalls(), Events{"Notify 0 TITLE"});
         EXPECT_EQ(notifications->authorization(), Authorization::granted);
@@ -161,7 +161,7 @@ TEST_F(StartedServerTest, AServerThatCannotBeStartedIsTriedOnceForEachPost) {
     for (int post = 1; post <= 2; ++post) {
         notifications->add(request("due", "due", AfterSeconds{1}));
         loop.runFor(1s);
-        ASSERT_TRUE(pollUntil([&] {
+        ASSERT_TRUE(runUntil([&] {
             settleWithBus();
             return notifications->authorization() == Authorization::denied && count() == post;
         }));
@@ -176,7 +176,7 @@ TEST_F(StartedServerTest, AServerThatDiesBeforeItIsReadyIsNotStartedAgain) {
     notifications->add(request("a", "stale"));
     notifications->add(request("due", "due", AfterSeconds{1}));
     loop.runFor(1s);
-    ASSERT_TRUE(pollUntil([&] { return count() == 1; }));
+    ASSERT_TRUE(runUntil([&] { return count() == 1; }));
     auto server = std::make_unique<FakeNotificationServer>(bus, kServer);
     server->abilityAnswers = Answers::late;
     server->appear();

@@ -43,7 +43,7 @@ struct PowerAssertionsBench : ::testing::Test {
             loop, processes.table());
         // A monitor has no name on the bus.
         const QString monitor = session.connection(QStringLiteral("monitor")).baseService();
-        ASSERT_TRUE(pollUntil([&] { return !session.hasName(monitor); }));
+        ASSERT_TRUE(runUntil([&] { return !session.hasName(monitor); }));
     }
 
     [[nodiscard]] Holders holders() const {
@@ -58,7 +58,7 @@ struct PowerAssertionsBench : ::testing::Test {
         return found;
     }
     [[nodiscard]] bool becomes(const Holders& expected) const {
-        return pollUntil([&] { return holders() == expected; });
+        return runUntil([&] { return holders() == expected; });
     }
     // What is on its way on the session bus has arrived, also where an answer asks for the next.
     void settle() {

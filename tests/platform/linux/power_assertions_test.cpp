@@ -85,7 +85,7 @@ TEST_F(LoginInhibitorsTest, ThoseThatBlockIdlenessCountWithTheirAncestors) {
 TEST_F(LoginInhibitorsTest, ItIsAskedWithEachAnswerButNotMoreOftenThanEveryFiveSeconds) {
     appear();
     launch();
-    EXPECT_TRUE(pollUntil([&] { return login->calls("ListInhibitors") == 1; }));
+    EXPECT_TRUE(runUntil([&] { return login->calls("ListInhibitors") == 1; }));
     settleSystem();
     EXPECT_EQ(holders(), Holders());
     settleSystem();
@@ -280,7 +280,7 @@ TEST_F(MediaPlayersOnBusTest, AVideoPlayerCountsWhileItPlays) {
     change(*first, {{QStringLiteral("Volume"), 1.0}});
     const auto other = player("other", QStringLiteral("ostrel-test-Audio"));
     change(*other, {{kStatus, QStringLiteral("Paused")}});
-    ASSERT_TRUE(pollUntil([&] { return other->calls("Get") == 2; }));
+    ASSERT_TRUE(runUntil([&] { return other->calls("Get") == 2; }));
     session.settle(QStringLiteral("client"), QStringLiteral("other"));
     EXPECT_EQ(holders(), kUs) << "another player's state";
     status = QStringLiteral("Stopped");
@@ -297,7 +297,7 @@ TEST_F(MediaPlayersOnBusTest, APlayerOfMusicDoesNotCount) {
     const auto music = player("music", QStringLiteral("ostrel-test-Audio"));
     const auto unknown = player("unknown", QStringLiteral("ostrel-test-None"));
     launch();
-    ASSERT_TRUE(pollUntil([&] { return music->calls("Get") == 2 && unknown->calls("Get") == 2; }));
+    ASSERT_TRUE(runUntil([&] { return music->calls("Get") == 2 && unknown->calls("Get") == 2; }));
     settle();
     EXPECT_EQ(holders(), Holders());
 }
@@ -314,10 +314,10 @@ TEST_F(PowerAssertionsTest, OnlyWithoutAnyBusItCannotBeTold) {
                                     loop);
     settle();
     session.end();
-    ASSERT_TRUE(pollUntil([&] { return !client.isConnected(); }));
+    ASSERT_TRUE(runUntil([&] { return !client.isConnected(); }));
     EXPECT_EQ(both.byProcess(), nobody);
     system.end();
-    EXPECT_TRUE(pollUntil([&] { return !both.byProcess(); }));
+    EXPECT_TRUE(runUntil([&] { return !both.byProcess(); }));
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ struct ScreenSaverCallsTest : PowerAssertionsBench {
     void release(const QString& by) { call(by, "UnInhibit", {7U}); }
     // The calls so far have been heard.
     void listen(int inhibits, int releases = 0) {
-        ASSERT_TRUE(pollUntil([&] {
+        ASSERT_TRUE(runUntil([&] {
             return saver->calls("Inhibit") == inhibits && saver->calls("UnInhibit") == releases;
         }));
         settle();

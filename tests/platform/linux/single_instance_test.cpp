@@ -31,7 +31,7 @@ int inOtherProcess(const std::function<int()>& body) {
         _exit(body());
     }
     int status = -1;
-    EXPECT_TRUE(pollUntil([&] { return waitpid(child, &status, WNOHANG) == child; }));
+    EXPECT_TRUE(runUntil([&] { return waitpid(child, &status, WNOHANG) == child; }));
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

@@ -67,7 +67,7 @@ class SoundServer {
              QStringLiteral("module-native-protocol-unix auth-anonymous=1 "
                             "auth-cookie-enabled=0 socket=") +
                  socket_});
-        if (!pollUntil([this] { return answers(); })) {
+        if (!runUntil([this] { return answers(); })) {
             return false;
         }
         recorder_.start(

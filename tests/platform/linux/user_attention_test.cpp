@@ -59,15 +59,15 @@ TEST(UserAttentionTest, OnlyAListedWindowThatTheUserHasTurnedAwayFromAsksForIt) 
     ASSERT_TRUE(runUntil([&] { return window.isActive(); }));
     requestUserAttention();
     window.showMinimized();
-    ASSERT_TRUE(pollUntil(nothingIsActive));
+    ASSERT_TRUE(runUntil(nothingIsActive));
     EXPECT_FALSE(demandsAttention(window)) << "the user was there";
 
     requestUserAttention();
-    EXPECT_TRUE(pollUntil([&] { return demandsAttention(window); }));
+    EXPECT_TRUE(runUntil([&] { return demandsAttention(window); }));
     EXPECT_FALSE(demandsAttention(overlay));
     window.showNormal();
     window.requestActivate();
-    EXPECT_TRUE(pollUntil([&] { return window.isActive() && !demandsAttention(window); }));
+    EXPECT_TRUE(runUntil([&] { return window.isActive() && !demandsAttention(window); }));
 }
 
 }  // namespace

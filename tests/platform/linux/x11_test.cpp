@@ -77,7 +77,7 @@ struct X11InputIdleOnX11 : ::testing::Test {
 TEST_F(X11InputIdleOnX11, GrowsUntilTheNextInput) {
     const X11InputIdle idle;
     ASSERT_TRUE(idle.secondsSinceLastInput());
-    ASSERT_TRUE(pollUntil([&] { return idle.secondsSinceLastInput() >= 0.3; }));
+    ASSERT_TRUE(runUntil([&] { return idle.secondsSinceLastInput() >= 0.3; }));
     EXPECT_LT(idle.secondsSinceLastInput(), 3600.0);
     xcb_force_screen_saver(qtConnection(), XCB_SCREEN_SAVER_RESET);  // counts as input
     EXPECT_LT(idle.secondsSinceLastInput(), 0.3);
@@ -159,10 +159,10 @@ TEST_F(QtDisplaysOnX11, TheMainDisplayHasTheActiveWindowElseThePointer) {
     const std::uint32_t left = displayAt(displays, 0);
     const std::uint32_t right = displayAt(displays, 1920);
     QCursor::setPos(100, 100);
-    ASSERT_TRUE(pollUntil([&] { return QCursor::pos() == QPoint(100, 100); }));
+    ASSERT_TRUE(runUntil([&] { return QCursor::pos() == QPoint(100, 100); }));
     EXPECT_EQ(displays.mainDisplayID(), left);
     QCursor::setPos(2000, 100);
-    ASSERT_TRUE(pollUntil([&] { return QCursor::pos() == QPoint(2000, 100); }));
+    ASSERT_TRUE(runUntil([&] { return QCursor::pos() == QPoint(2000, 100); }));
     EXPECT_EQ(displays.mainDisplayID(), right);
 
     xcb_connection_t* x = qtConnection();
@@ -186,7 +186,7 @@ TEST_F(QtDisplaysOnX11, TheMainDisplayHasTheActiveWindowElseThePointer) {
     xcb_configure_window(x, window, XCB_CONFIG_WINDOW_X, further);
     EXPECT_EQ(displays.mainDisplayID(), right);
     QCursor::setPos(100, 100);
-    ASSERT_TRUE(pollUntil([&] { return QCursor::pos() == QPoint(100, 100); }));
+    ASSERT_TRUE(runUntil([&] { return QCursor::pos() == QPoint(100, 100); }));
     EXPECT_EQ(displays.mainDisplayID(), right);
     for (const xcb_window_t gone : {xcb_window_t{XCB_WINDOW_NONE}, window + 1}) {
         setActive(gone);

@@ -107,16 +107,16 @@ struct X11WindowsOnX11 : ::testing::Test {
 
 TEST_F(X11WindowsOnX11, TheProgramWhoseWindowIsActiveIsInFrontByItsIdentifier) {
     const auto slack = terminal({QStringLiteral("-class"), QStringLiteral("Slack")});
-    ASSERT_TRUE(pollUntil([&] { return isInFront(slack->processId()); }));
+    ASSERT_TRUE(runUntil([&] { return isInFront(slack->processId()); }));
     EXPECT_EQ(X11FrontmostApplication().current()->bundleIdentifier, "com.tinyspeck.slackmacgap");
 
     const auto other = terminal({QStringLiteral("-name"), QStringLiteral("instance")});
-    ASSERT_TRUE(pollUntil([&] { return isInFront(other->processId()); }));
+    ASSERT_TRUE(runUntil([&] { return isInFront(other->processId()); }));
     EXPECT_EQ(X11FrontmostApplication().current()->bundleIdentifier, "XTerm");
     end(*other);
-    EXPECT_TRUE(pollUntil([&] { return isInFront(slack->processId()); }));
+    EXPECT_TRUE(runUntil([&] { return isInFront(slack->processId()); }));
     end(*slack);
-    EXPECT_TRUE(pollUntil([&] { return !X11FrontmostApplication().current(); }));
+    EXPECT_TRUE(runUntil([&] { return !X11FrontmostApplication().current(); }));
 }
 
 TEST_F(X11WindowsOnX11, AFullScreenWindowIsAsLargeAsItsDisplayWhateverTheScale) {
@@ -130,9 +130,9 @@ TEST_F(X11WindowsOnX11, AFullScreenWindowIsAsLargeAsItsDisplayWhateverTheScale) 
                           windows[0].height == display.frame.height;
                });
     };
-    EXPECT_TRUE(pollUntil(isLarge));
+    EXPECT_TRUE(runUntil(isLarge));
     end(*player);
-    EXPECT_TRUE(pollUntil([&] { return windowsOf(player->processId()).empty(); }));
+    EXPECT_TRUE(runUntil([&] { return windowsOf(player->processId()).empty(); }));
 }
 
 TEST_F(X11WindowsOnX11, AMinimisedWindowIsNotOnTheScreenNorOneOfAnotherWorkspace) {
@@ -141,7 +141,7 @@ TEST_F(X11WindowsOnX11, AMinimisedWindowIsNotOnTheScreenNorOneOfAnotherWorkspace
     }
     const auto program = terminal({});
     const auto isShown = [&] { return windowsOf(program->processId()).size() == 1; };
-    ASSERT_TRUE(pollUntil(isShown));
+    ASSERT_TRUE(runUntil(isShown));
     const auto clients = X11Windows().onScreen();
     ASSERT_TRUE(clients);
     const auto client =
@@ -152,11 +152,11 @@ TEST_F(X11WindowsOnX11, AMinimisedWindowIsNotOnTheScreenNorOneOfAnotherWorkspace
         outputOf(QStringLiteral("xdotool"), QStringList{QLatin1String(what), number} + more);
     };
     tool("windowminimize");
-    EXPECT_TRUE(pollUntil([&] { return !isShown(); }));
+    EXPECT_TRUE(runUntil([&] { return !isShown(); }));
     tool("windowactivate");
-    EXPECT_TRUE(pollUntil(isShown));
+    EXPECT_TRUE(runUntil(isShown));
     tool("set_desktop_for_window", {QStringLiteral("1")});
-    EXPECT_TRUE(pollUntil([&] { return !isShown(); }));
+    EXPECT_TRUE(runUntil([&] { return !isShown(); }));
     end(*program);
 }
 
@@ -174,16 +174,16 @@ TEST_F(X11WindowsOnX11, TheDesktopsOwnWindowsAreLeftOutAndAProgramCannotLieAbout
         xcb_flush(qtConnection());
         // In the window manager's list, which tells that it has made up its mind.
         const QByteArray listed = "0x" + QByteArray::number(window, 16);
-        ASSERT_TRUE(pollUntil([&] {
+        ASSERT_TRUE(runUntil([&] {
             return outputOf(QStringLiteral("xprop"),
                             {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST_STACKING")})
                 .contains(listed);
         })) << type;
-        EXPECT_TRUE(pollUntil([&] { return windowsOf(getpid()).size() == expected; })) << type;
+        EXPECT_TRUE(runUntil([&] { return windowsOf(getpid()).size() == expected; })) << type;
         EXPECT_EQ(X11Windows().processOf(window), getpid());
         xcb_destroy_window(qtConnection(), window);
         xcb_flush(qtConnection());
-        ASSERT_TRUE(pollUntil([&] { return windowsOf(getpid()).size() == before; }));
+        ASSERT_TRUE(runUntil([&] { return windowsOf(getpid()).size() == before; }));
     }
 }
 
@@ -202,9 +202,9 @@ TEST_F(X11WindowsOnX11, WhoeverSuspendsTheServersScreenSaverIsKnownUntilItResume
     xcb_connection_t* other = xcb_connect(nullptr, nullptr);
     xcb_screensaver_suspend(other, 1);
     xcb_flush(other);
-    EXPECT_TRUE(pollUntil(isKnown));
+    EXPECT_TRUE(runUntil(isKnown));
     xcb_disconnect(other);
-    EXPECT_TRUE(pollUntil([&] { return !isKnown(); })) << "a player that ends";
+    EXPECT_TRUE(runUntil([&] { return !isKnown(); })) << "a player that ends";
 }
 
 TEST_F(X11WindowsOnX11, AWindowThatIsGoneTellsNothingAndLongTextsAreCut) {
