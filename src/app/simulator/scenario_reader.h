@@ -57,7 +57,7 @@ class ScenarioReader {
     template <class Visit>
     void eachKey(const Json& json, std::string_view what, Visit&& visit) {
         if (!json.is_object()) {
-            fail(std::string(what) + " must be an object");
+            fail(std::string(what).append(" must be an object"));
             return;
         }
         for (const auto& [key, value] : json.items()) {
