@@ -50,12 +50,9 @@ OverlayManager::OverlayManager(Services services, Timing timing)
         engine.shouldCloseOverlayForPause.subscribe([this] { close(CloseReason::forcedByPause); }));
     subscriptions_.push_back(
         services_.systemEvents.willSleep.subscribe([this] { close(CloseReason::forcedBySleep); }));
-    subscriptions_.push_back(services_.displays.changed.subscribe([this] {
-        if (activeSession_->has_value() && !isGentle()) {
-            syncWindows();
-            didRebuildWindows.send();
-        }
-    }));
+    subscriptions_.push_back(services_.displays.changed.subscribe([this] { rebuildWindows(); }));
+    subscriptions_.push_back(services_.systemEvents.isSessionOnScreen.onChange(
+        [this](const bool&) { rebuildWindows(); }));
     engine.setIsOverlayPresented([this] { return activeSession_->has_value(); });
 }
 
@@ -87,9 +84,7 @@ void OverlayManager::present(BreakKind kind, std::int64_t baseDurationSec,
     if (presentation == BreakPresentation::gentle && services_.records.gentleCards) {
         showCard();
     } else {
-        // The first window to paint disarms the watchdog.
-        firstPaintTimer_ = services_.runLoop.callAfter(
-            runLoopSec(kFirstPaintLimitSec), [this] { close(CloseReason::forcedBySleep); });
+        awaitFirstPaint();
         syncWindows();
     }
     didPresent.send();

@@ -34,7 +34,8 @@ class TimerEngine;
 //
 // The break is over at the close; its windows may still be fading out. An overlay must never lock
 // anybody out: no window takes the keyboard before it has painted, and a break that nothing was
-// painted of within kFirstPaintLimitSec is taken down.
+// painted of within kFirstPaintLimitSec is taken down. While the session is locked or another user
+// has the seat there are no windows, and the break goes on.
 class OverlayManager : public OverlayWindowListener {
   public:
     static constexpr double kFirstPaintLimitSec = 3.0;
@@ -139,7 +140,9 @@ class OverlayManager : public OverlayWindowListener {
     void log(const ActiveOverlaySession& session, BreakLogEntry::Kind kind,
              BreakLogEntry::Outcome outcome, std::int64_t penaltySec, WallTime now);
     [[nodiscard]] std::vector<ScreenSnapshot> takeSnapshots();
+    void rebuildWindows();
     void syncWindows();
+    void awaitFirstPaint();
     [[nodiscard]] bool hasPainted(std::optional<std::uint32_t> displayID) const;
     void giveKeyboardToPrimary();
     void closeWindows();

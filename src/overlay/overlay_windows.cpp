@@ -38,10 +38,27 @@ std::vector<ScreenSnapshot> OverlayManager::takeSnapshots() {
     return snapshots;
 }
 
+void OverlayManager::rebuildWindows() {
+    if (activeSession_->has_value() && !isGentle()) {
+        syncWindows();
+        didRebuildWindows.send();
+    }
+}
+
 // A window whose display stayed is kept, so that nothing flickers there.
 void OverlayManager::syncWindows() {
     Windows before = std::exchange(openWindows_, {});
-    for (const ScreenSnapshot& screen : takeSnapshots()) {
+    std::vector<ScreenSnapshot> screens = takeSnapshots();
+    if (!*services_.systemEvents.isSessionOnScreen) {
+        screens.clear();
+        firstPaintTimer_.cancel();
+    }
+    const bool isSeen = std::ranges::any_of(
+        screens, [this](const ScreenSnapshot& screen) { return hasPainted(screen.displayID); });
+    if (!screens.empty() && !isSeen) {
+        awaitFirstPaint();
+    }
+    for (const ScreenSnapshot& screen : screens) {
         const Role role = screen.displayID == *primaryDisplayID_ ? Role::primary : Role::secondary;
         if (const auto kept = findWindow(before, screen.displayID); kept != before.end()) {
             (*kept)->cover(screen, role);
@@ -60,6 +77,12 @@ void OverlayManager::syncWindows() {
     }
     before.clear();
     giveKeyboardToPrimary();
+}
+
+// The first window to paint disarms the watchdog.
+void OverlayManager::awaitFirstPaint() {
+    firstPaintTimer_ = services_.runLoop.callAfter(runLoopSec(kFirstPaintLimitSec),
+                                                   [this] { close(CloseReason::forcedBySleep); });
 }
 
 void OverlayManager::didPaint(OverlayWindow& window) {

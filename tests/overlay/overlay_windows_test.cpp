@@ -76,6 +76,28 @@ TEST_F(OverlayWindowsTest, BreakOutlivesAMomentWithoutAnyDisplay) {
     EXPECT_EQ((*bench.overlay().activeSession())->remainingSec, 15);
 }
 
+TEST_F(OverlayWindowsTest, LockedSessionHasNoWindowsAndTheBreakGoesOn) {
+    Published<bool>& isOnScreen = bench.systemEvents().isSessionOnScreen;
+    bench.windows().setPainting(Painting::onRequest);
+    present();
+    bench.run(2);
+    isOnScreen.set(false);
+    EXPECT_EQ(windows(), "");
+    bench.run(10);
+    isOnScreen.set(true);
+    EXPECT_EQ(windows(), "1p 2s");
+    EXPECT_EQ((*bench.overlay().activeSession())->remainingSec, 8);
+    bench.run(OverlayManager::kFirstPaintLimitSec);
+    EXPECT_FALSE(bench.overlay().activeSession()->has_value()) << "the watchdog is back as well";
+
+    isOnScreen.set(false);
+    present();
+    bench.displays().set({kLeft, kRight, kThird}, 1);
+    EXPECT_EQ(windows(), "") << "nor does a break that begins meanwhile";
+    bench.run(20);
+    EXPECT_EQ((*bench.overlay().activeSession())->remainingSec, 0);
+}
+
 TEST_F(OverlayWindowsTest, NoKeyboardBeforeThePrimaryWindowHasPainted) {
     bench.windows().setPainting(Painting::onRequest);
     present();

@@ -24,6 +24,7 @@
 #include "platform/linux/portal_settings.h"
 #include "platform/linux/process_sound_library.h"
 #include "platform/linux/qt_displays.h"
+#include "platform/linux/session_watch.h"
 #include "platform/linux/single_instance.h"
 #include "platform/linux/sleep_watch.h"
 #include "platform/linux/termination_signals.h"
@@ -102,6 +103,7 @@ class LinuxPlatform {
     Subscription clockChanges_;
     SleepWatch sleepWatch_{systemEvents, runLoop};
     ZoneWatch zoneWatch_{systemEvents};
+    SessionWatch sessionWatch_{systemEvents};
 };
 
 // The language of the texts, and the direction of everything with it.

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/published.h"
 #include "base/signal.h"
 
 namespace ostrel {
@@ -17,6 +18,9 @@ class SystemEvents {
     std::optional<double> sleptSec;
     Signal<> clockChanged;     // the clock was set or the time zone changed
     Signal<> dayChanged;       // a new calendar day has begun
+    // Whether the screens show this user's session: not while it is locked, nor while another
+    // user's has its turn. True where that cannot be told.
+    Published<bool> isSessionOnScreen{true};
     Signal<> didBecomeActive;  // the user turned to this program
 };
 
