@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "app/desktop/desktop_application.h"
+#include "app/desktop/status_command.h"
 #include "app/simulator/simulate_command.h"
 
 int main(int argc, char** argv) {
@@ -10,6 +11,9 @@ int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (!arguments.empty() && arguments.front() == "simulate") {
         return ostrel::runSimulateCommand({arguments.begin() + 1, arguments.end()});
+    }
+    if (!arguments.empty() && arguments.front() == "status") {
+        return ostrel::runStatusCommand(argc, argv, {arguments.begin() + 1, arguments.end()});
     }
     const auto [options, error] = ostrel::parseDesktopOptions(arguments);
     if (!options) {

@@ -200,6 +200,43 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"menubar.action.pause_indefinitely", "Until I resume"},
     {"menubar.action.resume", "Resume"},
     {"menubar.action.quit", "Quit Ostrel"},
+
+    // What works on this desktop.
+    {"capability.topic.away", "Knowing when you are away"},
+    {"capability.topic.calls", "Holding breaks while you are in a call"},
+    {"capability.topic.films", "Holding breaks while a film plays in full screen"},
+    {"capability.topic.do_not_disturb", "Following Do Not Disturb"},
+    {"capability.topic.sleep", "Ending a break before the computer sleeps"},
+    {"capability.topic.lock", "Leaving the screen to the lock"},
+    {"capability.topic.hotkeys", "Keyboard shortcuts"},
+    {"capability.topic.notifications", "Notifications"},
+    {"capability.topic.status_item", "The icon in the panel"},
+    {"capability.topic.chimes", "Chimes"},
+    {"capability.state.works", "works"},
+    {"capability.state.partly", "works in part"},
+    {"capability.state.missing", "does not work"},
+    {"capability.reason.x11", "It needs an X11 session: choose one when you log in."},
+    {"capability.reason.idle_time",
+     "The X server does not tell how long there was no input (MIT-SCREEN-SAVER)."},
+    {"capability.reason.window_manager",
+     "No window manager tells which window is in front: run one that knows the desktop standards."},
+    {"capability.reason.power_services",
+     "Only players that hold back the X server's own screen saver are seen: run a login manager "
+     "such as systemd-logind or elogind."},
+    {"capability.reason.notification_server",
+     "No notification server is running: start that of your desktop, or dunst."},
+    {"capability.reason.no_switch",
+     "This notification server does not tell whether it is silenced. Those of GNOME, KDE and Xfce "
+     "do, and dunst."},
+    {"capability.reason.login_manager_sleep",
+     "A sleep is noticed only when it is over: run a login manager such as systemd-logind or "
+     "elogind."},
+    {"capability.reason.login_manager_lock",
+     "Only the screen savers of the desktops are noticed: run a login manager such as "
+     "systemd-logind or elogind."},
+    {"capability.reason.status_area",
+     "No panel with a status area is running. Start Ostrel again to open its menu."},
+    {"capability.reason.sound_server", "No sound server is running: start PipeWire or PulseAudio."},
 });
 
 }  // namespace

@@ -32,6 +32,9 @@ const char* usageText() {
            "  ostrel                                     run in the status area\n"
            "  ostrel --demo [--screenshots FOLDER]       one eye break and one body break within\n"
            "                                             half a minute, on settings of its own\n"
+           "  ostrel status --capabilities               what works on this desktop, what does "
+           "not,\n"
+           "                                             and what would make it work\n"
            "  ostrel simulate [--seed N] SCENARIO.json   what a scripted day would bring, as JSON\n"
            "  ostrel --version\n"
            "  ostrel --help\n";

@@ -1,0 +1,50 @@
+#include "app/desktop/status_command.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <string_view>
+
+#include "base/enum_names.h"
+#include "platform/linux/linux_capabilities.h"
+#include "screens/texts.h"
+
+namespace ostrel {
+namespace {
+
+QString textOf(std::string_view prefix, std::string_view name) {
+    return Texts::of(std::string(prefix) + std::string(name));
+}
+
+void print(const std::vector<Capability>& capabilities) {
+    for (const Capability& capability : capabilities) {
+        QString line = textOf("capability.topic.", nameOf(capability.topic)) +
+                       QStringLiteral(": ") + textOf("capability.state.", nameOf(capability.state));
+        if (!capability.reason.empty()) {
+            line += QStringLiteral(". ") + Texts::of(capability.reason);
+        }
+        std::printf("%s\n", line.toUtf8().constData());
+    }
+}
+
+// Without a window of its own, and therefore also where there is no display.
+int printCapabilities(int& argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    findCapabilities(QDBusConnection::sessionBus(), QDBusConnection::systemBus(),
+                     QCoreApplication::instance(), [](const std::vector<Capability>& found) {
+                         print(found);
+                         QCoreApplication::quit();
+                     });
+    return QCoreApplication::exec();
+}
+
+}  // namespace
+
+int runStatusCommand(int& argc, char** argv, const std::vector<std::string>& arguments) {
+    if (arguments != std::vector<std::string>{"--capabilities"}) {
+        std::fputs("usage: ostrel status --capabilities\n", stderr);
+        return 2;
+    }
+    return printCapabilities(argc, argv);
+}
+
+}  // namespace ostrel
