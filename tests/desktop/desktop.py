@@ -23,6 +23,11 @@ RIGHT = (1920, 0, 1280, 1024)
 # Eye breaks only, and the first of them soon.
 SOON = {"activePresetID": "custom", "mergeNearbyBreaks": False, "hasOnboarded": True,
         "eyeBreakIntervalSec": 2, "eyeBreakDurationSec": 100, "bodyBreakIntervalSec": 36000}
+# The same, and nothing on the screen before it.
+UNANNOUNCED = {**SOON, "preBreakToastLeadSec": 0, "breakSoonLeadSec": 0}
+
+# A held break is looked at every half minute.
+UNTIL_LOOKED_AT_SEC = 60
 
 
 def wait_for(condition, what, seconds=30):
@@ -59,6 +64,14 @@ def overlay_windows():
         if lines:
             found.append(tuple(int(lines[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")))
     return sorted(found)
+
+
+def is_toast_shown(beginning):
+    return bool(output("xdotool", "search", "--onlyvisible", "--name", f"^{beginning}"))
+
+
+def is_break_held():
+    return is_toast_shown("Your break waits")
 
 
 def plug(name, x, y, width, height):
@@ -155,12 +168,24 @@ class DesktopTest(unittest.TestCase):
         wait_for(lambda: not overlay_windows(), "the windows to be gone")
         return self.trace("closed")[count - 1][0]
 
-    def wait_running(self, condition, what):
+    def wait_running(self, condition, what, seconds=30):
         def look():
             if self.app.poll() is not None:
                 raise AssertionError(f"ostrel ended with {self.app.returncode}:\n{self.log.read_text()[-3000:]}")
             return condition()
-        return wait_for(look, what)
+        return wait_for(look, what, seconds)
+
+    def wait_held(self):
+        self.wait_running(is_break_held, "the toast of the held break")
+        self.assertEqual(self.trace("due"), [])
+
+    def wait_opened(self, seconds=30):
+        """Until a break, held or not, is no longer kept back."""
+        self.wait_running(lambda: self.trace("due"), "the break to open", seconds)
+
+    def pause_reasons(self):
+        path = self.documents / "ostrel.sessionState.v1.json"
+        return self.document("sessionState")["pauseReasons"] if path.exists() else None
 
     def document(self, name):
         return json.loads((self.documents / f"ostrel.{name}.v1.json").read_text(encoding="utf-8"))

@@ -26,10 +26,6 @@ class StatusItemTest(DesktopTest):
         item.click("Resume")
         wait_for(lambda: self.pause_reasons() == [], "the end of the pause in the document")
 
-    def pause_reasons(self):
-        path = self.documents / "ostrel.sessionState.v1.json"
-        return self.document("sessionState")["pauseReasons"] if path.exists() else None
-
     def test_paused_session_opens_no_break_until_it_is_resumed(self):
         self.start(dict(SOON, eyeBreakIntervalSec=6))
         item = StatusItem(self)
