@@ -9,25 +9,10 @@ import subprocess
 import unittest
 from pathlib import Path
 
-import dbus
-
 from desktop import HERE, DesktopTest, wait_for
-from notification_servers import DUNST, NAME, XFCONF, Dunst, Xfce, has_server
+from notification_servers import Dunst, Xfce, has_server, pause_dunst, pause_xfce, xfconf
 
 PROBE = os.environ.get("FOCUS_PROBE", str(HERE.parents[1] / "build" / "dev" / "tests" / "focus_probe"))
-
-
-def pause_dunst(is_paused):
-    server = dbus.SessionBus().get_object(NAME, "/org/freedesktop/Notifications", introspect=False)
-    server.Set(DUNST, "paused", dbus.Boolean(is_paused, variant_level=1), dbus_interface=dbus.PROPERTIES_IFACE)
-
-
-def xfconf():
-    return dbus.Interface(dbus.SessionBus().get_object(XFCONF, "/org/xfce/Xfconf", introspect=False), XFCONF)
-
-
-def pause_xfce(is_paused):
-    xfconf().SetProperty("xfce4-notifyd", "/do-not-disturb", dbus.Boolean(is_paused, variant_level=1))
 
 
 class FocusTest(DesktopTest):

@@ -18,6 +18,19 @@ def has_server():
     return dbus.SessionBus().name_has_owner(NAME)
 
 
+def pause_dunst(is_paused):
+    server = dbus.SessionBus().get_object(NAME, "/org/freedesktop/Notifications", introspect=False)
+    server.Set(DUNST, "paused", dbus.Boolean(is_paused, variant_level=1), dbus_interface=dbus.PROPERTIES_IFACE)
+
+
+def xfconf():
+    return dbus.Interface(dbus.SessionBus().get_object(XFCONF, "/org/xfce/Xfconf", introspect=False), XFCONF)
+
+
+def pause_xfce(is_paused):
+    xfconf().SetProperty("xfce4-notifyd", "/do-not-disturb", dbus.Boolean(is_paused, variant_level=1))
+
+
 class Dunst:
     """Its choice of actions is a menu program of our own, which picks what the test wants.
 

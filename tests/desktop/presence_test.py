@@ -3,10 +3,8 @@
 
 import unittest
 
-import dbus
-
-from desktop import SOON, DesktopTest, Terminal, output, wait_for
-from notification_servers import DUNST, NAME, Dunst, has_server
+from desktop import SOON, UNANNOUNCED, UNTIL_LOOKED_AT_SEC, DesktopTest, Terminal, output, wait_for
+from notification_servers import Dunst, Xfce, has_server, pause_dunst, pause_xfce
 
 
 class PresenceTest(DesktopTest):
@@ -14,25 +12,25 @@ class PresenceTest(DesktopTest):
         call = self.spawn("xterm", "-class", "zoom", "-name", "zoom", "-title", "call", "-e", "cat")
         window = wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--name", "^call$").split(), "the call")[0]
         wait_for(lambda: output("xdotool", "getactivewindow").strip() == window, "the call in front")
-        self.start(dict(SOON, eyeBreakIntervalSec=8, preBreakToastLeadSec=0, breakSoonLeadSec=0))
-        self.wait_running(lambda: output("xdotool", "search", "--onlyvisible", "--name", "^Your break waits"), "the toast")
-        self.assertEqual(self.trace("due"), [])
+        self.start(dict(UNANNOUNCED, eyeBreakIntervalSec=8))
+        self.wait_held()
         Terminal(self, "work", "white", 200)
-        self.wait_running(lambda: self.trace("due"), "the held break to open")
+        self.wait_opened(UNTIL_LOOKED_AT_SEC)
         self.assertIsNone(call.poll())
 
     def test_do_not_disturb_pauses_and_ends_its_pause(self):
-        Dunst(self).start()
-        wait_for(has_server, "the server")
-        self.start(dict(SOON, eyeBreakIntervalSec=1200))
-        server = dbus.SessionBus().get_object(NAME, "/org/freedesktop/Notifications", introspect=False)
-        for paused, reasons in ((True, ["focus"]), (False, [])):
-            server.Set(DUNST, "paused", dbus.Boolean(paused, variant_level=1), dbus_interface=dbus.PROPERTIES_IFACE)
-            self.wait_running(lambda wanted=reasons: self.pause_reasons() == wanted, f"the pause reasons {reasons}")
-
-    def pause_reasons(self):
-        path = self.documents / "ostrel.sessionState.v1.json"
-        return self.document("sessionState")["pauseReasons"] if path.exists() else None
+        for make, switch in ((Dunst, pause_dunst), (Xfce, pause_xfce)):
+            with self.subTest(make.__name__):
+                server = make(self).start()
+                wait_for(has_server, "the server")
+                app = self.start(dict(SOON, eyeBreakIntervalSec=1200))
+                for paused, reasons in ((True, ["focus"]), (False, [])):
+                    switch(paused)
+                    self.wait_running(lambda wanted=reasons: self.pause_reasons() == wanted, f"the pause reasons {reasons}")
+                self.end(app)
+                self.end(server)
+                wait_for(lambda: not has_server(), "the server to be gone")
+                (self.documents / "ostrel.sessionState.v1.json").unlink()
 
 
 if __name__ == "__main__":
