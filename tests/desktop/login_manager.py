@@ -62,7 +62,8 @@ class LoginManager(dbus.service.Object):
     def _watch(self, lock):
         select.select([lock], [], [])
         self._at_release()
-        self._lock = None
+        if self._lock == lock:
+            self._lock = None
         os.close(lock)
 
     def is_held_back(self):
