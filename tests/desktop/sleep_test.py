@@ -13,7 +13,9 @@ from status_item import StartedBreakTest, StatusItem
 ASLEEP_SEC = 6
 
 
-class SleepTest(StartedBreakTest):
+class SleepingTest(StartedBreakTest):
+    """A computer whose sleep the test announces."""
+
     def setUp(self):
         super().setUp()
         self.at_release = []
@@ -41,6 +43,8 @@ class SleepTest(StartedBreakTest):
         self.wait_running(lambda: len(self.login.asked) == count + 1, "the next sleep to be held back")
         self.wait_running(lambda: not self.noted()[0], "the sleep to be over in the documents")
 
+
+class SleepTest(SleepingTest):
     def test_sleep_waits_for_the_break_and_the_documents_and_the_countdowns_for_the_wake(self):
         # Below a minute the tooltip counts the seconds.
         self.start_break(self.system, eyeBreakIntervalSec=58)
