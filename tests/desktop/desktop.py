@@ -113,6 +113,8 @@ class Terminal:
 class DesktopTest(unittest.TestCase):
     """Starts and ends what a test needs."""
 
+    program = (OSTREL,)
+
     def setUp(self):
         self.folder = tempfile.mkdtemp(prefix="ostrel-test-")
         self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
@@ -150,7 +152,7 @@ class DesktopTest(unittest.TestCase):
         self.documents.mkdir(parents=True, exist_ok=True)
         (self.documents / "ostrel.settings.v1.json").write_text(json.dumps(settings or SOON), encoding="utf-8")
         with self.log.open("a", encoding="utf-8") as log:
-            self.app = self.spawn(OSTREL, env=self.environment(**environment), stdout=log, stderr=log)
+            self.app = self.spawn(*self.program, env=self.environment(**environment), stdout=log, stderr=log)
         return self.app
 
     def trace(self, what):
