@@ -151,9 +151,7 @@ void TimerEngine::stepBody() {
     }
     if (takesOver) {
         foldEyeIntoBody(0);
-        heldKind_ = BreakKind::body;
-        holdEnded.send(BreakKind::eye, HoldEnd::folded);
-        holdBegan.send(BreakKind::body);
+        takeOverHold();
     } else {
         requestBreak(BreakKind::body);
     }

@@ -152,6 +152,7 @@ class TimerEngine {
     [[nodiscard]] bool hasReasonToHold() const;
     [[nodiscard]] bool hasHoldRunOut() const;
     void beginHold(BreakKind kind);
+    void takeOverHold();
     void scheduleHoldCheck();
     void checkHold();
     void dropHeldBreak();

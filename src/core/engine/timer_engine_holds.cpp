@@ -48,6 +48,19 @@ void TimerEngine::beginHold(BreakKind kind) {
     scheduleHoldCheck();
 }
 
+// A body break that is due asks for itself whether anything is in its way; what held the eye break
+// may be over and not yet noticed.
+void TimerEngine::takeOverHold() {
+    if (hasReasonToHold()) {
+        heldKind_ = BreakKind::body;
+        holdEnded.send(BreakKind::eye, HoldEnd::folded);
+        holdBegan.send(BreakKind::body);
+    } else {
+        endHold(HoldEnd::folded);
+        openBreak(BreakKind::body);
+    }
+}
+
 bool TimerEngine::hasHoldRunOut() const {
     if (!deferralStartedAt_) {
         return false;

@@ -114,6 +114,20 @@ TEST_F(EngineHoldTest, BodyBreakTakesOverTheHoldOfAnEyeBreakWithItsStart) {
     EXPECT_EQ(bench.log[0].kind, BreakKind::body);
 }
 
+TEST_F(EngineHoldTest, BodyBreakThatTakesAnEyeBreakInOpensWhereTheMeetingIsOver) {
+    TimerEngine& engine = holdEye(1500);
+    bench.run(499);
+    bench.meetingActive = false;  // and nobody has looked since
+    bench.run(1);
+    EXPECT_EQ(bench.take(),
+              (Events{"1500 toast merged 1", "1500 hold of eye folded", "1500 open body +0"}));
+    EXPECT_FALSE(engine.isDeferring());
+    EXPECT_TRUE(engine.eyeMergedIntoBody());
+    bench.finishMeetings();
+    bench.run(60);
+    EXPECT_EQ(bench.take(), Events{}) << "one break, once";
+}
+
 TEST_F(EngineHoldTest, EyeBreakFoldsIntoAHeldBodyBreak) {
     bench.meetingActive = true;
     TimerEngine& engine = bench.launch(1000, 500);
