@@ -16,13 +16,12 @@ class AuditedSchedule {
     enum class By { button, key };
 
     AuditedSchedule(std::string zone, WallTime start, const SettingsModel& settings, Counts& counts)
-        : platform_(std::move(zone), start), audit_(platform_, counts) {
-        platform_.preferences.write(SettingsStore::kKey, *printJson(settings).text);
+        : AuditedSchedule(std::move(zone), start, settings, counts, Launch::later) {
         launch();
     }
     AuditedSchedule(const AuditedSchedule&) = delete;
     AuditedSchedule& operator=(const AuditedSchedule&) = delete;
-    ~AuditedSchedule() { audit_.stopWatching(); }
+    virtual ~AuditedSchedule() { audit_.stopWatching(); }
 
     [[nodiscard]] ScheduleAudit& audit() { return audit_; }
     [[nodiscard]] const std::string& fault() { return findings().fault(); }
@@ -63,12 +62,12 @@ class AuditedSchedule {
                                 : overlay().handleKey(keyOf(action)) != KeyOutcome::ignored;
         findings().expect("press answered", isDone, isPossible);
         findings().expect("break still on screen", session().has_value(), before && !isPossible);
-        audit_.check();
+        check();
     }
     void skipGently() {
         note("skip gently");
         overlay().close(CloseReason::skippedGently);
-        audit_.check();
+        check();
     }
 
     void startNow(BreakKind kind) {
@@ -84,7 +83,7 @@ class AuditedSchedule {
                 audit_.countdowns().takeMerge();
             }
         }
-        audit_.check();
+        check();
     }
 
     // Before the break, as from a card that announces it.
@@ -104,7 +103,7 @@ class AuditedSchedule {
                          : isFree  ? "postpone refused for the hour"
                                    : "postpone refused for a break");
         findings().expect("countdowns after it", *engine().state() == after, true);
-        audit_.check();
+        check();
     }
 
     void setMeeting(bool isMeeting) {
@@ -118,26 +117,24 @@ class AuditedSchedule {
         note("pause " + std::string(duration.kind == PauseDuration::Kind::minutes
                                         ? std::to_string(duration.minutes)
                                         : "indefinitely"));
-        const auto held = audit_.countdowns().heldKind();
         engine().pauseByUser(duration);
-        stopped(held);
+        stopped();
     }
     void resume() {
         note("resume");
         engine().endPause(PauseReason::user);
-        audit_.check();
+        check();
     }
 
     void change(const std::string& what, const std::function<void(SettingsModel&)>& change) {
         note(what);
-        const auto held = audit_.countdowns().heldKind();
         const bool wasEnabled = settings().ostrelEnabled;
         environment_->settingsStore().update(change);
         audit_.skips().setDisabled(settings().disableSkipPenalty);
         if (wasEnabled && !settings().ostrelEnabled) {
-            stopped(held);
+            stopped();
         }
-        audit_.check();
+        check();
     }
 
     void applyPreset(const PresetDefinition& preset) {
@@ -146,58 +143,83 @@ class AuditedSchedule {
         audit_.skips().applyPreset();
         audit_.countdowns().takeMerge();
         expectRestarted();
-        audit_.check();
+        check();
     }
 
     void sleep(std::int64_t seconds) {
         note("sleep " + std::to_string(seconds));
         platform_.systemEvents.willSleep.send();
-        audit_.check();
+        check();
         platform_.runLoop.shiftWallClock(wallSec(seconds));
+        didSleep(seconds);
+        if (seconds > 3600) {
+            audit_.countdowns().takeMerge();
+        }
         platform_.systemEvents.didWake.send();
         platform_.runLoop.runOverdueWallTimers();
         audit_.skips().wake(seconds);
         if (seconds > 3600) {
             findings().count("long sleep");
-            audit_.countdowns().takeMerge();
             expectRestarted();
         }
-        audit_.check();
+        check();
     }
 
     void relaunch(double gapSec) {
         note("relaunch after " + Json(gapSec).dump());
         environment_->quit();
         findings().expect("break on screen after quitting", session().has_value(), false);
-        audit_.check();
+        check();
         audit_.stopWatching();
         environment_.reset();
         platform_.runLoop.shiftWallClock(WallClock::duration{gapSec});
         launch();
     }
 
-  private:
-    [[nodiscard]] TimerEngine& engine() { return environment_->timerEngine(); }
-    [[nodiscard]] OverlayManager& overlay() { return environment_->overlayManager(); }
-    [[nodiscard]] Findings& findings() { return audit_.findings(); }
-    void note(const std::string& what) { findings().note(what); }
+  protected:
+    enum class Launch { later };
+    // Whoever derives from it launches at the end of the construction.
+    AuditedSchedule(std::string zone, WallTime start, const SettingsModel& settings, Counts& counts,
+                    Launch /*later*/)
+        : platform_(std::move(zone), start), audit_(platform_, counts) {
+        platform_.preferences.write(SettingsStore::kKey, *printJson(settings).text);
+        audit_.skips().setDisabled(settings.disableSkipPenalty);
+    }
+
+    // For a further audit of the same.
+    virtual void willLaunch() {}
+    virtual void didLaunch(AppEnvironment& /*environment*/) {}
+    virtual void didSleep(std::int64_t /*seconds*/) {}
+    virtual void check() { audit_.check(); }
 
     // Half a second off the ticks, so that whatever is done next is in no doubt about its order.
+    // The polls are armed before the audit begins, so that it finds what they have made of things.
     void launch() {
-        audit_.countdowns().beforeLaunch();
+        willLaunch();
         environment_ = std::make_unique<AppEnvironment>(platform_.platform(makeUuid_));
+        static_cast<void>(environment_->idleDetector());
+        audit_.countdowns().beforeLaunch();
         environment_->launch();
         audit_.watch(*environment_);
+        didLaunch(*environment_);
         expectRestarted();
-        audit_.check();
+        check();
         if (isPaused()) {
             findings().count("pause went on after a launch");
         }
         runFor(0.5);
     }
+    [[nodiscard]] TimerEngine& engine() { return environment_->timerEngine(); }
+    [[nodiscard]] Findings& findings() { return audit_.findings(); }
+    void note(const std::string& what) { findings().note(what); }
+    [[nodiscard]] VirtualPlatform& platform() { return platform_; }
+
+  private:
+    [[nodiscard]] OverlayManager& overlay() { return environment_->overlayManager(); }
+
     void runFor(double seconds) {
         platform_.runLoop.runUpTo(platform_.runLoop.now() + runLoopSec(seconds));
-        audit_.check();
+        check();
     }
 
     [[nodiscard]] bool isEnabled(OverlayAction action, const ActiveOverlaySession& session) {
@@ -227,13 +249,10 @@ class AuditedSchedule {
         return 53;
     }
 
-    // What was held is given up; nothing stays on the screen.
-    void stopped(std::optional<BreakKind> held) {
-        if (held == BreakKind::body) {
-            audit_.countdowns().undoMerge();
-        }
+    // Nothing stays on the screen.
+    void stopped() {
         findings().expect("break on screen after stopping", session().has_value(), false);
-        audit_.check();
+        check();
     }
     void expectRestarted() {
         const TimerState& timers = *engine().state();

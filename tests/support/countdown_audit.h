@@ -21,6 +21,7 @@ class CountdownAudit {
     CountdownAudit(VirtualPlatform& platform, Findings& findings)
         : platform_(platform), findings_(findings) {}
 
+    Signal<> tickBegins;                  // after the polls of that second
     Signal<> ticked;                      // a second of the schedule, neither paused nor off
     Signal<BreakKind, WallTime> dropped;  // a held break, and since when it was held
 
@@ -30,8 +31,8 @@ class CountdownAudit {
         return (kind == BreakKind::eye ? timers.eye : timers.body).remainingSec;
     }
 
-    // Right before and right after a launch: of the timers in between the engine's tick alone is
-    // armed last, so that nothing else comes between the two looks at it.
+    // Right before and right after a launch: of the timers in between the engine's tick alone
+    // repeats every second, so that nothing else comes between the two looks at it.
     void beforeLaunch() {
         beforeTick_ = everySecond([this] { noteTickBegins(); });
     }
@@ -53,7 +54,11 @@ class CountdownAudit {
         afterTick_.cancel();
         held_.reset();
         isMerged_ = false;
+        isAway_ = false;
     }
+
+    // While the user is away no second counts.
+    void setAway(bool isAway) { isAway_ = isAway; }
 
     void opened(BreakKind kind) {
         isOpen_ = true;
@@ -97,7 +102,12 @@ class CountdownAudit {
         findings_.noteAndCount("hold of " + std::string(nameOf(kind)) + " " +
                                std::string(nameOf(how)));
         findings_.expect("break that was held", std::exchange(held_, std::nullopt) == kind, true);
-        foldedInTick_ = how == HoldEnd::folded;
+        foldedInTick_ = foldedInTick_ || how == HoldEnd::folded;
+        const bool isStopped =
+            !settings().ostrelEnabled || environment_->sessionStateStore().isPaused();
+        if (how == HoldEnd::cancelled && isStopped && kind == BreakKind::body) {
+            undoMerge();
+        }
         if (how == HoldEnd::dropped) {
             findings_.expect("dropped in time", hasHoldRunOut(), true);
             dropped.send(kind, heldSince_);
@@ -114,6 +124,7 @@ class CountdownAudit {
         before_ = *engine().state();
         openedInTick_.reset();
         foldedInTick_ = false;
+        tickBegins.send();
     }
 
     void checkTick() {
@@ -139,7 +150,9 @@ class CountdownAudit {
         const bool isEye = kind == BreakKind::eye;
         const char* what = isEye ? "seconds until the eye break" : "seconds until the body break";
         const std::int64_t isSec = remainingSec(kind);
-        if (beforeSec > 1 && !(isEye && foldedInTick_)) {
+        if (isAway_) {
+            findings_.expect(what, isSec, beforeSec);
+        } else if (beforeSec > 1 && !(isEye && foldedInTick_)) {
             findings_.expect(what, isSec, beforeSec - 1);
         } else if (isSec == 0 && (isOpen_ || held_)) {
             findings_.count("due break waited");
@@ -154,6 +167,7 @@ class CountdownAudit {
     Findings& findings_;
     AppEnvironment* environment_ = nullptr;
     bool isOpen_ = false;
+    bool isAway_ = false;
     std::optional<BreakKind> held_;
     WallTime heldSince_;
     bool isMerged_ = false;

@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <random>
-#include <span>
 
+#include "app/environment/random_choices.h"
 #include "platform/calendar/local_time.h"
 #include "support/audited_schedule.h"
 #include "support/random_runs.h"
@@ -12,10 +11,10 @@ namespace ostrel {
 namespace {
 
 // Does for some hours whatever a user and a system can do, and everything of it often.
-class RandomUser {
+class RandomUser : private RandomChoices {
   public:
     RandomUser(std::uint64_t seed, Counts& counts)
-        : random_(seed), schedule_(zone(), start(), settings(), counts) {}
+        : RandomChoices(seed), schedule_(zone(), start(), settings(), counts) {}
 
     // What was wrong first, empty if nothing was.
     std::string live() {
@@ -25,46 +24,14 @@ class RandomUser {
             if (schedule_.session()) {
                 schedule_.run(oneIn(4) ? between(1, 200) : between(0, 10));
             }
-            schedule_.session() ? act(kOnScreen) : act(kBetween);
+            schedule_.session() ? act(*this, kOnScreen) : act(*this, kBetween);
         }
         schedule_.audit().checkIdentifiers();
         return schedule_.fault();
     }
 
   private:
-    struct Choice {
-        std::int64_t weight;
-        void (RandomUser::*act)();
-    };
-
-    // The same with every library, unlike the distributions of the standard one.
-    std::int64_t below(std::int64_t count) {
-        return static_cast<std::int64_t>(random_() % static_cast<std::uint64_t>(count));
-    }
-    std::int64_t between(std::int64_t least, std::int64_t most) {
-        return least + below(most - least + 1);
-    }
-    bool oneIn(std::int64_t count) { return below(count) == 0; }
-    template <class T>
-    T oneOf(std::initializer_list<T> values) {
-        return values.begin()[below(std::ssize(values))];
-    }
     BreakKind anyKind() { return oneIn(3) ? BreakKind::body : BreakKind::eye; }
-
-    void act(std::span<const Choice> choices) {
-        std::int64_t total = 0;
-        for (const Choice& choice : choices) {
-            total += choice.weight;
-        }
-        std::int64_t drawn = below(total);
-        for (const Choice& choice : choices) {
-            drawn -= choice.weight;
-            if (drawn < 0) {
-                (this->*choice.act)();
-                return;
-            }
-        }
-    }
 
     std::string zone() {
         return oneOf<const char*>({"UTC", "Europe/Berlin", "America/New_York", "Asia/Kolkata"});
@@ -186,7 +153,7 @@ class RandomUser {
         }
     }
 
-    static constexpr Choice kOnScreen[] = {
+    static constexpr Choice<RandomUser> kOnScreen[] = {
         {30, &RandomUser::skip},           {6, &RandomUser::skipGently},
         {12, &RandomUser::finish},         {8, &RandomUser::letFade},
         {12, &RandomUser::postpone},       {4, &RandomUser::pressDone},
@@ -195,21 +162,20 @@ class RandomUser {
         {4, &RandomUser::relaunch},        {3, &RandomUser::applyPreset},
         {3, &RandomUser::togglePenalties}, {2, &RandomUser::toggleMerging},
         {4, &RandomUser::toggleMeeting},   {1, &RandomUser::switchOff}};
-    static constexpr Choice kBetween[] = {{40, &RandomUser::wait},
-                                          {14, &RandomUser::startNow},
-                                          {8, &RandomUser::postponeAhead},
-                                          {12, &RandomUser::toggleMeeting},
-                                          {6, &RandomUser::pause},
-                                          {8, &RandomUser::sleep},
-                                          {7, &RandomUser::relaunch},
-                                          {4, &RandomUser::applyPreset},
-                                          {4, &RandomUser::toggleMerging},
-                                          {2, &RandomUser::togglePenalties},
-                                          {1, &RandomUser::switchOff},
-                                          {1, &RandomUser::skip},
-                                          {6, &RandomUser::skipAnHourAfterAnother}};
+    static constexpr Choice<RandomUser> kBetween[] = {{40, &RandomUser::wait},
+                                                      {14, &RandomUser::startNow},
+                                                      {8, &RandomUser::postponeAhead},
+                                                      {12, &RandomUser::toggleMeeting},
+                                                      {6, &RandomUser::pause},
+                                                      {8, &RandomUser::sleep},
+                                                      {7, &RandomUser::relaunch},
+                                                      {4, &RandomUser::applyPreset},
+                                                      {4, &RandomUser::toggleMerging},
+                                                      {2, &RandomUser::togglePenalties},
+                                                      {1, &RandomUser::switchOff},
+                                                      {1, &RandomUser::skip},
+                                                      {6, &RandomUser::skipAnHourAfterAnother}};
 
-    std::mt19937_64 random_;
     AuditedSchedule schedule_;
 };
 

@@ -1,0 +1,333 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "app/environment/presence_audit.h"
+#include "app/environment/random_choices.h"
+#include "platform/calendar/local_time.h"
+#include "support/audited_schedule.h"
+#include "support/random_runs.h"
+
+namespace ostrel {
+namespace {
+
+std::string anyZone(RandomChoices& any) {
+    return any.oneOf({"UTC", "Europe/Berlin", "America/New_York", "Asia/Kolkata", "Africa/Cairo"});
+}
+
+// A quarter off the full seconds, at which the hours begin and end.
+WallTime anyStart(RandomChoices& any) {
+    const WallTime first = wallTimeOf({{2026, 3, 27}, 0, 0, 0}, "UTC");
+    return first + wallSec(any.below(3 * 86'400)) + WallClock::duration{0.25};
+}
+
+PresetDefinition anyPreset(RandomChoices& any) {
+    return {"own",
+            "Own",
+            any.between(200, 900),
+            any.between(20, 120),
+            any.between(500, 2000),
+            any.between(30, 300)};
+}
+
+void changeSome(SettingsModel& s, RandomChoices& any) {
+    const auto maybe = [&any]<class T>(T& value,
+                                       std::initializer_list<std::type_identity_t<T>> others) {
+        value = any.oneIn(4) ? any.oneOf(others) : value;
+    };
+    maybe(s.detectUserIdle, {true, true, false});
+    maybe(s.detectVideoPlayback, {true, false});
+    maybe(s.delayBreakOnFullscreenVideo, {true, true, false});
+    maybe(s.pauseDuringDND, {true, true, false});
+    maybe(s.idleThresholdSec, {10, 60, 120, 300});
+    maybe(s.creditAwayAsBreak, {true, true, false});
+    maybe(s.deferAppBundleIDs, {{"us.zoom.xos"}, {"film"}, {}, {"call", "us.zoom.xos"}});
+    maybe(s.maxDeferralSec, {0, 10, 90, 300, 1800});
+    maybe(s.mergeNearbyBreaks, {true, false});
+    maybe(s.workHoursEnabled, {true, false});
+    maybe(s.workHoursStartMinute, {0, 540, any.below(1440)});
+    const std::int64_t start = s.workHoursStartMinute;
+    maybe(s.workHoursEndMinute, {start, (start + any.between(20, 300)) % 1440, any.below(1440)});
+    maybe(s.workDays, {{1, 2, 3, 4, 5, 6, 7}, {2, 3, 4, 5, 6}, {1, 7}, {6}, {}});
+}
+
+// Days on which the clock is set have no penalties: nobody can tell how old a skip is then.
+SettingsModel anySettings(RandomChoices& any) {
+    SettingsModel settings;
+    PresetCatalog::writeInto(settings, anyPreset(any));
+    settings.disableSkipPenalty = any.oneIn(2);
+    for (int i = 0; i < 4; ++i) {
+        changeSome(settings, any);
+    }
+    return settings;
+}
+
+// A day of somebody who calls, watches films, comes and goes, pauses, sleeps and travels.
+class RandomDay : private RandomChoices, private AuditedSchedule {
+  public:
+    RandomDay(const RandomChoices& choices, const SettingsModel& settings, Counts& counts)
+        : RandomChoices(choices),
+          AuditedSchedule(anyZone(*this), anyStart(*this), settings, counts, Launch::later),
+          presence_(platform(), audit(), settings) {
+        launch();
+    }
+
+    // What was wrong first, empty if nothing was.
+    std::string live() {
+        const RunLoopTime end = runLoopNow() + std::chrono::minutes(between(120, 300));
+        while (runLoopNow() < end && fault().empty()) {
+            getGoing();
+            if (presence_.isPauseEnding()) {
+                run(1);
+            }
+            if (session() && oneIn(3)) {
+                pressAnything();
+            } else if (session()) {
+                run(between(1, 500));
+            }
+            act(*this, kActions);
+        }
+        endEveryCause();
+        return fault();
+    }
+
+  protected:
+    void willLaunch() override { presence_.willLaunch(); }
+    void didLaunch(AppEnvironment& environment) override { presence_.didLaunch(environment); }
+    void didSleep(std::int64_t seconds) override {
+        sleptFor_ += runLoopSec(static_cast<double>(seconds));
+        presence_.lookAtClock();
+    }
+    void check() override {
+        presence_.settle();
+        AuditedSchedule::check();
+        presence_.check();
+    }
+
+  private:
+    using App = std::optional<FrontmostApplication::Application>;
+    using Screens = std::vector<Displays::Display>;
+
+    // Nothing that stops the schedule lasts for ever.
+    void getGoing() {
+        if (!settings().ostrelEnabled && oneIn(2)) {
+            update("schedule on", [](SettingsModel& s) { s.ostrelEnabled = true; });
+        }
+        if (presence_.isPaused() && oneIn(4)) {
+            oneIn(2) ? endPause() : toggle();
+        }
+        if (presence_.isFocusOn() && oneIn(4)) {
+            announce();
+        }
+    }
+    void endEveryCause() {
+        endPause();
+        update("no hours, no focus", [](SettingsModel& s) {
+            s.workHoursEnabled = false;
+            s.pauseDuringDND = false;
+        });
+        run(3);
+        findings().expect("pause left over", isPaused(), false);
+        audit().checkIdentifiers();
+    }
+
+    void update(const char* what, const std::function<void(SettingsModel&)>& changeThem) {
+        SettingsModel next = settings();
+        changeThem(next);
+        presence_.change(next);
+        change(what, changeThem);
+    }
+    void changeSettings() {
+        SettingsModel next = settings();
+        changeSome(next, *this);
+        update("settings", [&next](SettingsModel& settings) { settings = next; });
+    }
+    void switchOff() {
+        update("schedule off", [](SettingsModel& s) { s.ostrelEnabled = false; });
+    }
+    void choosePreset() {
+        applyPreset(anyPreset(*this));
+        presence_.change(settings());
+    }
+
+    void wait() {
+        const bool isHeld = audit().countdowns().heldKind().has_value();
+        run(isHeld || oneIn(2) ? between(1, 90) : between(60, 1200));
+    }
+    void pressAnything() {
+        press(oneOf({OverlayAction::skip, OverlayAction::postpone, OverlayAction::done}),
+              By::button);
+    }
+    void postponeNext() { postponeAhead(nextKind()); }
+    void startOne() {
+        presence_.setStartingNow(true);
+        startNow(oneOf({BreakKind::body, BreakKind::eye}));
+        presence_.setStartingNow(false);
+    }
+    void sleepOn() { sleep(oneOf<std::int64_t>({between(1, 900), 3600, between(3601, 40'000)})); }
+    void startAgain() { relaunch(static_cast<double>(between(0, 15'000)) / 2); }
+
+    void pauseTimed() {
+        const std::int64_t minutes = between(1, 60);
+        presence_.pause(now() + wallSec(minutes * 60));
+        pause(PauseDuration::forMinutes(minutes));
+    }
+    void pauseUntilNextMorning() {
+        note("pause until the next morning");
+        const std::int64_t start =
+            settings().workHoursEnabled ? settings().workHoursStartMinute : 540;
+        presence_.pause(platform().calendar.nextMatching(now(), static_cast<int>(start / 60),
+                                                         static_cast<int>(start % 60)));
+        engine().pauseByUser(PauseDuration::untilNextMorning());
+        check();
+    }
+    void endPause() {
+        presence_.endUserPause();
+        resume();
+    }
+    // Ends every pause, or begins one.
+    void toggle() {
+        note("toggle chord");
+        presence_.isPaused() ? presence_.endAllPauses() : presence_.pause(std::nullopt);
+        const HotkeyChord chord = settings().togglePauseHotkey;
+        platform().hotkeys.press(chord.keyCode, chord.modifiers);
+        check();
+    }
+
+    void changeFront() {
+        const App front = oneOf<App>({App(), App({"us.zoom.xos", 4711}), App({"us.zoom.xos", 4711}),
+                                      App({"US.zoom.xos", 4711}), App({"film", 900}),
+                                      App({"film", 900}), App({std::nullopt, 77})});
+        note("in front " + (front ? front->bundleIdentifier.value_or("?") : "nothing"));
+        platform().frontmost.set(front);
+        presence_.surroundingsChanged();
+    }
+    // Around what covers either display, and what does not.
+    void changeScreen() {
+        note("windows");
+        const ScreenWindows::Window window{oneOf<std::int64_t>({900, 900, 900, 77}),
+                                           oneOf<double>({1824, 1920, 2432, 1823}),
+                                           oneOf<double>({1026, 1026, 1440, 1368, 1025})};
+        platform().windows.set({{4711, 9999, 9999}, window});
+        const char* type = oneOf({"PreventUserIdleDisplaySleep", "NoDisplaySleepAssertion",
+                                  "PreventUserIdleSystemSleep"});
+        platform().assertions.set(
+            {{oneOf<std::int64_t>({900, 900, 900, 77}), {std::nullopt, type}}});
+    }
+    void changeDisplays() {
+        note("displays");
+        const Displays::Display one{1, {0, 0, 1920, 1080}};
+        const Displays::Display other{2, {1920, 0, 2560, 1440}};
+        platform().displays.set(oneOf<Screens>({{one}, {other}, {one, other}, {}}), 1);
+        check();
+    }
+    void changeIdle() {
+        note("input");
+        const auto passed = [this] { return runLoopNow().time_since_epoch() + sleptFor_; };
+        const double idleSec =
+            oneOf<double>({0, 0, 29.9, 30, 60, 119.5, 300.5, 43'200.4, 43'200.5});
+        const auto leave = [passed, since = passed()] { return inSeconds(passed() - since); };
+        const std::function<std::optional<double>()> reading = [idleSec] { return idleSec; };
+        platform().inputIdle.setReading(oneIn(2) ? leave : reading);
+    }
+    void announce() {
+        const bool isOn = oneIn(2);
+        note(isOn ? "Do Not Disturb on" : "Do Not Disturb off");
+        presence_.announce(isOn);
+        using Value = DistributedAnnouncements::Value;
+        const Value value =
+            oneOf<Value>({isOn, std::int64_t{isOn ? 2 : 0}, std::string(isOn ? "TRUE" : "yes")});
+        platform().announcements.announced.send(
+            {oneOf({"com.apple.controlcenter.DoNotDisturbActive",
+                    "com.apple.donotdisturb.notification"}),
+             {{oneOf({"active", "state", "isActive"}), value}, {"DoNotDisturb", !isOn}}});
+        check();
+    }
+
+    // Never back into a day whose counts are gone.
+    void setClock() {
+        const WallTime to = now() + wallSec(oneOf({between(-5400, 5400), between(-90, 90)}));
+        const Calendar& calendar = platform().calendar;
+        if (settings().disableSkipPenalty && calendar.dayKeyOf(to) >= calendar.dayKeyOf(now())) {
+            note("clock set");
+            platform().runLoop.shiftWallClock(to - now());
+            tellOfClock();
+        }
+    }
+    void travel() {
+        const std::string zone = anyZone(*this);
+        const ZonedCalendar there([&zone] { return zone; });
+        if (there.dayKeyOf(now()) >= platform().calendar.dayKeyOf(now())) {
+            note("zone " + zone);
+            platform().timeZone = zone;
+            tellOfClock();
+        }
+    }
+    void tellOfClock() {
+        presence_.lookAtClock();
+        platform().systemEvents.clockChanged.send();
+        platform().runLoop.runOverdueWallTimers();
+        check();
+    }
+    void becomeActive() {
+        note("became active");
+        presence_.lookAtClock();
+        platform().systemEvents.didBecomeActive.send();
+        check();
+    }
+
+    static constexpr Choice<RandomDay> kActions[] = {{60, &RandomDay::wait},
+                                                     {6, &RandomDay::pressAnything},
+                                                     {4, &RandomDay::startOne},
+                                                     {4, &RandomDay::postponeNext},
+                                                     {3, &RandomDay::pauseTimed},
+                                                     {5, &RandomDay::toggle},
+                                                     {3, &RandomDay::endPause},
+                                                     {4, &RandomDay::sleepOn},
+                                                     {3, &RandomDay::startAgain},
+                                                     {2, &RandomDay::choosePreset},
+                                                     {20, &RandomDay::changeFront},
+                                                     {12, &RandomDay::changeScreen},
+                                                     {9, &RandomDay::changeIdle},
+                                                     {8, &RandomDay::announce},
+                                                     {4, &RandomDay::changeDisplays},
+                                                     {6, &RandomDay::setClock},
+                                                     {3, &RandomDay::travel},
+                                                     {4, &RandomDay::becomeActive},
+                                                     {1, &RandomDay::switchOff},
+                                                     {6, &RandomDay::changeSettings},
+                                                     {1, &RandomDay::pauseUntilNextMorning}};
+
+    RunLoopClock::duration sleptFor_{0};
+    PresenceAudit presence_;
+};
+
+}  // namespace
+
+TEST(RandomPresenceTest, BreaksComeWhereNothingIsInTheirWayAndNothingStaysInTheirWay) {
+    Counts counts;
+    const char* only = std::getenv("OSTREL_TEST_SEED");
+    const int first = only ? std::atoi(only) : 1;
+    const int last = only ? first : randomRuns(40, 1000);
+    for (int seed = first; seed <= last; ++seed) {
+        RandomChoices any(static_cast<std::uint64_t>(seed));
+        const SettingsModel settings = anySettings(any);
+        const std::string fault = RandomDay(any, settings, counts).live();
+        ASSERT_TRUE(fault.empty())
+            << fault << "\nOSTREL_TEST_SEED=" << seed << " runs this one alone";
+    }
+    for (const char* what : {"body break credited",      "body closed forcedByPause",
+                             "break started in a pause", "eye break credited",
+                             "end of the day",           "eye closed forcedByPause",
+                             "hold for a call",          "hold for a film",
+                             "hold of body cancelled",   "hold of body dropped",
+                             "hold of body opened",      "hold of eye cancelled",
+                             "hold of eye dropped",      "hold of eye opened",
+                             "hours left otherwise",     "pause went on after a launch",
+                             "return without credit",    "sample during a film",
+                             "timed pause ended",        "work began"}) {
+        EXPECT_GE(counts[what], only ? 0 : last / 40) << what;
+    }
+}
+
+}  // namespace ostrel
