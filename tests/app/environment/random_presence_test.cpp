@@ -76,15 +76,16 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
     std::string live() {
         const RunLoopTime end = runLoopNow() + std::chrono::minutes(between(120, 300));
         while (runLoopNow() < end && fault().empty()) {
-            getGoing();
-            if (presence_.isPauseEnding()) {
-                run(1);
-            }
             if (session() && oneIn(3)) {
                 pressAnything();
             } else if (session()) {
                 run(between(1, 500));
             }
+            // At that instant itself it may have ended or not.
+            if (presence_.isPauseEnding()) {
+                run(1);
+            }
+            getGoing();
             act(*this, kActions);
         }
         endEveryCause();
@@ -202,6 +203,13 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         platform().frontmost.set(front);
         presence_.surroundingsChanged();
     }
+    // Between two looks at what is in front.
+    void changeFrontBeforeBodyBreak() {
+        if (audit().countdowns().heldKind() == BreakKind::eye) {
+            run(audit().countdowns().remainingSec(BreakKind::body) - between(1, 30));
+            changeFront();
+        }
+    }
     // Around what covers either display, and what does not.
     void changeScreen() {
         note("windows");
@@ -288,6 +296,7 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
                                                      {2, &RandomDay::choosePreset},
                                                      {20, &RandomDay::changeFront},
                                                      {12, &RandomDay::changeScreen},
+                                                     {8, &RandomDay::changeFrontBeforeBodyBreak},
                                                      {9, &RandomDay::changeIdle},
                                                      {8, &RandomDay::announce},
                                                      {4, &RandomDay::changeDisplays},
@@ -316,16 +325,27 @@ TEST(RandomPresenceTest, BreaksComeWhereNothingIsInTheirWayAndNothingStaysInThei
         ASSERT_TRUE(fault.empty())
             << fault << "\nOSTREL_TEST_SEED=" << seed << " runs this one alone";
     }
-    for (const char* what : {"body break credited",      "body closed forcedByPause",
-                             "break started in a pause", "eye break credited",
-                             "end of the day",           "eye closed forcedByPause",
-                             "hold for a call",          "hold for a film",
-                             "hold of body cancelled",   "hold of body dropped",
-                             "hold of body opened",      "hold of eye cancelled",
-                             "hold of eye dropped",      "hold of eye opened",
-                             "hours left otherwise",     "pause went on after a launch",
-                             "return without credit",    "sample during a film",
-                             "timed pause ended",        "work began"}) {
+    for (const char* what : {"body break credited",
+                             "body closed forcedByPause",
+                             "break started in a pause",
+                             "eye break credited",
+                             "end of the day",
+                             "eye closed forcedByPause",
+                             "hold for a call",
+                             "hold for a film",
+                             "hold of body cancelled",
+                             "hold of body dropped",
+                             "hold of body opened",
+                             "hold of eye cancelled",
+                             "hold of eye dropped",
+                             "hold of eye folded",
+                             "hold of eye opened",
+                             "hours left otherwise",
+                             "pause went on after a launch",
+                             "return without credit",
+                             "sample during a film",
+                             "timed pause ended",
+                             "work began"}) {
         EXPECT_GE(counts[what], only ? 0 : last / 40) << what;
     }
 }
