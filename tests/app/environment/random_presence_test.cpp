@@ -18,7 +18,8 @@ std::string anyZone(RandomChoices& any) {
 // A quarter off the full seconds, at which the hours begin and end.
 WallTime anyStart(RandomChoices& any) {
     const WallTime first = wallTimeOf({{2026, 3, 27}, 0, 0, 0}, "UTC");
-    return first + wallSec(any.below(3 * 86'400)) + WallClock::duration{0.25};
+    constexpr std::int64_t kThreeDaysSec = 259'200;
+    return first + wallSec(any.below(kThreeDaysSec)) + WallClock::duration{0.25};
 }
 
 PresetDefinition anyPreset(RandomChoices& any) {
@@ -232,8 +233,7 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
     void changeIdle() {
         note("input");
         const auto passed = [this] { return runLoopNow().time_since_epoch() + sleptFor_; };
-        const double idleSec =
-            oneOf<double>({0, 0, 29.9, 30, 60, 119.5, 300.5, 43'200.4, 43'200.5});
+        const auto idleSec = oneOf<double>({0, 0, 29.9, 30, 60, 119.5, 300.5, 43'200.4, 43'200.5});
         const auto leave = [passed, since = passed()] { return inSeconds(passed() - since); };
         const std::function<std::optional<double>()> reading = [idleSec] { return idleSec; };
         platform().inputIdle.setReading(oneIn(2) ? leave : reading);
@@ -243,7 +243,7 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         note(isOn ? "Do Not Disturb on" : "Do Not Disturb off");
         presence_.announce(isOn);
         using Value = DistributedAnnouncements::Value;
-        const Value value =
+        const auto value =
             oneOf<Value>({isOn, std::int64_t{isOn ? 2 : 0}, std::string(isOn ? "TRUE" : "yes")});
         platform().announcements.announced.send(
             {oneOf({"com.apple.controlcenter.DoNotDisturbActive",
@@ -263,7 +263,7 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         }
     }
     void travel() {
-        const std::string zone = anyZone(*this);
+        std::string zone = anyZone(*this);
         const ZonedCalendar there([&zone] { return zone; });
         if (there.dayKeyOf(now()) >= platform().calendar.dayKeyOf(now())) {
             note("zone " + zone);
