@@ -17,7 +17,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "desktop"
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 os.environ["OSTREL"] = str(Path(sys.argv[1]).resolve())
 # pylint: disable=wrong-import-position
-from desktop import OSTREL, Terminal, output, wait_for  # noqa: E402
+from desktop import OSTREL, Terminal, wait_for  # noqa: E402
 from login_manager import LoginManager, start_system_bus  # noqa: E402
 from measure import AT_REST, Bench, usage_over  # noqa: E402
 from status_item import start_watcher  # noqa: E402
@@ -61,7 +61,7 @@ class Calls:
 
 
 def requests(trace):
-    return Counter(re.findall(r"^\d+:<:.*Request\(\d+\): (\S+)", trace.read_text(errors="replace"), re.MULTILINE))
+    return Counter(re.findall(r"^\d+:<:.*Request\([\d,]+\): (\S+)", trace.read_text(errors="replace"), re.MULTILINE))
 
 
 def started(settings, fills, *before):
@@ -79,7 +79,8 @@ def started(settings, fills, *before):
     bench.start(settings, DBUS_SYSTEM_BUS_ADDRESS=address)
     pid = bench.app.pid
     if before:
-        pid = int(wait_for(lambda: output("pgrep", "-P", str(bench.app.pid), "-x", "ostrel").split(), "the program")[0])
+        children = Path(f"/proc/{pid}/task/{pid}/children")
+        pid = int(wait_for(lambda: children.read_text(encoding="ascii").split(), "the program")[0])
     time.sleep(SETTLE_SEC)
     return bench, pid, calls
 
