@@ -10,20 +10,25 @@ namespace ostrel {
 void TimerEngine::pause(PauseReason reason, std::optional<WallTime> until) {
     SessionStateStore& session = services_.sessionStateStore;
     const bool begins = !session.isPaused();
+    // One that says again what it said before must not close a break that was started since then.
+    const bool isNew = reason == PauseReason::user || !session.holds(reason);
     const WallTime now = services_.now();
     session.addReason(reason, until, now);
     if (begins) {
         session.setPendingPauseForgottenFireAt(now + wallSec(kPauseForgottenSec));
     }
+    // First: a pause of just an hour ends before it could be called forgotten.
+    if (reason == PauseReason::user) {
+        armUserPauseEnd();
+    }
     if (begins || reason == PauseReason::user) {
         armPauseForgotten();
         schedulePauseForgotten();
     }
-    if (reason == PauseReason::user) {
-        armUserPauseEnd();
-    }
     setRunning(false);
-    stopSchedule();
+    if (isNew) {
+        stopSchedule();
+    }
 }
 
 // Also when the schedule is switched off: nothing that was due or announced stays behind.
@@ -45,6 +50,10 @@ void TimerEngine::pauseByUser(PauseDuration duration) {
 void TimerEngine::endPause(PauseReason reason, Countdowns countdowns) {
     SessionStateStore& session = services_.sessionStateStore;
     if (!session.holds(reason)) {
+        // Somebody may have ended the pause early; what begins anew at its end still does.
+        if (countdowns == Countdowns::restart && !session.isPaused()) {
+            resume(countdowns);
+        }
         return;
     }
     session.removeReason(reason);

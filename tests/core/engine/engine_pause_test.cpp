@@ -48,6 +48,29 @@ TEST_F(EnginePauseTest, EndOfAPauseRestartsTheCountdownsOnlyOnRequest) {
     EXPECT_FALSE(engine.eyeMergedIntoBody());
 }
 
+TEST_F(EnginePauseTest, ReasonThatIsSaidAgainLeavesABreakThatWasStartedMeanwhile) {
+    TimerEngine& engine = bench.launch();
+    engine.pause(PauseReason::schedule);
+    bench.take();
+    engine.startNow(BreakKind::eye);
+    bench.overlayPresented = true;
+    engine.pause(PauseReason::schedule);
+    EXPECT_EQ(bench.take(), (Events{"0 open eye +0"}));
+    engine.pause(PauseReason::focus);
+    EXPECT_EQ(bench.take(), (Events{"0 close for pause"}));
+}
+
+TEST_F(EnginePauseTest, CountdownsBeginAnewAlsoWhenTheUserHadEndedThePauseBefore) {
+    TimerEngine& engine = bench.launch(1200, 1500);
+    engine.pause(PauseReason::schedule);
+    engine.endAllPauses();
+    bench.run(100);
+    engine.endPause(PauseReason::schedule);
+    EXPECT_EQ(engine.state()->eye.remainingSec, 1100);
+    engine.endPause(PauseReason::schedule, TimerEngine::Countdowns::restart);
+    EXPECT_EQ(engine.state()->eye.remainingSec, 1200);
+}
+
 TEST_F(EnginePauseTest, TimedPauseEndsByItself) {
     TimerEngine& engine = bench.launch();
     engine.pauseByUser(PauseDuration::forMinutes(30));
