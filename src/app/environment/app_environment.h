@@ -77,6 +77,7 @@ class AppEnvironment {
     [[nodiscard]] OstrelNotificationCenter::Answers answers();
     void watchPresence();
     void followFocusSetting();
+    void awaitMidnight();
     void noteSleep();
     void noteWake();
 
@@ -103,6 +104,7 @@ class AppEnvironment {
     std::unique_ptr<WorkHoursGate> workHoursGate_;
     std::unique_ptr<HotkeyRouter> hotkeyRouter_;
     std::unique_ptr<OverlayManager> overlayManager_;
+    Timer midnightTimer_;
     std::vector<Subscription> subscriptions_;
 };
 

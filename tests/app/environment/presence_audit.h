@@ -74,14 +74,14 @@ class PresenceAudit {
 
     void change(const SettingsModel& settings) {
         const SettingsModel before = std::exchange(settings_, settings);
-        if (before.pauseDuringDND != settings.pauseDuringDND) {
-            applyFocus();
-        }
         if (before.workHoursEnabled != settings.workHoursEnabled ||
             before.workHoursStartMinute != settings.workHoursStartMinute ||
             before.workHoursEndMinute != settings.workHoursEndMinute ||
             before.workDays != settings.workDays) {
             lookAtClock();
+        }
+        if (before.pauseDuringDND != settings.pauseDuringDND) {
+            applyFocus();
         }
         surroundingsChanged();
     }
@@ -111,7 +111,10 @@ class PresenceAudit {
             std::exchange(isInside_, isWithinHours(now(), settings_, platform_.calendar));
         if (isInside_) {
             insideAt_ = {now(), settings_, platform_.timeZone};
-            reasons_.erase(PauseReason::schedule);
+            const bool wasHeld = reasons_.erase(PauseReason::schedule) > 0;
+            if (!wasInside && !wasHeld && reasons_.empty()) {
+                noteRestart("work began after its pause was ended");
+            }
             return;
         }
         reasons_.insert(PauseReason::schedule);
@@ -128,9 +131,9 @@ class PresenceAudit {
             findings().count("timed pause ended");
             endUserPause();
         }
-        // Without a day to work on it is midnight that is waited for.
+        // Every new day is a reason to look.
         const std::string day = platform_.calendar.dayKeyOf(now());
-        const bool isMidnight = std::exchange(day_, day) != day && settings_.workDays.empty();
+        const bool isMidnight = std::exchange(day_, day) != day;
         if (isWithinHours(now(), settings_, platform_.calendar) != isInside_ || isMidnight) {
             lookAtClock();
             flippedAt_ = platform_.runLoop.now();
@@ -338,10 +341,13 @@ class PresenceAudit {
         settle();
         const auto before = std::exchange(seenReasons_, reasons);
         if (before.contains(PauseReason::schedule) && reasons.empty() && isInside_) {
-            findings().count("work began");
-            audit_.countdowns().takeMerge();
-            hasRestarted_ = true;
+            noteRestart("work began");
         }
+    }
+    void noteRestart(const char* why) {
+        findings().count(why);
+        audit_.countdowns().takeMerge();
+        hasRestarted_ = true;
     }
 
     VirtualPlatform& platform_;
