@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
+#include <string_view>
 
 namespace ostrel {
 
@@ -12,6 +13,19 @@ xcb_connection_t* qtX11Connection() {
     xcb_connection_t* connection = x11 == nullptr ? nullptr : x11->connection();
     const bool isUsable = connection != nullptr && xcb_connection_has_error(connection) == 0;
     return isUsable ? connection : nullptr;
+}
+
+// Before its release 23.1 such a server does not name itself.
+bool isXInsideWayland(xcb_connection_t* connection) {
+    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+        qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland")) {
+        return true;
+    }
+    constexpr std::string_view kExtension = "XWAYLAND";
+    const XcbReply<xcb_query_extension_reply_t> reply(xcb_query_extension_reply(
+        connection, xcb_query_extension(connection, kExtension.size(), kExtension.data()),
+        nullptr));
+    return reply && reply->present != 0;
 }
 
 }  // namespace ostrel

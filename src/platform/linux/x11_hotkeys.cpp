@@ -92,6 +92,11 @@ X11Hotkeys::X11Hotkeys() {
     }
 }
 
+bool X11Hotkeys::isPossible() {
+    xcb_connection_t* connection = qtX11Connection();
+    return connection != nullptr && !isXInsideWayland(connection);
+}
+
 X11Hotkeys::~X11Hotkeys() {
     if (auto* application = QCoreApplication::instance()) {
         application->removeNativeEventFilter(this);

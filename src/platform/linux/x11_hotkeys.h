@@ -18,6 +18,10 @@ namespace ostrel {
 class X11Hotkeys : public GlobalHotkeys, public QAbstractNativeEventFilter {
   public:
     X11Hotkeys();
+
+    // Whether a press would reach us while another program has the keyboard.
+    [[nodiscard]] static bool isPossible();
+
     X11Hotkeys(const X11Hotkeys&) = delete;
     X11Hotkeys& operator=(const X11Hotkeys&) = delete;
     ~X11Hotkeys() override;

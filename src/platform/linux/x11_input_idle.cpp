@@ -9,7 +9,7 @@ namespace ostrel {
 
 X11InputIdle::X11InputIdle() {
     xcb_connection_t* connection = qtX11Connection();
-    if (connection == nullptr) {
+    if (connection == nullptr || isXInsideWayland(connection)) {
         return;
     }
     const xcb_query_extension_reply_t* extension =

@@ -7,7 +7,8 @@
 namespace ostrel {
 
 // The idle time that the X server counts for its screen saver (MIT-SCREEN-SAVER). Absent when Qt
-// does not run on X11 or the server lacks the extension. Needs a QGuiApplication.
+// does not run on X11, the server is a guest in a Wayland session or lacks the extension. Needs a
+// QGuiApplication.
 class X11InputIdle : public InputIdle {
   public:
     X11InputIdle();
