@@ -51,10 +51,20 @@ std::optional<PowerAssertions::ByProcess> LinuxPowerAssertions::byProcess() cons
         return std::nullopt;
     }
     ByProcess all;
+    std::set<std::string> sandboxed;
     for (const std::int64_t holder : holders) {
+        if (auto application = processes_.sandboxedApplication(holder)) {
+            sandboxed.insert(std::move(*application));
+        }
         all[holder] = {"PreventUserIdleDisplaySleep"};
         for (const std::int64_t ancestor : processes_.ancestors(holder)) {
             all[ancestor] = {"PreventUserIdleDisplaySleep"};
+        }
+    }
+    // Those call by way of a proxy, which is no relative of theirs.
+    for (const std::string& application : sandboxed) {
+        for (const std::int64_t process : processes_.runningInSandbox(application)) {
+            all[process] = {"PreventUserIdleDisplaySleep"};
         }
     }
     return all;

@@ -151,14 +151,16 @@ void MediaPlayers::handleChange(const QString& interface, const QVariantMap& cha
     }
 }
 
-// Many players of music open a few types of video too; their categories say what they are.
+// Many players of music open a few types of video too; their categories say what they are. A
+// browser, which plays both, keeps the display awake by other means when it is a film.
 bool MediaPlayers::isForVideos(const QString& desktopFile) {
     const QStringList categories = listIn(desktopFile, QStringLiteral("Categories"));
     if (categories.contains(QLatin1String("Video"))) {
         return true;
     }
     if (categories.contains(QLatin1String("Audio")) ||
-        categories.contains(QLatin1String("Music"))) {
+        categories.contains(QLatin1String("Music")) ||
+        categories.contains(QLatin1String("WebBrowser"))) {
         return false;
     }
     return std::ranges::any_of(

@@ -93,14 +93,8 @@ std::vector<ProcessTable::Process> ProcessTable::ancestors(Process process) cons
     return found;
 }
 
-std::vector<ProcessTable::Process> ProcessTable::running(std::string_view program) const {
-    const bool isPath = program.starts_with('/');
-    const std::string wanted =
-        lower(isPath ? program : program.substr(program.find_last_of('.') + 1));
+std::vector<ProcessTable::Process> ProcessTable::all() const {
     std::vector<Process> found;
-    if (wanted.empty()) {
-        return found;
-    }
     std::error_code error;
     for (std::filesystem::directory_iterator entry(folder_, error), end; !error && entry != end;
          entry.increment(error)) {
@@ -110,9 +104,32 @@ std::vector<ProcessTable::Process> ProcessTable::running(std::string_view progra
         if (fault != std::errc() || rest != name.data() + name.size()) {
             continue;
         }
+        found.push_back(process);
+    }
+    return found;
+}
+
+std::vector<ProcessTable::Process> ProcessTable::runningInSandbox(
+    std::string_view application) const {
+    std::vector<Process> found = all();
+    std::erase_if(found,
+                  [&](Process process) { return sandboxedApplication(process) != application; });
+    return found;
+}
+
+std::vector<ProcessTable::Process> ProcessTable::running(std::string_view program) const {
+    const bool isPath = program.starts_with('/');
+    const std::string wanted =
+        lower(isPath ? program : program.substr(program.find_last_of('.') + 1));
+    std::vector<Process> found;
+    if (wanted.empty()) {
+        return found;
+    }
+    for (const Process process : all()) {
         std::error_code unreadable;
         const auto executable =
-            std::filesystem::read_symlink(entry->path() / "exe", unreadable).string();
+            std::filesystem::read_symlink(folder_ / std::to_string(process) / "exe", unreadable)
+                .string();
         bool matches = lower(executable) == wanted;
         if (!isPath && !matches) {
             std::string command = lower(read(process, "comm"));

@@ -31,7 +31,12 @@ class ProcessTable {
     // snap.
     [[nodiscard]] std::optional<std::string> sandboxedApplication(Process process) const;
 
+    // The processes of a sandboxed application.
+    [[nodiscard]] std::vector<Process> runningInSandbox(std::string_view application) const;
+
   private:
+    [[nodiscard]] std::vector<Process> all() const;
+
     struct Status {
         Process parent = 0;
         Process session = 0;

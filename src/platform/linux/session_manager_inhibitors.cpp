@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/linux/dbus_questions.h"
+#include "platform/linux/screen_saver_calls.h"
 
 namespace ostrel {
 namespace {
@@ -60,7 +61,18 @@ void SessionManagerInhibitors::add(const QDBusObjectPath& path) {
         [this, name](const QDBusMessage& answer) {
             const auto flags = onlyArgument(answer, QLatin1String("u"));
             if (flags && (flags->toUInt() & kSessionIdle) != 0) {
-                askForProgram(name);
+                askForReason(name);
+            }
+        });
+}
+
+// A browser keeps the session from idling for music as well.
+void SessionManagerInhibitors::askForReason(const QString& path) {
+    ask(bus_, questionTo(kService, path, kInhibitor, QStringLiteral("GetReason")), this,
+        [this, path](const QDBusMessage& answer) {
+            const auto reason = onlyArgument(answer, QLatin1String("s"));
+            if (!reason || ScreenSaverCalls::concernsPicture(reason->toString())) {
+                askForProgram(path);
             }
         });
 }

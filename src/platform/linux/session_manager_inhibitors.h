@@ -29,6 +29,7 @@ class SessionManagerInhibitors : public QObject {
     Q_SLOT void add(const QDBusObjectPath& path);
     Q_SLOT void remove(const QDBusObjectPath& path);
     void askForAll();
+    void askForReason(const QString& path);
     void askForProgram(const QString& path);
 
     QDBusConnection bus_;

@@ -144,6 +144,7 @@ struct SessionManagerTest : PowerAssertionsTest {
     struct Held {
         const char* program;
         quint32 flags;
+        const char* reason = "Video Wake Lock";
     };
     static constexpr const char* kPath = "/org/gnome/SessionManager";
     std::unique_ptr<FakeBusService> manager;
@@ -163,6 +164,9 @@ struct SessionManagerTest : PowerAssertionsTest {
         };
         manager->answers["GetFlags"] = [this](const QDBusMessage& call) {
             return QVariantList{held[call.path()].flags};
+        };
+        manager->answers["GetReason"] = [this](const QDBusMessage& call) {
+            return QVariantList{QLatin1String(held[call.path()].reason)};
         };
         manager->answers["GetAppId"] = [this](const QDBusMessage& call) {
             return QVariantList{QLatin1String(held[call.path()].program)};
@@ -192,12 +196,26 @@ TEST_F(SessionManagerTest, TheProgramsThatKeepTheSessionBusyCountWhileTheyDo) {
     announce("InhibitorRemoved", "/i/7");
     hold("/i/3", {"/usr/lib/chromium/chromium", 4});
     hold("/i/4", {"unknown", 8});
+    hold("/i/5", {"/usr/lib/chromium/chromium", 8, "audio-playing"});
     settle();
     session.settle(QStringLiteral("manager"), QStringLiteral("settler"));
     settle();
     EXPECT_EQ(holders(), Holders{200});
     manager.reset();
     EXPECT_TRUE(becomes({}));
+}
+
+TEST_F(SessionManagerTest, SandboxedProgramCountsWithAllItsProcesses) {
+    for (const int process : {300, 301, 302}) {
+        processes.write(process, "root/.flatpak-info",
+                        process == 302 ? "[Application]\nname=org.example.Other\n"
+                                       : "[Application]\nname=org.example.Player\n");
+    }
+    processes.setExecutable(300, "/usr/bin/xdg-dbus-proxy");
+    held[QStringLiteral("/i/1")] = {"xdg-dbus-proxy", 8};
+    appear();
+    launch();
+    EXPECT_TRUE(becomes({300, 301}));
 }
 
 TEST_F(SessionManagerTest, OneThatAppearsLateIsAskedAndOneThatAnswersNothingIsSurvived) {
