@@ -45,8 +45,16 @@ SleepWatch::SleepWatch(SystemEvents& events, LinuxRunLoop& runLoop, QDBusConnect
     bus_.connect(QString(), kPath, kInterface, QStringLiteral("PrepareForSleep"), this,
                  SLOT(prepareForSleep(bool)));
     auto* watcher =
-        new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { takeLock(); });
+        new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& owner) {
+                // One that died in between will not tell of the wake.
+                if (isAsleep_) {
+                    prepareForSleep(false);
+                } else if (!owner.isEmpty()) {
+                    takeLock();
+                }
+            });
     takeLock();
 }
 
