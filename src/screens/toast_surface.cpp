@@ -51,8 +51,13 @@ ToastSurface::~ToastSurface() {
     delete window_;
 }
 
+void ToastSurface::setCovered(bool isCovered) {
+    isCovered_ = isCovered;
+    follow(*toasts_.currentToast());
+}
+
 void ToastSurface::follow(const std::optional<Toast>& toast) {
-    if (!toast) {
+    if (!toast || isCovered_) {
         leave();
     } else if (card_ && toast->id == shownID_) {
         card_->show(*toast);

@@ -27,6 +27,10 @@ class ToastSurface : public QObject {
                  std::function<ToastCard::Shade()> shade);
     ~ToastSurface() override;
 
+    // While something covers the screen, such as a lock, there is no window; the toast's time goes
+    // on.
+    void setCovered(bool isCovered);
+
   private:
     void follow(const std::optional<Toast>& toast);
     void enter(const Toast& toast);
@@ -38,6 +42,7 @@ class ToastSurface : public QObject {
     ToastDispatcher& toasts_;
     const MotionSettings& motion_;
     std::function<ToastCard::Shade()> shade_;
+    bool isCovered_ = false;
     std::string shownID_;
     std::string spokenKey_;  // of the words that were announced
     QRect area_;             // of the display that the toast came up on

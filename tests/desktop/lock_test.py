@@ -8,9 +8,10 @@ import dbus.mainloop.glib
 import dbus.service
 from gi.repository import GLib
 
-from desktop import LEFT, RIGHT, DesktopTest, key, overlay_windows
+from desktop import LEFT, RIGHT, SOON, DesktopTest, is_toast_shown, key, overlay_windows
 
 NAME = "org.xfce.ScreenSaver"
+CARD = "Look into the distance"
 
 
 class ScreenSaver(dbus.service.Object):
@@ -39,17 +40,28 @@ def serve(condition):
 
 
 class LockTest(DesktopTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.saver = ScreenSaver()
+
     def test_break_makes_room_for_the_lock_and_comes_back(self):
-        saver = ScreenSaver()
         self.start()
         self.wait_for_break()
-        saver.ActiveChanged(True)
+        self.saver.ActiveChanged(True)
         self.wait_running(lambda: serve(lambda: not overlay_windows()), "the screen without the break")
-        saver.ActiveChanged(False)
+        self.saver.ActiveChanged(False)
         self.wait_running(lambda: serve(overlay_windows) == [LEFT, RIGHT], "the break once more")
         self.assertEqual(len(self.trace("due")), 1, "it is the same one")
         key("Escape")
-        self.assertEqual(self.wait_for_close(), "skip")
+        self.assertEqual(self.wait_for_close(), "skipped")
+
+    def test_gentle_card_is_not_shown_above_the_lock(self):
+        self.start(dict(SOON, eyePresentation="gentle"))
+        self.wait_running(lambda: is_toast_shown(CARD), "the card")
+        self.saver.ActiveChanged(True)
+        self.wait_running(lambda: serve(lambda: not is_toast_shown(CARD)), "the screen without the card")
+        self.saver.ActiveChanged(False)
+        self.wait_running(lambda: serve(lambda: is_toast_shown(CARD)), "the card once more")
 
 
 if __name__ == "__main__":

@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <QWindow>
 #include <cstdio>
 #include <functional>
 #include <memory>
@@ -45,6 +46,12 @@
 namespace ostrel {
 namespace {
 
+// It takes the keyboard; that is no user who turns to the program.
+bool hasOverlayTheFocus() {
+    const QWindow* window = QGuiApplication::focusWindow();
+    return window != nullptr && window->flags().testFlag(Qt::X11BypassWindowManagerHint);
+}
+
 // The desktop's side of the environment.
 class LinuxPlatform {
   public:
@@ -56,7 +63,7 @@ class LinuxPlatform {
               runLoop.clockWasSet.subscribe([this] { systemEvents.clockChanged.send(); })) {
         QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &sleepWatch_,
                          [this](Qt::ApplicationState state) {
-                             if (state == Qt::ApplicationActive) {
+                             if (state == Qt::ApplicationActive && !hasOverlayTheFocus()) {
                                  systemEvents.didBecomeActive.send();
                              }
                          });
@@ -77,7 +84,8 @@ class LinuxPlatform {
                 notifications,
                 overlayWindows,
                 randomUuids(),
-                {&frontmost, &windows, &assertions, &doNotDisturb, &hotkeys},
+                {&frontmost, &windows, &assertions, &doNotDisturb,
+                 X11Hotkeys::isPossible() ? &hotkeys : nullptr},
                 std::move(openWindow),
                 requestUserAttention};
     }
@@ -133,6 +141,8 @@ class RunningApplication {
           appearance_(environment.settingsStore(), platform.appearance),
           toastSurface_(environment.toastDispatcher(), platform.motion,
                         [this] { return appearance_.isDark() ? Shade::dark : Shade::light; }),
+          coverings_(platform.systemEvents.isSessionOnScreen.onChange(
+              [this](const bool& isOnScreen) { toastSurface_.setCovered(!isOnScreen); })),
           statusItem({environment.timerEngine(), environment.sessionStateStore(),
                       environment.settingsStore(), environment.overlayManager(),
                       environment.dailyCounter(),
@@ -183,6 +193,7 @@ class RunningApplication {
     Subscription language_;
     Appearance appearance_;
     ToastSurface toastSurface_;
+    Subscription coverings_;
 
   public:
     StatusItem statusItem;
