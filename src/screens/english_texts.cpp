@@ -225,6 +225,11 @@ constexpr auto kEnglish = std::to_array<Entry>({
      "such as systemd-logind or elogind."},
     {"capability.reason.notification_server",
      "No notification server is running: start that of your desktop, or dunst."},
+    {"capability.reason.no_server_yet",
+     "The notification server starts with the first notification, and is followed from then on."},
+    {"capability.reason.locker",
+     "Lockers that tell nobody are not noticed. Those of GNOME, KDE, Xfce, MATE and Cinnamon "
+     "tell."},
     {"capability.reason.no_switch",
      "This notification server does not tell whether it is silenced. Those of GNOME, KDE and Xfce "
      "do, and dunst."},

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "overlay/guided_moves.h"
+#include "platform/api/capability.h"
 #include "screens/gui.h"
 
 namespace ostrel {
@@ -60,10 +61,10 @@ TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
         }
         std::ifstream stream(file.path());
         const std::string code{std::istreambuf_iterator<char>(stream), {}};
-        for (const auto& key :
-             matches(code,
-                     "\"((?:overlay|action|key|menubar|notice|state|gentle|toast|notification)"
-                     "\\.[a-z_0-9.]+(?: %(?:lld|@))*)\"")) {
+        for (const auto& key : matches(code,
+                                       "\"((?:overlay|action|key|menubar|notice|state|gentle|toast|"
+                                       "notification|capability)"
+                                       "\\.[a-z_0-9.]+(?: %(?:lld|@))*)\"")) {
             const bool isObjectName = key.starts_with("toast.surface") || key.ends_with('.');
             if (!isObjectName) {
                 used.insert(key);
@@ -75,6 +76,13 @@ TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
             used.insert({move.title, move.instruction});
         }
     }
+    const auto useEach = [&used](const char* prefix, const auto& names) {
+        for (const std::string_view name : names) {
+            used.insert(prefix + std::string(name));
+        }
+    };
+    useEach("capability.topic.", enumNames(Capability::Topic{}));
+    useEach("capability.state.", enumNames(Capability::State{}));
     std::set<std::string> known;
     for (const auto& entry : Texts::english()) {
         known.emplace(entry.key.substr(0, entry.key.find('#')));

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QTimer>
+#include <algorithm>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -62,7 +63,7 @@ void lookAtX(DesktopFacts& facts) {
     xcb_connection_t* server = connection.get();
     facts.hasX = xcb_connection_has_error(server) == 0;
     if (facts.hasX) {
-        facts.isXwayland = hasExtension(server, "XWAYLAND");
+        facts.isXwayland = isXInsideWayland(server);
         facts.hasIdleTime = hasExtension(server, "MIT-SCREEN-SAVER");
         facts.hasActiveWindow = hasRootProperty(server, "_NET_SUPPORTING_WM_CHECK");
         facts.hasTray = hasOwner(server, "_NET_SYSTEM_TRAY_S0");
@@ -97,14 +98,30 @@ Capability films(const DesktopFacts& facts) {
 
 Capability doNotDisturb(const DesktopFacts& facts) {
     if (!facts.names.contains(kNotifications)) {
-        return {Topic::doNotDisturb, State::missing, "capability.reason.notification_server"};
+        return facts.canStartNotifications ? Capability{Topic::doNotDisturb, State::partly,
+                                                        "capability.reason.no_server_yet"}
+                                           : Capability{Topic::doNotDisturb, State::missing,
+                                                        "capability.reason.notification_server"};
     }
     const bool isKnown = facts.notificationServer == QLatin1String("dunst") ||
-                         facts.notificationVendor == QLatin1String("GNOME") ||
+                         facts.notificationServer == QLatin1String("gnome-shell") ||
                          facts.notificationVendor == QLatin1String("Xfce") ||
                          facts.notificationVendor == QLatin1String("KDE");
     return isKnown ? Capability{Topic::doNotDisturb}
                    : Capability{Topic::doNotDisturb, State::missing, "capability.reason.no_switch"};
+}
+
+// The lockers of the desktops tell; many that stand alone do not.
+Capability lock(const DesktopFacts& facts) {
+    const bool hasLogin = facts.names.contains(QStringLiteral("org.freedesktop.login1"));
+    const bool tells = std::ranges::any_of(facts.names, [](const QString& name) {
+        return name.endsWith(QLatin1String(".ScreenSaver"));
+    });
+    if (hasLogin && tells) {
+        return {Topic::lock};
+    }
+    return {Topic::lock, State::partly,
+            hasLogin ? "capability.reason.locker" : "capability.reason.login_manager_lock"};
 }
 
 Capability when(Topic topic, bool works, State otherwise, std::string_view reason) {
@@ -131,6 +148,18 @@ class Question : public QObject {
                 [this](const QDBusMessage& reply) {
                     const QStringList names = reply.arguments().value(0).toStringList();
                     facts.names.unite(QSet<QString>(names.begin(), names.end()));
+                });
+    }
+    void askForServices(const QDBusConnection& bus) {
+        if (!bus.isConnected()) {
+            return;
+        }
+        waitFor(bus,
+                questionTo(kBus, QStringLiteral("/org/freedesktop/DBus"), kBus,
+                           QStringLiteral("ListActivatableNames")),
+                [this](const QDBusMessage& reply) {
+                    facts.canStartNotifications =
+                        reply.arguments().value(0).toStringList().contains(kNotifications);
                 });
     }
     void askForServer(const QDBusConnection& bus) {
@@ -190,9 +219,10 @@ std::vector<Capability> capabilitiesWith(const DesktopFacts& facts) {
         films(facts),
         doNotDisturb(facts),
         when(Topic::sleep, hasLogin, State::partly, "capability.reason.login_manager_sleep"),
-        when(Topic::lock, hasLogin, State::partly, "capability.reason.login_manager_lock"),
+        lock(facts),
         inXSession(Topic::hotkeys, facts, true, {}),
-        when(Topic::notifications, facts.names.contains(kNotifications), State::missing,
+        when(Topic::notifications,
+             facts.names.contains(kNotifications) || facts.canStartNotifications, State::missing,
              "capability.reason.notification_server"),
         when(Topic::statusItem, hasStatusHost, State::missing, "capability.reason.status_area"),
         when(Topic::chimes, facts.hasSoundServer, State::missing, "capability.reason.sound_server"),
@@ -205,6 +235,7 @@ void findCapabilities(const QDBusConnection& session, const QDBusConnection& sys
     lookAtX(question->facts);
     question->facts.hasSoundServer = hasSoundServer();
     question->askForNames(session);
+    question->askForServices(session);
     question->askForServer(session);
     question->askForNames(system);
     question->answerWhenAllIsKnown();

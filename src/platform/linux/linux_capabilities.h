@@ -14,12 +14,13 @@ namespace ostrel {
 // What there is of a Linux desktop.
 struct DesktopFacts {
     bool hasX = false;
-    bool isXwayland = false;  // an X server inside a Wayland session, which sees but its own part
+    bool isXwayland = false;  // see isXInsideWayland()
     bool hasIdleTime = false;
     bool hasActiveWindow = false;
     bool hasTray = false;  // of the XEMBED kind
     bool hasSoundServer = false;
     QSet<QString> names;  // on both buses
+    bool canStartNotifications = false;
     QString notificationServer;
     QString notificationVendor;
 };

@@ -77,8 +77,9 @@ void LinuxDoNotDisturb::takeServer(const QDBusMessage& answer) {
     sources_.clear();
     if (server_.isAnswered()) {
         const bool isTold = answer.signature() == QLatin1String("ssss");
+        const QString name = isTold ? answer.arguments().at(0).toString() : QString();
         const QString vendor = isTold ? answer.arguments().at(1).toString() : QString();
-        if (vendor == QLatin1String("GNOME")) {
+        if (name == QLatin1String("gnome-shell")) {
             add(std::make_unique<GnomeBanners>(bus_, gsettings_));
         } else if (vendor == QLatin1String("Xfce")) {
             add(xfceSetting(bus_, QStringLiteral("xfce4-notifyd"),

@@ -32,7 +32,8 @@ SessionWatch::Saver::Saver(const QDBusConnection& bus, const QString& name)
     : question(bus, {name, pathOf(name), name, QStringLiteral("GetActive"), {}},
                {{name, QStringLiteral("ActiveChanged"), {}}}) {}
 
-SessionWatch::SessionWatch(SystemEvents& events, QDBusConnection session, QDBusConnection system)
+SessionWatch::SessionWatch(SystemEvents& events, const QDBusConnection& session,
+                           QDBusConnection system)
     : events_(events),
       system_(std::move(system)),
       // The session of this process, or the user's one with a screen when it belongs to none.

@@ -27,7 +27,7 @@ class SessionWatch : public QObject {
 
     // `events` outlives the watch. A bus that is not connected is survived.
     explicit SessionWatch(SystemEvents& events,
-                          QDBusConnection session = QDBusConnection::sessionBus(),
+                          const QDBusConnection& session = QDBusConnection::sessionBus(),
                           QDBusConnection system = QDBusConnection::systemBus());
 
   private:

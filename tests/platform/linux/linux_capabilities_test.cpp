@@ -19,7 +19,8 @@ DesktopFacts complete() {
             .hasTray = true,
             .hasSoundServer = true,
             .names = {QStringLiteral("org.freedesktop.login1"),
-                      QStringLiteral("org.freedesktop.Notifications")},
+                      QStringLiteral("org.freedesktop.Notifications"),
+                      QStringLiteral("org.xfce.ScreenSaver")},
             .notificationServer = QStringLiteral("dunst"),
             .notificationVendor = {}};
 }
@@ -63,6 +64,21 @@ TEST(LinuxCapabilitiesTest, EachTellsWhatItLacks) {
              facts.names.remove(QStringLiteral("org.freedesktop.Notifications"));
          },
          "do_not_disturb missing, notifications missing"},
+        {"a notification server to come",
+         [](DesktopFacts& facts) {
+             facts.names.remove(QStringLiteral("org.freedesktop.Notifications"));
+             facts.canStartNotifications = true;
+         },
+         "do_not_disturb partly"},
+        {"a locker that tells nobody",
+         [](DesktopFacts& facts) { facts.names.remove(QStringLiteral("org.xfce.ScreenSaver")); },
+         "lock partly"},
+        {"a desktop like GNOME",
+         [](DesktopFacts& facts) {
+             facts.notificationServer = QStringLiteral("cinnamon");
+             facts.notificationVendor = QStringLiteral("GNOME");
+         },
+         "do_not_disturb missing"},
         {"a new panel",
          [](DesktopFacts& facts) {
              facts.hasTray = false;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDBusObjectPath>
+#include <optional>
 
 #include "platform/api/system_events.h"
 #include "platform/linux/event_loop.h"
@@ -21,24 +22,27 @@ struct SessionWatchTest : ::testing::Test {
         if (!bus.isThere()) {
             GTEST_SKIP() << "no dbus-daemon to start";
         }
-        manager.answers["GetSession auto"] = {QVariant::fromValue(QDBusObjectPath(kSessionPath))};
+        manager.emplace(bus, QStringLiteral("login"), kLogin,
+                        QStringLiteral("/org/freedesktop/login1"));
+        session.emplace(bus, QStringLiteral("login"), kLogin, kSessionPath);
+        manager->answers["GetSession auto"] = {QVariant::fromValue(QDBusObjectPath(kSessionPath))};
         describe(true, false);
     }
     void describe(bool isActive, bool isLocked) {
-        session.answers["GetAll " + kSession.toStdString()] = {QVariantMap{
+        session->answers["GetAll " + kSession.toStdString()] = {QVariantMap{
             {QStringLiteral("Active"), isActive}, {QStringLiteral("LockedHint"), isLocked}}};
     }
     void change(bool isActive, bool isLocked) {
         describe(isActive, isLocked);
-        session.send(kProperties, QStringLiteral("PropertiesChanged"),
-                     {kSession, QVariantMap(), QStringList()});
+        session->send(kProperties, QStringLiteral("PropertiesChanged"),
+                      {kSession, QVariantMap(), QStringList()});
     }
-    void lock() { session.send(kSession, QStringLiteral("Lock"), {}); }
+    void lock() { session->send(kSession, QStringLiteral("Lock"), {}); }
     void start() {
-        manager.appear();
+        manager->appear();
         watch.emplace(events, bus.connection(QStringLiteral("watch")),
                       bus.connection(QStringLiteral("watch")));
-        ASSERT_TRUE(runUntil([this] { return !session.questions.empty(); }));
+        ASSERT_TRUE(runUntil([this] { return !session->questions.empty(); }));
         bus.settle(QStringLiteral("login"), QStringLiteral("watch"));
     }
     [[nodiscard]] bool becomes(bool isOnScreen) {
@@ -46,9 +50,8 @@ struct SessionWatchTest : ::testing::Test {
     }
 
     PrivateBus bus;
-    FakeDesktopService manager{bus, QStringLiteral("login"), kLogin,
-                               QStringLiteral("/org/freedesktop/login1")};
-    FakeDesktopService session{bus, QStringLiteral("login"), kLogin, kSessionPath};
+    std::optional<FakeDesktopService> manager;
+    std::optional<FakeDesktopService> session;
     SystemEvents events;
     std::optional<SessionWatch> watch;
 };
@@ -69,7 +72,8 @@ TEST_F(SessionWatchTest, LockThatIsThereAtTheStartCountsUntilTheLoginManagerIsGo
     describe(true, true);
     start();
     EXPECT_TRUE(becomes(false));
-    QDBusConnection::disconnectFromBus(QStringLiteral("login"));
+    session.reset();
+    manager.reset();
     EXPECT_TRUE(becomes(true));
 }
 
@@ -77,7 +81,7 @@ TEST_F(SessionWatchTest, RequestToLockCountsAtOnceAndUntilItIsTakenBack) {
     start();
     lock();
     EXPECT_TRUE(becomes(false));
-    session.send(kSession, QStringLiteral("Unlock"), {});
+    session->send(kSession, QStringLiteral("Unlock"), {});
     EXPECT_TRUE(becomes(true));
 }
 
@@ -88,18 +92,19 @@ TEST_F(SessionWatchTest, EveryDesktopsScreenSaverCounts) {
           "org.mate.ScreenSaver", "org.cinnamon.ScreenSaver"}) {
         SCOPED_TRACE(name);
         const QString service = QString::fromLatin1(name);
-        FakeDesktopService saver(bus, QStringLiteral("saver"), service,
-                                 u'/' + QString(service).replace(u'.', u'/'));
-        saver.answers["GetActive"] = {true};
-        saver.appear();
+        std::optional<FakeDesktopService> saver;
+        saver.emplace(bus, QStringLiteral("saver"), service,
+                      u'/' + QString(service).replace(u'.', u'/'));
+        saver->answers["GetActive"] = {true};
+        saver->appear();
         EXPECT_TRUE(becomes(false)) << "active when it appears";
-        saver.answers["GetActive"] = {false};
-        saver.send(service, QStringLiteral("ActiveChanged"), {false});
+        saver->answers["GetActive"] = {false};
+        saver->send(service, QStringLiteral("ActiveChanged"), {false});
         EXPECT_TRUE(becomes(true));
-        saver.answers["GetActive"] = {true};
-        saver.send(service, QStringLiteral("ActiveChanged"), {true});
+        saver->answers["GetActive"] = {true};
+        saver->send(service, QStringLiteral("ActiveChanged"), {true});
         EXPECT_TRUE(becomes(false));
-        QDBusConnection::disconnectFromBus(QStringLiteral("saver"));
+        saver.reset();
         EXPECT_TRUE(becomes(true)) << "one that died covers nothing";
     }
 }
