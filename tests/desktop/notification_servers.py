@@ -7,7 +7,7 @@ from pathlib import Path
 import dbus
 
 from desktop import wait_for
-from screen_reader import connect_as_screen_reader
+from screen_reader import connect_as_screen_reader, of_one_moment
 
 NAME = "org.freedesktop.Notifications"
 DUNST = "org.dunstproject.cmd0"
@@ -111,6 +111,7 @@ class Xfce:
                 if application and application.name == "xfce4-notifyd" for window in application
                 if window and window.getState().contains(self.atspi.STATE_SHOWING)]
 
+    @of_one_moment
     def _find(self, role):
         return [node for window in self._windows() for node in self._nodes(window) if node.getRole() == role]
 

@@ -1,9 +1,12 @@
 """The screen as a screen reader has it."""
 
+import functools
 import subprocess
+import time
 import warnings
 
 import dbus
+from gi.repository import GLib
 
 from desktop import wait_for
 
@@ -24,6 +27,19 @@ def connect_as_screen_reader(test_class):
     return pyatspi
 
 
+def of_one_moment(read):
+    """Reads anew what has changed while it was read."""
+    @functools.wraps(read)
+    def read_anew(*arguments):
+        for _ in range(20):
+            try:
+                return read(*arguments)
+            except GLib.GError:
+                time.sleep(0.05)
+        return read(*arguments)
+    return read_anew
+
+
 class ScreenReader:
     """What Ostrel shows: its parts by role and name, and what can be done with them."""
 
@@ -36,6 +52,7 @@ class ScreenReader:
             if child:
                 yield from self._walk(child)
 
+    @of_one_moment
     def parts(self, *roles):
         """What is showing and has one of these roles."""
         return [node for application in self.atspi.Registry.getDesktop(0)
