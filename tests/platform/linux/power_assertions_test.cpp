@@ -142,8 +142,8 @@ TEST_F(LoginInhibitorsTest, NonsenseIsNoInhibitor) {
 
 struct SessionManagerTest : PowerAssertionsTest {
     struct Held {
-        const char* program;
-        quint32 flags;
+        const char* program = "";
+        quint32 flags = 0;
         const char* reason = "Video Wake Lock";
     };
     static constexpr const char* kPath = "/org/gnome/SessionManager";

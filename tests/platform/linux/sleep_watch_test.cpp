@@ -130,6 +130,20 @@ TEST_F(SleepWatchTest, ALoginManagerThatIsLateOrRestartedIsAskedAgain) {
     EXPECT_EQ(told.size(), 4U);
 }
 
+TEST_F(SleepWatchTest, ALoginManagerThatDiesInASleepHasEndedIt) {
+    appear();
+    watch();
+    ASSERT_TRUE(runUntil([&] { return manager->isLockHeld(); }));
+    manager->announce(true);
+    ASSERT_TRUE(runUntil([&] { return !manager->isLockHeld(); }));
+    manager.reset();
+    EXPECT_TRUE(runUntil([&] { return told.size() == 2; }));
+    appear();
+    ASSERT_TRUE(runUntil([&] { return manager->isLockHeld(); }));
+    manager->announce(true);
+    EXPECT_TRUE(runUntil([&] { return told.size() == 3; })) << "the next sleep is heard of";
+}
+
 TEST_F(SleepWatchTest, ASleepThatNobodyAnnouncedIsSeenByTheClocks) {
     watch();
     asleepSec += 1;
