@@ -20,6 +20,10 @@ bool isLetterOfAnotherScript(int key) {
 }  // namespace
 
 std::optional<std::uint32_t> virtualKeyCode(const QKeyEvent& event) {
+    // Part of a chord, maybe of one that belongs to another program: no answer to the break.
+    if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
+        return std::nullopt;
+    }
     switch (event.key()) {
         case Qt::Key_Escape:
             return kEscape;

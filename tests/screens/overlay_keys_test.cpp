@@ -36,6 +36,20 @@ TEST(OverlayKeys, PIsTheLetterOrItsPlaceWhereNoLatinLettersAre) {
     }
 }
 
+TEST(OverlayKeys, AKeyOfAChordIsNoAnswer) {
+    const std::pair<Qt::KeyboardModifiers, bool> cases[] = {
+        {Qt::ControlModifier | Qt::MetaModifier, false},
+        {Qt::AltModifier, false},
+        {Qt::ShiftModifier, true},
+        {Qt::KeypadModifier, true},
+    };
+    for (const auto& [modifiers, isAnswer] : cases) {
+        const QKeyEvent event(QEvent::KeyPress, Qt::Key_P, modifiers);
+        EXPECT_EQ(OverlayKeys::virtualKeyCode(event).has_value(), isAnswer)
+            << static_cast<int>(modifiers);
+    }
+}
+
 struct KeyboardGrabTest : ::testing::Test {
     std::string calls;  // T taken, t refused, L let go
     bool isFree = true;
