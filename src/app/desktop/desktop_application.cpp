@@ -12,6 +12,7 @@
 #include "app/desktop/break_trace.h"
 #include "app/desktop/demo.h"
 #include "app/environment/app_environment.h"
+#include "platform/calendar/day_watch.h"
 #include "platform/calendar/zoned_calendar.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_clock.h"
@@ -111,6 +112,7 @@ class LinuxPlatform {
     Subscription clockChanges_;
     SleepWatch sleepWatch_{systemEvents, runLoop};
     ZoneWatch zoneWatch_{systemEvents};
+    DayWatch dayWatch_{systemEvents, calendar, runLoop, systemWallTime};
     SessionWatch sessionWatch_{systemEvents};
 };
 

@@ -211,9 +211,6 @@ void AppEnvironment::launch() {
     [[maybe_unused]] const FocusFilterWatcher* focus = focusFilterWatcher();
     timerEngine().configure(PresetCatalog::active(*settingsStore().settings()));
     watchPresence();
-    subscriptions_.push_back(
-        platform_.systemEvents.clockChanged.subscribe([this] { awaitMidnight(); }));
-    awaitMidnight();
 }
 
 void AppEnvironment::watchPresence() {
@@ -261,18 +258,6 @@ OstrelNotificationCenter::Answers AppEnvironment::answers() {
             [this](BreakKind kind) { timerEngine().postpone(kind); },
             [this] { timerEngine().endAllPauses(); }, [open] { open(AppWindow::report); },
             [open] { open(AppWindow::app); }};
-}
-
-// No system that the platforms are built on tells of it by itself.
-void AppEnvironment::awaitMidnight() {
-    const auto midnight = platform_.calendar.nextMatching(platform_.now(), 0, 0);
-    midnightTimer_.cancel();
-    if (midnight) {
-        midnightTimer_ = platform_.runLoop.callAt(*midnight, [this] {
-            awaitMidnight();
-            platform_.systemEvents.dayChanged.send();
-        });
-    }
 }
 
 void AppEnvironment::quit() {

@@ -77,7 +77,6 @@ class AppEnvironment {
     [[nodiscard]] OstrelNotificationCenter::Answers answers();
     void watchPresence();
     void followFocusSetting();
-    void awaitMidnight();
     void noteSleep();
     void noteWake();
 
@@ -104,7 +103,6 @@ class AppEnvironment {
     std::unique_ptr<WorkHoursGate> workHoursGate_;
     std::unique_ptr<HotkeyRouter> hotkeyRouter_;
     std::unique_ptr<OverlayManager> overlayManager_;
-    Timer midnightTimer_;
     std::vector<Subscription> subscriptions_;
 };
 

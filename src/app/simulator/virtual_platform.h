@@ -4,6 +4,7 @@
 
 #include "app/environment/platform.h"
 #include "app/simulator/recording_windows.h"
+#include "platform/calendar/day_watch.h"
 #include "platform/calendar/zoned_calendar.h"
 #include "platform/virtual/memory_preferences.h"
 #include "platform/virtual/virtual_devices.h"
@@ -58,6 +59,7 @@ class VirtualPlatform {
     VirtualPowerAssertions assertions;
     DistributedAnnouncements announcements;
     VirtualHotkeys hotkeys;
+    DayWatch dayWatch{systemEvents, calendar, runLoop, [this] { return runLoop.wallNow(); }};
     Signal<> attentionRequested;
     Signal<AppWindow> windowOpened;
 };
