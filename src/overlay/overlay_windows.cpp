@@ -19,8 +19,9 @@ Windows::iterator findWindow(Windows& windows, std::optional<std::uint32_t> disp
 
 }  // namespace
 
-// Also settles which display is the primary one: the main display, or the first while displays are
-// being reconfigured and the main one is not among them.
+// None while the screens do not show the session. Also settles which display is the primary one:
+// the main display, or the first while displays are being reconfigured and the main one is not
+// among them.
 std::vector<ScreenSnapshot> OverlayManager::takeSnapshots() {
     std::vector<ScreenSnapshot> snapshots;
     const auto mainID = services_.displays.mainDisplayID();
@@ -35,6 +36,9 @@ std::vector<ScreenSnapshot> OverlayManager::takeSnapshots() {
         primaryID = snapshots.front().displayID;
     }
     primaryDisplayID_.set(primaryID);
+    if (!*services_.systemEvents.isSessionOnScreen) {
+        snapshots.clear();
+    }
     return snapshots;
 }
 
@@ -48,14 +52,12 @@ void OverlayManager::rebuildWindows() {
 // A window whose display stayed is kept, so that nothing flickers there.
 void OverlayManager::syncWindows() {
     Windows before = std::exchange(openWindows_, {});
-    std::vector<ScreenSnapshot> screens = takeSnapshots();
+    const std::vector<ScreenSnapshot> screens = takeSnapshots();
     if (!*services_.systemEvents.isSessionOnScreen) {
-        screens.clear();
         firstPaintTimer_.cancel();
-    }
-    const bool isSeen = std::ranges::any_of(
-        screens, [this](const ScreenSnapshot& screen) { return hasPainted(screen.displayID); });
-    if (!screens.empty() && !isSeen) {
+    } else if (!screens.empty() && std::ranges::none_of(screens, [this](const auto& screen) {
+                   return hasPainted(screen.displayID);
+               })) {
         awaitFirstPaint();
     }
     for (const ScreenSnapshot& screen : screens) {
