@@ -14,7 +14,9 @@ using std::chrono::seconds;
 TimerEngine::TimerEngine(Services services, Ticking ticking)
     : services_(std::move(services)),
       ticking_(ticking),
-      wasEnabled_(services_.settingsStore.settings()->ostrelEnabled) {
+      wasEnabled_(services_.settingsStore.settings()->ostrelEnabled),
+      pauseForgotten_(services_.sessionStateStore, services_.runLoop,
+                      services_.collaborators.notificationCenter) {
     settingsChanges_ =
         services_.settingsStore.settings().onChange([this](const SettingsModel& settings) {
             if (std::exchange(wasEnabled_, settings.ostrelEnabled) && !settings.ostrelEnabled) {

@@ -13,6 +13,7 @@
 #include "core/engine/engine_ports.h"
 #include "core/engine/hold_end.h"
 #include "core/engine/pause_duration.h"
+#include "core/engine/pause_forgotten_reminder.h"
 #include "core/settings/preset_catalog.h"
 #include "core/settings/session_state_store.h"
 #include "platform/api/calendar.h"
@@ -37,7 +38,6 @@ class TimerEngine {
     static constexpr std::int64_t kLeastHoldSec = 60;
     static constexpr std::int64_t kLongAbsenceSec = 3600;
     static constexpr std::int64_t kLongestCreditedAwaySec = 43'200;
-    static constexpr std::int64_t kPauseForgottenSec = 3600;
     static constexpr std::int64_t kHoldRecheckSec = 30;
 
     enum class Ticking { automatic, manual };
@@ -162,10 +162,6 @@ class TimerEngine {
     void creditAway(std::int64_t awaySec);
     void resume(Countdowns countdowns);
     void restorePause();
-    void armPauseForgotten();
-    void schedulePauseForgotten();
-    void withdrawPauseForgotten();
-    void forgetPauseForgotten();
     void armUserPauseEnd();
     void stopSchedule();
 
@@ -198,7 +194,7 @@ class TimerEngine {
     Timer tickTimer_;
     Timer holdCheckTimer_;
     Timer userPauseTimer_;
-    Timer pauseForgottenTimer_;
+    PauseForgottenReminder pauseForgotten_;
     Subscription settingsChanges_;
     Subscription penaltyPoolChanges_;
 };

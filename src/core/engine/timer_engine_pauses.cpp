@@ -15,15 +15,14 @@ void TimerEngine::pause(PauseReason reason, std::optional<WallTime> until) {
     const WallTime now = services_.now();
     session.addReason(reason, until, now);
     if (begins) {
-        session.setPendingPauseForgottenFireAt(now + wallSec(kPauseForgottenSec));
+        session.setPendingPauseForgottenFireAt(now + wallSec(PauseForgottenReminder::kDelaySec));
     }
     // First: a pause of just an hour ends before it could be called forgotten.
     if (reason == PauseReason::user) {
         armUserPauseEnd();
     }
     if (begins || reason == PauseReason::user) {
-        armPauseForgotten();
-        schedulePauseForgotten();
+        pauseForgotten_.schedule(now);
     }
     setRunning(false);
     if (isNew) {
@@ -59,7 +58,7 @@ void TimerEngine::endPause(PauseReason reason, Countdowns countdowns) {
     session.removeReason(reason);
     if (reason == PauseReason::user) {
         userPauseTimer_.cancel();
-        withdrawPauseForgotten();
+        pauseForgotten_.withdraw();
     }
     if (!session.isPaused()) {
         resume(countdowns);
@@ -85,7 +84,7 @@ void TimerEngine::togglePause() {
 
 void TimerEngine::resume(Countdowns countdowns) {
     setRunning(true);
-    forgetPauseForgotten();
+    pauseForgotten_.forget();
     if (countdowns == Countdowns::restart) {
         restartCountdowns();
     }
@@ -101,24 +100,11 @@ void TimerEngine::setRunning(bool isRunning) {
 
 // After a relaunch: a timed pause of the user goes on; of any other nothing is left.
 void TimerEngine::restorePause() {
-    const SessionStateStore& session = services_.sessionStateStore;
-    if (session.isPaused()) {
+    if (services_.sessionStateStore.isPaused()) {
         armUserPauseEnd();
-        armPauseForgotten();
-        const auto fireAt = session.current()->pendingPauseForgottenFireAt;
-        if (fireAt && services_.collaborators.notificationCenter) {
-            services_.collaborators.notificationCenter->restorePauseForgotten(*fireAt);
-        }
+        pauseForgotten_.restore();
     } else {
-        forgetPauseForgotten();
-    }
-}
-
-void TimerEngine::forgetPauseForgotten() {
-    pauseForgottenTimer_.cancel();
-    withdrawPauseForgotten();
-    if (services_.sessionStateStore.current()->pendingPauseForgottenFireAt) {
-        services_.sessionStateStore.setPendingPauseForgottenFireAt(std::nullopt);
+        pauseForgotten_.forget();
     }
 }
 
@@ -132,31 +118,6 @@ void TimerEngine::armUserPauseEnd() {
         endPause(PauseReason::user);
         showToast(EngineToasts::Message::pauseEnded);
     });
-}
-
-// The reminder waits with the system, also across a relaunch. It must not reach anybody who did not
-// pause: when it falls due and the user does not hold the pause, it is withdrawn.
-void TimerEngine::armPauseForgotten() {
-    if (const auto fireAt = services_.sessionStateStore.current()->pendingPauseForgottenFireAt) {
-        pauseForgottenTimer_ = services_.runLoop.callAt(*fireAt, [this] {
-            if (!services_.sessionStateStore.holds(PauseReason::user)) {
-                withdrawPauseForgotten();
-            }
-        });
-    }
-}
-
-void TimerEngine::schedulePauseForgotten() {
-    const auto fireAt = services_.sessionStateStore.current()->pendingPauseForgottenFireAt;
-    if (fireAt && *fireAt > services_.now() && services_.collaborators.notificationCenter) {
-        services_.collaborators.notificationCenter->schedulePauseForgotten(*fireAt);
-    }
-}
-
-void TimerEngine::withdrawPauseForgotten() {
-    if (services_.collaborators.notificationCenter) {
-        services_.collaborators.notificationCenter->cancelPauseForgotten();
-    }
 }
 
 }  // namespace ostrel

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "app/environment/presence_audit.h"
 #include "app/environment/random_choices.h"
 #include "platform/calendar/local_time.h"
@@ -314,40 +312,35 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
 }  // namespace
 
 TEST(RandomPresenceTest, BreaksComeWhereNothingIsInTheirWayAndNothingStaysInTheirWay) {
-    Counts counts;
-    const char* only = std::getenv("OSTREL_TEST_SEED");
-    const int first = only ? std::atoi(only) : 1;
-    const int last = only ? first : randomRuns(40, 1000);
-    for (int seed = first; seed <= last; ++seed) {
-        RandomChoices any(static_cast<std::uint64_t>(seed));
-        const SettingsModel settings = anySettings(any);
-        const std::string fault = RandomDay(any, settings, counts).live();
-        ASSERT_TRUE(fault.empty())
-            << fault << "\nOSTREL_TEST_SEED=" << seed << " runs this one alone";
-    }
-    for (const char* what : {"body break credited",
-                             "body closed forcedByPause",
-                             "break started in a pause",
-                             "eye break credited",
-                             "end of the day",
-                             "eye closed forcedByPause",
-                             "hold for a call",
-                             "hold for a film",
-                             "hold of body cancelled",
-                             "hold of body dropped",
-                             "hold of body opened",
-                             "hold of eye cancelled",
-                             "hold of eye dropped",
-                             "hold of eye folded",
-                             "hold of eye opened",
-                             "hours left otherwise",
-                             "pause went on after a launch",
-                             "return without credit",
-                             "sample during a film",
-                             "timed pause ended",
-                             "work began"}) {
-        EXPECT_GE(counts[what], only ? 0 : last / 40) << what;
-    }
+    runSeeds({40,
+              1000,
+              40,
+              {"body break credited",
+               "body closed forcedByPause",
+               "break started in a pause",
+               "eye break credited",
+               "end of the day",
+               "eye closed forcedByPause",
+               "hold for a call",
+               "hold for a film",
+               "hold of body cancelled",
+               "hold of body dropped",
+               "hold of body opened",
+               "hold of eye cancelled",
+               "hold of eye dropped",
+               "hold of eye folded",
+               "hold of eye opened",
+               "hours left otherwise",
+               "pause went on after a launch",
+               "return without credit",
+               "sample during a film",
+               "timed pause ended",
+               "work began"}},
+             [](std::uint64_t seed, Counts& counts) {
+                 RandomChoices any(seed);
+                 const SettingsModel settings = anySettings(any);
+                 return RandomDay(any, settings, counts).live();
+             });
 }
 
 }  // namespace ostrel

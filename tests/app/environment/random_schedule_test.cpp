@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "app/environment/random_choices.h"
 #include "platform/calendar/local_time.h"
 #include "support/audited_schedule.h"
@@ -219,18 +217,8 @@ std::vector<std::string> allThatMustHappen() {
 }  // namespace
 
 TEST(RandomScheduleTest, ChargesCountsAndRecordsWhatTheRulesSay) {
-    Counts counts;
-    const char* only = std::getenv("OSTREL_TEST_SEED");
-    const int first = only ? std::atoi(only) : 1;
-    const int last = only ? first : randomRuns(300, 10'000);
-    for (int seed = first; seed <= last; ++seed) {
-        const std::string fault = RandomUser(static_cast<std::uint64_t>(seed), counts).live();
-        ASSERT_TRUE(fault.empty())
-            << fault << "\nOSTREL_TEST_SEED=" << seed << " runs this one alone";
-    }
-    for (const std::string& what : allThatMustHappen()) {
-        EXPECT_GE(counts[what], only ? 0 : last / 20) << what;
-    }
+    runSeeds({300, 10'000, 20, allThatMustHappen()},
+             [](std::uint64_t seed, Counts& counts) { return RandomUser(seed, counts).live(); });
 }
 
 }  // namespace ostrel
