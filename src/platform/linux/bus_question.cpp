@@ -6,10 +6,10 @@
 #include <limits>
 #include <utility>
 
+#include "platform/linux/dbus_questions.h"
+
 namespace ostrel {
 namespace {
-
-constexpr QLatin1String kBus("org.freedesktop.DBus");
 
 // The bus answers in place of a service that dies, so that no answer is waited for in vain.
 constexpr int kUntilAnsweredMs = std::numeric_limits<int>::max();
@@ -67,10 +67,8 @@ void BusQuestion::forget() {
 
 void BusQuestion::ask() {
     isAsking_ = true;
-    QDBusMessage message =
-        QDBusMessage::createMethodCall(call_.service, call_.path, call_.interface, call_.member);
+    QDBusMessage message = questionTo(call_.service, call_.path, call_.interface, call_.member);
     message.setArguments(call_.arguments);
-    message.setAutoStartService(false);
     auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(message, kUntilAnsweredMs), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, number = ++question_](QDBusPendingCallWatcher* finished) {
@@ -84,7 +82,7 @@ void BusQuestion::ask() {
 void BusQuestion::take(const QDBusMessage& answer) {
     isAsking_ = false;
     // An error may be the bus's, in place of a service that is not there.
-    owner_ = answer.service() == kBus ? QString() : answer.service();
+    owner_ = answer.service() == kBusService ? QString() : answer.service();
     if (std::exchange(isStale_, false) && isAnswered()) {
         ask();
     }

@@ -12,6 +12,13 @@ QDBusMessage questionTo(const QString& service, const QString& path, const QStri
     return question;
 }
 
+QDBusMessage questionToBus(const QString& member, const QVariantList& arguments) {
+    QDBusMessage question =
+        questionTo(kBusService, QStringLiteral("/org/freedesktop/DBus"), kBusService, member);
+    question.setArguments(arguments);
+    return question;
+}
+
 void ask(const QDBusConnection& bus, const QDBusMessage& question, QObject* receiver,
          std::function<void(const QDBusMessage&)> answer) {
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), receiver);
@@ -24,14 +31,11 @@ void ask(const QDBusConnection& bus, const QDBusMessage& question, QObject* rece
 
 void askForProcess(const QDBusConnection& bus, const QString& name, QObject* receiver,
                    std::function<void(std::optional<std::int64_t>)> answer) {
-    const QString service = QStringLiteral("org.freedesktop.DBus");
-    QDBusMessage question = questionTo(service, QStringLiteral("/org/freedesktop/DBus"), service,
-                                       QStringLiteral("GetConnectionUnixProcessID"));
-    question << name;
-    ask(bus, question, receiver, [answer = std::move(answer)](const QDBusMessage& reply) {
-        const auto process = onlyArgument(reply, QLatin1String("u"));
-        answer(process ? std::optional<std::int64_t>(process->toUInt()) : std::nullopt);
-    });
+    ask(bus, questionToBus(QStringLiteral("GetConnectionUnixProcessID"), {name}), receiver,
+        [answer = std::move(answer)](const QDBusMessage& reply) {
+            const auto process = onlyArgument(reply, QLatin1String("u"));
+            answer(process ? std::optional<std::int64_t>(process->toUInt()) : std::nullopt);
+        });
 }
 
 std::optional<QVariant> onlyArgument(const QDBusMessage& reply, QLatin1String signature) {

@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QString>
+#include <QVariantList>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -11,9 +12,18 @@ class QObject;
 
 namespace ostrel {
 
+inline constexpr QLatin1String kBusService{"org.freedesktop.DBus"};
+inline constexpr QLatin1String kPropertiesInterface{"org.freedesktop.DBus.Properties"};
+inline constexpr QLatin1String kLoginService{"org.freedesktop.login1"};
+inline constexpr QLatin1String kLoginPath{"/org/freedesktop/login1"};
+inline constexpr QLatin1String kLoginManager{"org.freedesktop.login1.Manager"};
+
 // A call that does not start the service if it does not run.
 [[nodiscard]] QDBusMessage questionTo(const QString& service, const QString& path,
                                       const QString& interface, const QString& member);
+
+// Likewise, to the bus itself.
+[[nodiscard]] QDBusMessage questionToBus(const QString& member, const QVariantList& arguments = {});
 
 // Sends it and returns at once; `answer` gets the reply or the error in a later turn of the event
 // loop, unless `receiver` is gone then.

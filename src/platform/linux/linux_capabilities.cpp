@@ -19,7 +19,6 @@ using State = Capability::State;
 using Topic = Capability::Topic;
 
 constexpr int kPatienceMs = 1000;
-const QString kBus = QStringLiteral("org.freedesktop.DBus");
 const QString kNotifications = QStringLiteral("org.freedesktop.Notifications");
 
 xcb_atom_t atom(xcb_connection_t* connection, std::string_view name) {
@@ -85,10 +84,14 @@ Capability inXSession(Topic topic, const DesktopFacts& facts, bool works,
     return works ? Capability{topic} : Capability{topic, State::missing, otherwise};
 }
 
+bool hasLoginManager(const DesktopFacts& facts) {
+    return facts.names.contains(kLoginService);
+}
+
 Capability films(const DesktopFacts& facts) {
     const Capability windows =
         inXSession(Topic::films, facts, facts.hasActiveWindow, "capability.reason.window_manager");
-    const bool tells = facts.names.contains(QStringLiteral("org.freedesktop.login1")) ||
+    const bool tells = hasLoginManager(facts) ||
                        facts.names.contains(QStringLiteral("org.gnome.SessionManager")) ||
                        facts.names.contains(QStringLiteral("org.freedesktop.ScreenSaver"));
     return windows.state != State::works || tells
@@ -113,15 +116,15 @@ Capability doNotDisturb(const DesktopFacts& facts) {
 
 // The lockers of the desktops tell; many that stand alone do not.
 Capability lock(const DesktopFacts& facts) {
-    const bool hasLogin = facts.names.contains(QStringLiteral("org.freedesktop.login1"));
     const bool tells = std::ranges::any_of(facts.names, [](const QString& name) {
         return name.endsWith(QLatin1String(".ScreenSaver"));
     });
-    if (hasLogin && tells) {
+    if (hasLoginManager(facts) && tells) {
         return {Topic::lock};
     }
     return {Topic::lock, State::partly,
-            hasLogin ? "capability.reason.locker" : "capability.reason.login_manager_lock"};
+            hasLoginManager(facts) ? "capability.reason.locker"
+                                   : "capability.reason.login_manager_lock"};
 }
 
 Capability when(Topic topic, bool works, State otherwise, std::string_view reason) {
@@ -139,39 +142,25 @@ class Question : public QObject {
     DesktopFacts facts;
 
     void askForNames(const QDBusConnection& bus) {
-        if (!bus.isConnected()) {
-            return;
-        }
-        waitFor(bus,
-                questionTo(kBus, QStringLiteral("/org/freedesktop/DBus"), kBus,
-                           QStringLiteral("ListNames")),
-                [this](const QDBusMessage& reply) {
-                    const QStringList names = reply.arguments().value(0).toStringList();
-                    facts.names.unite(QSet<QString>(names.begin(), names.end()));
-                });
+        waitFor(bus, questionToBus(QStringLiteral("ListNames")), [this](const QVariantList& reply) {
+            const QStringList names = reply.value(0).toStringList();
+            facts.names.unite(QSet<QString>(names.begin(), names.end()));
+        });
     }
     void askForServices(const QDBusConnection& bus) {
-        if (!bus.isConnected()) {
-            return;
-        }
-        waitFor(bus,
-                questionTo(kBus, QStringLiteral("/org/freedesktop/DBus"), kBus,
-                           QStringLiteral("ListActivatableNames")),
-                [this](const QDBusMessage& reply) {
+        waitFor(bus, questionToBus(QStringLiteral("ListActivatableNames")),
+                [this](const QVariantList& reply) {
                     facts.canStartNotifications =
-                        reply.arguments().value(0).toStringList().contains(kNotifications);
+                        reply.value(0).toStringList().contains(kNotifications);
                 });
     }
     void askForServer(const QDBusConnection& bus) {
-        if (!bus.isConnected()) {
-            return;
-        }
         waitFor(bus,
                 questionTo(kNotifications, QStringLiteral("/org/freedesktop/Notifications"),
                            kNotifications, QStringLiteral("GetServerInformation")),
-                [this](const QDBusMessage& reply) {
-                    facts.notificationServer = reply.arguments().value(0).toString();
-                    facts.notificationVendor = reply.arguments().value(1).toString();
+                [this](const QVariantList& reply) {
+                    facts.notificationServer = reply.value(0).toString();
+                    facts.notificationVendor = reply.value(1).toString();
                 });
     }
 
@@ -184,11 +173,14 @@ class Question : public QObject {
 
   private:
     void waitFor(const QDBusConnection& bus, const QDBusMessage& question,
-                 std::function<void(const QDBusMessage&)> take) {
+                 std::function<void(const QVariantList&)> take) {
+        if (!bus.isConnected()) {
+            return;
+        }
         ++open_;
         ask(bus, question, this, [this, take = std::move(take)](const QDBusMessage& reply) {
             if (reply.type() == QDBusMessage::ReplyMessage) {
-                take(reply);
+                take(reply.arguments());
             }
             if (--open_ == 0 && isAsked_) {
                 answer();
@@ -210,7 +202,6 @@ class Question : public QObject {
 }  // namespace
 
 std::vector<Capability> capabilitiesWith(const DesktopFacts& facts) {
-    const bool hasLogin = facts.names.contains(QStringLiteral("org.freedesktop.login1"));
     const bool hasStatusHost =
         facts.hasTray || facts.names.contains(QStringLiteral("org.kde.StatusNotifierWatcher"));
     return {
@@ -218,7 +209,8 @@ std::vector<Capability> capabilitiesWith(const DesktopFacts& facts) {
         inXSession(Topic::calls, facts, facts.hasActiveWindow, "capability.reason.window_manager"),
         films(facts),
         doNotDisturb(facts),
-        when(Topic::sleep, hasLogin, State::partly, "capability.reason.login_manager_sleep"),
+        when(Topic::sleep, hasLoginManager(facts), State::partly,
+             "capability.reason.login_manager_sleep"),
         lock(facts),
         inXSession(Topic::hotkeys, facts, true, {}),
         when(Topic::notifications,

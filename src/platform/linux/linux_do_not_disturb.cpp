@@ -5,6 +5,7 @@
 #include <QVariant>
 #include <utility>
 
+#include "platform/linux/dbus_questions.h"
 #include "platform/linux/gnome_banners.h"
 
 namespace ostrel {
@@ -43,10 +44,15 @@ class BusSwitch : public DoNotDisturbSource {
 
 std::unique_ptr<BusSwitch> serverProperty(const QDBusConnection& bus, const QString& interface,
                                           const QString& property) {
-    const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
     return std::make_unique<BusSwitch>(
-        bus, Call{kServer, kServerPath, properties, QStringLiteral("Get"), {interface, property}},
-        std::vector<Sign>{{properties, QStringLiteral("PropertiesChanged"), {interface}}});
+        bus,
+        Call{kServer,
+             kServerPath,
+             kPropertiesInterface,
+             QStringLiteral("Get"),
+             {interface, property}},
+        std::vector<Sign>{
+            {kPropertiesInterface, QStringLiteral("PropertiesChanged"), {interface}}});
 }
 
 std::unique_ptr<BusSwitch> xfceSetting(const QDBusConnection& bus, const QString& channel,

@@ -10,9 +10,6 @@
 namespace ostrel {
 namespace {
 
-const QString kService = QStringLiteral("org.freedesktop.login1");
-const QString kPath = QStringLiteral("/org/freedesktop/login1");
-const QString kInterface = QStringLiteral("org.freedesktop.login1.Manager");
 const QString kBlocked = QStringLiteral("BlockInhibited");
 
 struct Inhibitor {
@@ -39,11 +36,10 @@ LoginInhibitors::LoginInhibitors(QDBusConnection systemBus) : bus_(std::move(sys
         return;
     }
     // Without the name of the service, which Qt would wait to look up.
-    bus_.connect(QString(), kPath, QStringLiteral("org.freedesktop.DBus.Properties"),
-                 QStringLiteral("PropertiesChanged"), this,
-                 SLOT(handleChange(QString, QVariantMap, QStringList)));
-    auto* watcher =
-        new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
+    bus_.connect(QString(), kLoginPath, kPropertiesInterface, QStringLiteral("PropertiesChanged"),
+                 this, SLOT(handleChange(QString, QVariantMap, QStringList)));
+    auto* watcher = new QDBusServiceWatcher(kLoginService, bus_,
+                                            QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] { refresh(); });
     refresh();
 }
@@ -58,8 +54,9 @@ void LoginInhibitors::refresh() {
         return;
     }
     isAsking_ = true;
-    ask(bus_, questionTo(kService, kPath, kInterface, QStringLiteral("ListInhibitors")), this,
-        [this](const QDBusMessage& answer) {
+    ask(bus_,
+        questionTo(kLoginService, kLoginPath, kLoginManager, QStringLiteral("ListInhibitors")),
+        this, [this](const QDBusMessage& answer) {
             isAsking_ = false;
             take(answer);
             if (std::exchange(askAgain_, false)) {
@@ -88,7 +85,8 @@ void LoginInhibitors::take(const QDBusMessage& answer) {
 
 void LoginInhibitors::handleChange(const QString& interface, const QVariantMap& changed,
                                    const QStringList& invalidated) {
-    if (interface == kInterface && (changed.contains(kBlocked) || invalidated.contains(kBlocked))) {
+    if (interface == kLoginManager &&
+        (changed.contains(kBlocked) || invalidated.contains(kBlocked))) {
         refresh();
     }
 }

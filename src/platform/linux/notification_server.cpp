@@ -8,12 +8,13 @@
 #include <limits>
 #include <utility>
 
+#include "platform/linux/dbus_questions.h"
+
 namespace ostrel {
 namespace {
 
 constexpr QLatin1String kService("org.freedesktop.Notifications");
 constexpr QLatin1String kPath("/org/freedesktop/Notifications");
-constexpr QLatin1String kBus("org.freedesktop.DBus");
 constexpr QLatin1String kSpawnErrors("org.freedesktop.DBus.Error.Spawn.");
 
 // A notification that appears after we have given up waiting could not be withdrawn. The bus
@@ -34,7 +35,7 @@ bool saysThatNoneCanBeStarted(const QDBusMessage& error) {
 
 // What a server answers itself, be it an error, and not the bus in its place.
 bool isFromServer(const QDBusMessage& answer) {
-    return !answer.service().isEmpty() && answer.service() != kBus;
+    return !answer.service().isEmpty() && answer.service() != kBusService;
 }
 
 }  // namespace
@@ -122,14 +123,13 @@ void NotificationServer::takeAbilities(const QDBusMessage& answer) {
 }
 
 void NotificationServer::askWhetherOneCanBeStarted() {
-    const QDBusMessage question = QDBusMessage::createMethodCall(
-        kBus, QStringLiteral("/"), kBus, QStringLiteral("ListActivatableNames"));
-    call(question, [this, number = ++question_](const QDBusMessage& answer) {
-        if (number == question_ && answer.signature() == QLatin1String("as") &&
-            !answer.arguments().constFirst().toStringList().contains(kService)) {
-            authorization_ = Authorization::denied;
-        }
-    });
+    call(questionToBus(QStringLiteral("ListActivatableNames")),
+         [this, number = ++question_](const QDBusMessage& answer) {
+             if (number == question_ && answer.signature() == QLatin1String("as") &&
+                 !answer.arguments().constFirst().toStringList().contains(kService)) {
+                 authorization_ = Authorization::denied;
+             }
+         });
 }
 
 void NotificationServer::notify(const Note& note, Number replaces,

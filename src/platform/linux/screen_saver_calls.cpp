@@ -12,7 +12,6 @@ namespace ostrel {
 namespace {
 
 const QString kService = QStringLiteral("org.freedesktop.ScreenSaver");
-const QString kBus = QStringLiteral("org.freedesktop.DBus");
 const QString kBusPath = QStringLiteral("/org/freedesktop/DBus");
 
 bool saysOneOf(const QString& text, std::initializer_list<QLatin1String> words) {
@@ -40,13 +39,12 @@ ScreenSaverCalls::ScreenSaverCalls(QDBusConnection sessionBus, QDBusConnection m
                     forget(QString(callers_.begin()->first));
                 }
             });
-    QDBusMessage question = questionTo(kBus, kBusPath, kBus, QStringLiteral("NameHasOwner"));
-    question << kService;
-    ask(bus_, question, this, [this](const QDBusMessage& answer) {
-        const auto hasOwner = onlyArgument(answer, QLatin1String("b"));
-        hasService_ = hasOwner && hasOwner->toBool();
-        listen();
-    });
+    ask(bus_, questionToBus(QStringLiteral("NameHasOwner"), {kService}), this,
+        [this](const QDBusMessage& answer) {
+            const auto hasOwner = onlyArgument(answer, QLatin1String("b"));
+            hasService_ = hasOwner && hasOwner->toBool();
+            listen();
+        });
 }
 
 ScreenSaverCalls::~ScreenSaverCalls() {
@@ -60,7 +58,7 @@ void ScreenSaverCalls::listen() {
     const QString rule =
         QStringLiteral("type='method_call',interface='org.freedesktop.ScreenSaver',member='%1'");
     QDBusMessage question =
-        questionTo(kBus, kBusPath, QStringLiteral("org.freedesktop.DBus.Monitoring"),
+        questionTo(kBusService, kBusPath, QStringLiteral("org.freedesktop.DBus.Monitoring"),
                    QStringLiteral("BecomeMonitor"));
     question << QStringList{rule.arg(QLatin1String("Inhibit")),
                             rule.arg(QLatin1String("UnInhibit"))}

@@ -18,9 +18,7 @@ constexpr std::array kSavers{
     QLatin1String("org.xfce.ScreenSaver"),     QLatin1String("org.mate.ScreenSaver"),
     QLatin1String("org.cinnamon.ScreenSaver"),
 };
-const QString kLogin = QStringLiteral("org.freedesktop.login1");
 const QString kLoginSession = QStringLiteral("org.freedesktop.login1.Session");
-const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 
 QString pathOf(QString service) {
     return u'/' + service.replace(u'.', u'/');
@@ -37,9 +35,9 @@ SessionWatch::SessionWatch(SystemEvents& events, const QDBusConnection& session,
     : events_(events),
       system_(std::move(system)),
       // The session of this process, or the user's one with a screen when it belongs to none.
-      loginSession_(system_, {kLogin,
-                              QStringLiteral("/org/freedesktop/login1"),
-                              QStringLiteral("org.freedesktop.login1.Manager"),
+      loginSession_(system_, {kLoginService,
+                              kLoginPath,
+                              kLoginManager,
                               QStringLiteral("GetSession"),
                               {QStringLiteral("auto")}}) {
     lockRequest_.setSingleShot(true);
@@ -81,9 +79,10 @@ void SessionWatch::watchLogin(const QDBusMessage& session) {
     }
     login_ = std::make_unique<BusQuestion>(
         system_,
-        BusQuestion::Call{kLogin, path, kProperties, QStringLiteral("GetAll"), {kLoginSession}},
+        BusQuestion::Call{
+            kLoginService, path, kPropertiesInterface, QStringLiteral("GetAll"), {kLoginSession}},
         std::vector<BusQuestion::Sign>{
-            {kProperties, QStringLiteral("PropertiesChanged"), {kLoginSession}}});
+            {kPropertiesInterface, QStringLiteral("PropertiesChanged"), {kLoginSession}}});
     loginObserver_ =
         login_->answered.subscribe([this](const QDBusMessage& answers) { takeLogin(answers); });
 }

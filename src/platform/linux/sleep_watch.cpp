@@ -12,10 +12,6 @@
 namespace ostrel {
 namespace {
 
-constexpr QLatin1String kService("org.freedesktop.login1");
-constexpr QLatin1String kPath("/org/freedesktop/login1");
-constexpr QLatin1String kInterface("org.freedesktop.login1.Manager");
-
 // Below it the two clocks were only not read at one instant.
 constexpr double kLeastSleepSec = 2;
 
@@ -42,10 +38,10 @@ SleepWatch::SleepWatch(SystemEvents& events, LinuxRunLoop& runLoop, QDBusConnect
         return;
     }
     // Without the name of the service, which Qt would wait to look up.
-    bus_.connect(QString(), kPath, kInterface, QStringLiteral("PrepareForSleep"), this,
+    bus_.connect(QString(), kLoginPath, kLoginManager, QStringLiteral("PrepareForSleep"), this,
                  SLOT(prepareForSleep(bool)));
-    auto* watcher =
-        new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
+    auto* watcher = new QDBusServiceWatcher(kLoginService, bus_,
+                                            QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& owner) {
                 // One that died in between will not tell of the wake.
@@ -59,7 +55,8 @@ SleepWatch::SleepWatch(SystemEvents& events, LinuxRunLoop& runLoop, QDBusConnect
 }
 
 void SleepWatch::takeLock() {
-    QDBusMessage call = questionTo(kService, kPath, kInterface, QStringLiteral("Inhibit"));
+    QDBusMessage call =
+        questionTo(kLoginService, kLoginPath, kLoginManager, QStringLiteral("Inhibit"));
     call << QStringLiteral("sleep") << QStringLiteral("Ostrel")
          << QStringLiteral("Ends the break on the screen") << QStringLiteral("delay");
     ask(bus_, call, this, [this, request = ++lockRequest_](const QDBusMessage& answer) {
