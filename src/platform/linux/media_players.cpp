@@ -5,7 +5,9 @@
 #include <QDBusVariant>
 #include <QFile>
 #include <QStandardPaths>
+#include <QUrl>
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/linux/dbus_questions.h"
@@ -17,24 +19,8 @@ const QString kPrefix = QStringLiteral("org.mpris.MediaPlayer2.");
 const QString kPath = QStringLiteral("/org/mpris/MediaPlayer2");
 const QString kRoot = QStringLiteral("org.mpris.MediaPlayer2");
 const QString kPlayer = QStringLiteral("org.mpris.MediaPlayer2.Player");
-const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kStatus = QStringLiteral("PlaybackStatus");
-
-bool saysPlaying(const QVariant& status) {
-    return status.toString() == QLatin1String("Playing");
-}
-
-QDBusMessage questionForProperty(const QString& name, const QString& interface,
-                                 const QString& property) {
-    QDBusMessage question = questionTo(name, kPath, kProperties, QStringLiteral("Get"));
-    question << interface << property;
-    return question;
-}
-
-QVariant propertyIn(const QDBusMessage& answer) {
-    const auto value = onlyArgument(answer, QLatin1String("v"));
-    return value ? value->value<QDBusVariant>().variant() : QVariant();
-}
+const QString kMetadata = QStringLiteral("Metadata");
 
 QString textOfDesktopFile(const QString& name) {
     const QString path = QStandardPaths::locate(QStandardPaths::ApplicationsLocation,
@@ -64,7 +50,7 @@ MediaPlayers::MediaPlayers(QDBusConnection sessionBus) : bus_(std::move(sessionB
         return;
     }
     qRegisterMetaType<QDBusMessage>();
-    bus_.connect(QString(), kPath, kProperties, QStringLiteral("PropertiesChanged"), this,
+    bus_.connect(QString(), kPath, kPropertiesInterface, QStringLiteral("PropertiesChanged"), this,
                  SLOT(handleChange(QString, QVariantMap, QStringList, QDBusMessage)));
     auto* watcher =
         new QDBusServiceWatcher(kRoot + u'*', bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
@@ -79,18 +65,14 @@ MediaPlayers::MediaPlayers(QDBusConnection sessionBus) : bus_(std::move(sessionB
 }
 
 void MediaPlayers::askForAll() {
-    const QString service = QStringLiteral("org.freedesktop.DBus");
-    ask(bus_,
-        questionTo(service, QStringLiteral("/org/freedesktop/DBus"), service,
-                   QStringLiteral("ListNames")),
-        this, [this](const QDBusMessage& answer) {
-            const auto names = onlyArgument(answer, QLatin1String("as"));
-            for (const QString& name : names ? names->toStringList() : QStringList()) {
-                if (name.startsWith(kPrefix)) {
-                    add(name);
-                }
+    ask(bus_, questionToBus(QStringLiteral("ListNames")), this, [this](const QDBusMessage& answer) {
+        const auto names = onlyArgument(answer, QLatin1String("as"));
+        for (const QString& name : names ? names->toStringList() : QStringList()) {
+            if (name.startsWith(kPrefix)) {
+                add(name);
             }
-        });
+        }
+    });
 }
 
 void MediaPlayers::add(const QString& name) {
@@ -104,34 +86,48 @@ void MediaPlayers::add(const QString& name) {
         }
     });
     askForDesktopFile(name);
-    askForStatus(name);
+    askForState(name);
 }
 
 void MediaPlayers::askForDesktopFile(const QString& name) {
-    ask(bus_, questionForProperty(name, kRoot, QStringLiteral("DesktopEntry")), this,
-        [this, name](const QDBusMessage& answer) {
-            const auto player = players_.find(name);
-            if (player == players_.end()) {
-                return;
-            }
-            QString file = propertyIn(answer).toString();
-            if (file.isEmpty()) {
-                // Without it the name has to do: "org.mpris.MediaPlayer2.vlc.instance7".
-                file = name.mid(kPrefix.size()).section(u'.', 0, 0);
-            }
-            player->second.isForVideos = isForVideos(textOfDesktopFile(file));
-        });
+    QDBusMessage question = questionTo(name, kPath, kPropertiesInterface, QStringLiteral("Get"));
+    question << kRoot << QStringLiteral("DesktopEntry");
+    ask(bus_, question, this, [this, name](const QDBusMessage& answer) {
+        const auto player = players_.find(name);
+        if (player == players_.end()) {
+            return;
+        }
+        const auto value = onlyArgument(answer, QLatin1String("v"));
+        QString file = value ? value->value<QDBusVariant>().variant().toString() : QString();
+        if (file.isEmpty()) {
+            // Without it the name has to do: "org.mpris.MediaPlayer2.vlc.instance7".
+            file = name.mid(kPrefix.size()).section(u'.', 0, 0);
+        }
+        player->second.isForVideos = isForVideos(textOfDesktopFile(file));
+    });
 }
 
-void MediaPlayers::askForStatus(const QString& name) {
-    ask(bus_, questionForProperty(name, kPlayer, kStatus), this,
-        [this, name](const QDBusMessage& answer) {
-            const auto player = players_.find(name);
-            if (player != players_.end()) {
-                player->second.owner = answer.service();
-                player->second.isPlaying = saysPlaying(propertyIn(answer));
-            }
-        });
+void MediaPlayers::askForState(const QString& name) {
+    QDBusMessage question = questionTo(name, kPath, kPropertiesInterface, QStringLiteral("GetAll"));
+    question << kPlayer;
+    ask(bus_, question, this, [this, name](const QDBusMessage& answer) {
+        const auto player = players_.find(name);
+        if (player != players_.end()) {
+            player->second.owner = answer.service();
+            const auto state = onlyArgument(answer, QLatin1String("a{sv}"));
+            take(player->second, state ? qdbus_cast<QVariantMap>(*state) : QVariantMap());
+        }
+    });
+}
+
+void MediaPlayers::take(Player& player, const QVariantMap& state) {
+    if (state.contains(kStatus)) {
+        player.isPlaying = state[kStatus].toString() == QLatin1String("Playing");
+    }
+    if (state.contains(kMetadata)) {
+        const auto metadata = qdbus_cast<QVariantMap>(state[kMetadata]);
+        player.playsMusic = isMusic(metadata.value(QStringLiteral("xesam:url")).toString());
+    }
 }
 
 void MediaPlayers::handleChange(const QString& interface, const QVariantMap& changed,
@@ -143,10 +139,9 @@ void MediaPlayers::handleChange(const QString& interface, const QVariantMap& cha
         if (player.owner != message.service()) {
             continue;
         }
-        if (changed.contains(kStatus)) {
-            player.isPlaying = saysPlaying(changed[kStatus]);
-        } else if (invalidated.contains(kStatus)) {
-            askForStatus(name);
+        take(player, changed);
+        if (invalidated.contains(kStatus) || invalidated.contains(kMetadata)) {
+            askForState(name);
         }
     }
 }
@@ -168,11 +163,25 @@ bool MediaPlayers::isForVideos(const QString& desktopFile) {
         [](const QString& type) { return type.startsWith(QLatin1String("video/")); });
 }
 
+bool MediaPlayers::isMusic(const QString& url) {
+    static constexpr std::array kSuffixes{
+        QLatin1String(".aac"),  QLatin1String(".aiff"), QLatin1String(".ape"),
+        QLatin1String(".flac"), QLatin1String(".m4a"),  QLatin1String(".m4b"),
+        QLatin1String(".mka"),  QLatin1String(".mp3"),  QLatin1String(".oga"),
+        QLatin1String(".ogg"),  QLatin1String(".opus"), QLatin1String(".wav"),
+        QLatin1String(".wma"),  QLatin1String(".wv"),
+    };
+    const QString path = QUrl(url).path();
+    return std::ranges::any_of(kSuffixes, [&path](QLatin1String suffix) {
+        return path.endsWith(suffix, Qt::CaseInsensitive);
+    });
+}
+
 std::set<std::int64_t> MediaPlayers::processes() const {
     std::set<std::int64_t> all;
     if (bus_.isConnected()) {
         for (const auto& [name, player] : players_) {
-            if (player.process && player.isForVideos && player.isPlaying) {
+            if (player.process && player.isForVideos && player.isPlaying && !player.playsMusic) {
                 all.insert(*player.process);
             }
         }

@@ -14,8 +14,9 @@ class QDBusMessage;
 
 namespace ostrel {
 
-// The processes of the video players that are playing, by MPRIS (org.mpris.MediaPlayer2). Whether a
-// player is one for videos, its desktop file tells: its categories, else the types that it opens.
+// The processes of the video players that are playing something else than music, by MPRIS
+// (org.mpris.MediaPlayer2). Whether a player is one for videos, its desktop file tells: its
+// categories, else the types that it opens. Whether it plays music, the name of the file.
 //
 // Nothing here waits for an answer.
 class MediaPlayers : public QObject {
@@ -29,20 +30,25 @@ class MediaPlayers : public QObject {
     // By the text of a desktop file.
     [[nodiscard]] static bool isForVideos(const QString& desktopFile);
 
+    // By the end of its name.
+    [[nodiscard]] static bool isMusic(const QString& url);
+
   private:
     struct Player {
         QString owner;  // the unique name
         std::optional<std::int64_t> process;
         bool isForVideos = false;
         bool isPlaying = false;
+        bool playsMusic = false;
     };
 
     Q_SLOT void handleChange(const QString& interface, const QVariantMap& changed,
                              const QStringList& invalidated, const QDBusMessage& message);
     void askForAll();
     void add(const QString& name);
-    void askForStatus(const QString& name);
+    void askForState(const QString& name);
     void askForDesktopFile(const QString& name);
+    static void take(Player& player, const QVariantMap& state);
 
     QDBusConnection bus_;
     std::map<QString, Player> players_;  // by the name that each has taken

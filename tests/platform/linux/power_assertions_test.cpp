@@ -248,6 +248,7 @@ struct MediaPlayersOnBusTest : PowerAssertionsTest {
     TemporaryFolder data;
     QByteArray dataBefore = qgetenv("XDG_DATA_HOME");
     QString status = QStringLiteral("Playing");
+    QString url = QStringLiteral("file:///films/a%20film.mkv");
 
     MediaPlayersOnBusTest() {
         qputenv("XDG_DATA_HOME", data.path().c_str());
@@ -267,11 +268,11 @@ struct MediaPlayersOnBusTest : PowerAssertionsTest {
         auto service = std::make_unique<FakeBusService>(
             session.connection(QLatin1String(name)),
             QStringLiteral("org.mpris.MediaPlayer2.") + QLatin1String(name));
-        service->answers["Get"] = [this, desktopEntry](const QDBusMessage& call) {
-            const bool asksForStatus =
-                call.arguments().constLast().toString() == QLatin1String("PlaybackStatus");
-            return QVariantList{
-                QVariant::fromValue(QDBusVariant(asksForStatus ? status : desktopEntry))};
+        service->answers["Get"] = [desktopEntry](const QDBusMessage&) {
+            return QVariantList{QVariant::fromValue(QDBusVariant(desktopEntry))};
+        };
+        service->answers["GetAll"] = [this](const QDBusMessage&) {
+            return QVariantList{QVariantMap{{kStatus, status}, {kMetadata, metadata()}}};
         };
         service->appear();
         return service;
@@ -283,7 +284,10 @@ struct MediaPlayersOnBusTest : PowerAssertionsTest {
                          {QStringLiteral("org.mpris.MediaPlayer2.Player"), changed, invalidated});
     }
 
+    QVariantMap metadata() const { return {{QStringLiteral("xesam:url"), url}}; }
+
     const QString kStatus = QStringLiteral("PlaybackStatus");
+    const QString kMetadata = QStringLiteral("Metadata");
     const Holders kUs{getpid()};
 };
 
@@ -298,7 +302,7 @@ TEST_F(MediaPlayersOnBusTest, AVideoPlayerCountsWhileItPlays) {
     change(*first, {{QStringLiteral("Volume"), 1.0}});
     const auto other = player("other", QStringLiteral("ostrel-test-Audio"));
     change(*other, {{kStatus, QStringLiteral("Paused")}});
-    ASSERT_TRUE(runUntil([&] { return other->calls("Get") == 2; }));
+    ASSERT_TRUE(runUntil([&] { return other->calls("GetAll") == 1; }));
     session.settle(QStringLiteral("client"), QStringLiteral("other"));
     EXPECT_EQ(holders(), kUs) << "another player's state";
     status = QStringLiteral("Stopped");
@@ -315,9 +319,25 @@ TEST_F(MediaPlayersOnBusTest, APlayerOfMusicDoesNotCount) {
     const auto music = player("music", QStringLiteral("ostrel-test-Audio"));
     const auto unknown = player("unknown", QStringLiteral("ostrel-test-None"));
     launch();
-    ASSERT_TRUE(runUntil([&] { return music->calls("Get") == 2 && unknown->calls("Get") == 2; }));
+    ASSERT_TRUE(
+        runUntil([&] { return music->calls("GetAll") == 1 && unknown->calls("GetAll") == 1; }));
     settle();
     EXPECT_EQ(holders(), Holders());
+}
+
+TEST_F(MediaPlayersOnBusTest, AVideoPlayerDoesNotCountWhileItPlaysMusic) {
+    url = QStringLiteral("file:///songs/a%20song.MP3");
+    const auto both = player("both", QStringLiteral("ostrel-test-Video"));
+    launch();
+    ASSERT_TRUE(runUntil([&] { return both->calls("GetAll") == 1; }));
+    settle();
+    EXPECT_EQ(holders(), Holders());
+    url = QStringLiteral("https://example.org/watch?v=song.mp3");
+    change(*both, {{kMetadata, metadata()}});
+    EXPECT_TRUE(becomes(kUs));
+    url = QStringLiteral("/songs/song.ogg");
+    change(*both, {}, {kMetadata});
+    EXPECT_TRUE(becomes({}));
 }
 
 TEST_F(PowerAssertionsTest, OnlyWithoutAnyBusItCannotBeTold) {
