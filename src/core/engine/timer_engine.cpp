@@ -297,6 +297,26 @@ void TimerEngine::applyPreset(const PresetDefinition& preset) {
     clearCycleFlags();
 }
 
+void TimerEngine::applyOwnTiming(PresetDefinition timing) {
+    timing.id = PresetCatalog::kOwnID;
+    services_.settingsStore.update(
+        [&timing](SettingsModel& settings) { PresetCatalog::writeInto(settings, timing); });
+    changeInterval(BreakKind::eye, timing.eyeIntervalSec);
+    changeInterval(BreakKind::body, timing.bodyIntervalSec);
+}
+
+void TimerEngine::changeInterval(BreakKind kind, std::int64_t intervalSec) {
+    std::int64_t& active = kind == BreakKind::eye ? activeEyeIntervalSec_ : activeBodyIntervalSec_;
+    if (std::exchange(active, intervalSec) == intervalSec) {
+        return;
+    }
+    const CycleFlags warned = flags(kind);
+    resetTimer(kind);
+    if (warned.didScheduleBreakSoon || warned.didShowPreBreakToast) {
+        withdrawWarnings();
+    }
+}
+
 void TimerEngine::clearPenalties() {
     TimerState next = *state_;
     next.eye.pendingPenaltySec = 0;

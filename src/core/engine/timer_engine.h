@@ -104,6 +104,10 @@ class TimerEngine {
 
     void applyPreset(const PresetDefinition& preset);
 
+    // The user's own four values, under PresetCatalog::kOwnID. A changed interval restarts its own
+    // countdown and no other, a changed duration none; penalties stay.
+    void applyOwnTiming(PresetDefinition timing);
+
     // A reason of the user goes on until `until`, or for ever without it.
     void pause(PauseReason reason, std::optional<WallTime> until = std::nullopt);
     void pauseByUser(PauseDuration duration);
@@ -141,6 +145,7 @@ class TimerEngine {
     void undoMerge();
     void resetTimer(BreakKind kind);
     void restartCountdowns();
+    void changeInterval(BreakKind kind, std::int64_t intervalSec);
     void clearPenalties();
     void clearCycleFlags();
     void warn(BreakKind kind);

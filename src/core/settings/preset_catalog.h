@@ -25,6 +25,9 @@ struct PresetDefinition {
 // The presets that ship with the program, in the order in which screens list them.
 namespace PresetCatalog {
 
+// Names no preset: the four values are the user's own.
+inline constexpr std::string_view kOwnID = "custom";
+
 [[nodiscard]] const PresetDefinition& light();
 [[nodiscard]] const PresetDefinition& standard();
 [[nodiscard]] const PresetDefinition& strict();

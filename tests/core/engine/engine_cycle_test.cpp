@@ -108,6 +108,28 @@ TEST_F(EngineCycleTest, PresetTakesEffectAtOnceAndForgivesThePenalty) {
     EXPECT_EQ(bench.take(), (Events{"2970 open eye +0"}));
 }
 
+TEST_F(EngineCycleTest, OwnTimingRestartsOnlyTheCountdownWhoseIntervalChanged) {
+    TimerEngine& engine = bench.launch();
+    bench.run(100);
+    bench.addPenalty(60);
+    PresetDefinition own = PresetCatalog::standard();
+    own.eyeDurationSec = 30;
+    engine.applyOwnTiming(own);
+    EXPECT_EQ(engine.state()->eye, (BreakTimer{1100, true, false, 60}));
+    own.bodyIntervalSec = 3600;
+    engine.applyOwnTiming(own);
+    EXPECT_EQ(engine.state()->eye.remainingSec, 1100);
+    EXPECT_EQ(engine.state()->body.remainingSec, 3600);
+    own.eyeIntervalSec = 900;
+    engine.applyOwnTiming(own);
+    EXPECT_EQ(engine.state()->eye, (BreakTimer{900, true, false, 60}));
+    EXPECT_EQ(engine.state()->body.remainingSec, 3600);
+    const PresetDefinition stored = PresetCatalog::active(*bench.settings().settings());
+    EXPECT_EQ(stored, (PresetDefinition{"custom", "Custom", 900, 30, 3600, 300}));
+    EXPECT_EQ(engine.activeIntervalSec(BreakKind::eye), stored.eyeIntervalSec);
+    EXPECT_EQ(bench.penaltyPool(), 60);
+}
+
 TEST_F(EngineCycleTest, HousekeepingComesOnceInSixtyTicks) {
     bench.launch();
     bench.run(59);
