@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/enum_names.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {

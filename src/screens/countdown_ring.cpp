@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "menubar/menu_bar_formatter.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {

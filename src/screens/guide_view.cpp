@@ -11,7 +11,7 @@
 #include "overlay/guided_moves.h"
 #include "platform/api/motion_settings.h"
 #include "screens/guide_figure.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {

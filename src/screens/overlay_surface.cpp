@@ -10,7 +10,7 @@
 #include "core/settings/settings_store.h"
 #include "overlay/overlay_manager.h"
 #include "screens/overlay_view.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 #include "screens/x11_picture.h"
 #include "screens/x11_selections.h"
 

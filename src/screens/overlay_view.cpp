@@ -13,7 +13,7 @@
 #include "screens/guide_view.h"
 #include "screens/overlay_text.h"
 #include "screens/penalty_banner.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {

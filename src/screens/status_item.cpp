@@ -11,7 +11,7 @@
 #include "menubar/menu_bar_context.h"
 #include "overlay/overlay_manager.h"
 #include "screens/label_hosts.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {

@@ -13,7 +13,7 @@
 #include "menubar/menu_bar_context.h"
 #include "menubar/menu_bar_session.h"
 #include "overlay/overlay_manager.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {

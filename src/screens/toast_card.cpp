@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "screens/countdown_ring.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {

@@ -14,7 +14,7 @@
 
 #include "menubar/toast_dispatcher.h"
 #include "platform/api/motion_settings.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 #include "screens/x11_selections.h"
 
 namespace ostrel {

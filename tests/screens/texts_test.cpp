@@ -1,4 +1,5 @@
-#include "screens/texts.h"
+#include "screens/texts/languages.h"
+#include "screens/texts/plural_rules.h"
 
 #include <QRegularExpression>
 #include <algorithm>
@@ -88,6 +89,30 @@ TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
         known.emplace(entry.key.substr(0, entry.key.find('#')));
     }
     EXPECT_EQ(used, known);
+}
+
+TEST(Texts, NumbersFallIntoThePluralCategoriesOfTheLanguage) {
+    const struct {
+        const char* languages;
+        const char* categories;  // of 0, 1, 2, 5, 11, 21, 22, 100, 101, 103
+    } cases[] = {
+        {"en de nl it es tr", "other one other other other other other other other other"},
+        {"fr pt hi", "one one other other other other other other other other"},
+        {"ru uk", "many one few many many one few many one few"},
+        {"pl", "many one few many many many few many many few"},
+        {"ar", "zero one two few many many many other other few"},
+        {"ja ko zh", "other other other other other other other other other other"},
+    };
+    for (const auto& [languages, categories] : cases) {
+        for (const QString& language : QString::fromUtf8(languages).split(u' ')) {
+            QStringList found;
+            for (const std::int64_t number : {0, 1, 2, 5, 11, 21, 22, 100, 101, 103}) {
+                found << QString::fromStdString(
+                    std::string(Texts::pluralCategory(language.toStdString(), number)));
+            }
+            EXPECT_EQ(found.join(u' '), QString::fromUtf8(categories)) << language.toStdString();
+        }
+    }
 }
 
 TEST(Texts, FillsPlaceholdersInTheOrderThatTheTextAsksFor) {

@@ -41,7 +41,7 @@
 #include "screens/appearance.h"
 #include "screens/qt_overlay_window_maker.h"
 #include "screens/status_item.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 #include "screens/toast_surface.h"
 
 namespace ostrel {

@@ -6,7 +6,7 @@
 
 #include "base/enum_names.h"
 #include "platform/linux/linux_capabilities.h"
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {

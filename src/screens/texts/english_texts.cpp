@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "screens/texts.h"
+#include "screens/texts/languages.h"
 
 namespace ostrel::Texts {
 namespace {

@@ -1,4 +1,4 @@
-#include "screens/pseudo_texts.h"
+#include "screens/texts/pseudo_texts.h"
 
 #include <QRegularExpression>
 

@@ -1,4 +1,4 @@
-#include "screens/texts.h"
+#include "screens/texts/texts.h"
 
 #include <QLocale>
 #include <QRegularExpression>
@@ -6,16 +6,47 @@
 #include <optional>
 #include <string>
 
-#include "screens/pseudo_texts.h"
+#include "screens/texts/languages.h"
+#include "screens/texts/plural_rules.h"
+#include "screens/texts/pseudo_texts.h"
 
 namespace ostrel::Texts {
 namespace {
 
-enum class Language { english, longer, mirrored };
+enum class Manner { plain, lengthened, mirrored };
 
-Language& language() {
-    static Language current = Language::english;
+struct Current {
+    const Language* language = languages().data();
+    Manner manner = Manner::plain;
+};
+
+Current& current() {
+    static Current current;
     return current;
+}
+
+const Language* find(std::string_view code) {
+    const auto found = std::ranges::find(languages(), code, &Language::code);
+    return found == languages().end() ? nullptr : &*found;
+}
+
+// The first that the user wants and that is there, else the first of all.
+const Language& desktops() {
+    for (const QString& wanted : QLocale::system().uiLanguages()) {
+        const QString code = wanted.section(QRegularExpression(QStringLiteral("[-_]")), 0, 0);
+        if (const Language* language = find(code.toStdString())) {
+            return *language;
+        }
+    }
+    return languages().front();
+}
+
+// The desktop's own way to write numbers and times, unless it is in another language.
+QLocale localeOf(const Language& language) {
+    const QLocale desktop = QLocale::system();
+    const QLocale other(
+        QString::fromUtf8(language.code.data(), static_cast<qsizetype>(language.code.size())));
+    return desktop.language() == other.language() ? desktop : other;
 }
 
 QString shown(const Argument& argument) {
@@ -30,40 +61,40 @@ const QRegularExpression& placeholder() {
     return kPlaceholder;
 }
 
-std::optional<std::string_view> find(std::string_view key) {
-    const auto table = english();
+std::optional<std::string_view> find(std::span<const Entry> table, std::string_view key) {
     const auto entry = std::ranges::find(table, key, &Entry::key);
     return entry == table.end() ? std::nullopt : std::optional(entry->text);
 }
 
-// English tells one from all other numbers.
-std::string_view pluralCategory(std::int64_t number) {
-    return number == 1 ? "one" : "other";
-}
-
-std::string_view textFor(std::string_view key, std::span<const Argument> arguments) {
+std::optional<std::string_view> textIn(const Language& language, std::string_view key,
+                                       std::span<const Argument> arguments) {
+    const auto table = language.texts();
     const auto number = std::ranges::find_if(arguments, [](const Argument& argument) {
         return std::holds_alternative<std::int64_t>(argument);
     });
     if (number != arguments.end()) {
-        const auto category = pluralCategory(std::get<std::int64_t>(*number));
-        if (const auto text = find(std::string(key) + '#' + std::string(category))) {
-            return *text;
+        const auto category = pluralCategory(language.code, std::get<std::int64_t>(*number));
+        if (const auto text = find(table, std::string(key) + '#' + std::string(category))) {
+            return text;
         }
     }
-    return find(key).value_or(key);
+    return find(table, key);
 }
 
 // In the current language, placeholders and all.
 QString translated(std::string_view key, std::span<const Argument> arguments) {
-    const std::string_view english = textFor(key, arguments);
-    QString text = QString::fromUtf8(english.data(), static_cast<qsizetype>(english.size()));
-    switch (language()) {
-        case Language::longer:
+    auto words = textIn(*current().language, key, arguments);
+    if (!words) {
+        words = textIn(languages().front(), key, arguments);
+    }
+    const std::string_view found = words.value_or(key);
+    const QString text = QString::fromUtf8(found.data(), static_cast<qsizetype>(found.size()));
+    switch (current().manner) {
+        case Manner::lengthened:
             return PseudoTexts::lengthened(text);
-        case Language::mirrored:
+        case Manner::mirrored:
             return PseudoTexts::mirrored(text);
-        case Language::english:
+        case Manner::plain:
             break;
     }
     return text;
@@ -72,13 +103,20 @@ QString translated(std::string_view key, std::span<const Argument> arguments) {
 }  // namespace
 
 void setLanguage(std::string_view code) {
-    language() = code == "en-XA"   ? Language::longer
-                 : code == "ar-XB" ? Language::mirrored
-                                   : Language::english;
+    const Language* chosen = code == "system" ? &desktops() : find(code);
+    current().language = chosen ? chosen : &languages().front();
+    current().manner = code == "en-XA"   ? Manner::lengthened
+                       : code == "ar-XB" ? Manner::mirrored
+                                         : Manner::plain;
+    QLocale::setDefault(localeOf(*current().language));
+}
+
+std::string_view language() {
+    return current().language->code;
 }
 
 bool isRightToLeft() {
-    return language() == Language::mirrored;
+    return current().language->isRightToLeft || current().manner == Manner::mirrored;
 }
 
 QString of(std::string_view key, std::initializer_list<Argument> arguments) {

@@ -13,6 +13,10 @@
 // The words behind the localisation keys.
 namespace ostrel::Texts {
 
+// A text of a table. Every language has the keys of the English one. A translation may change the
+// order of the placeholders by numbering them: %2$@ takes the second argument. Where a number
+// changes the words, a text stands under the key, '#' and the plural category of the Unicode CLDR
+// ("toast.merged %lld#one"); the other categories take the text under the key alone.
 struct Entry {
     std::string_view key;
     std::string_view text;
@@ -21,16 +25,14 @@ struct Entry {
 // What replaces a placeholder: a whole number for %lld, a text for %@.
 using Argument = std::variant<std::int64_t, QString>;
 
-// Every key with its English text. A translation is the same table with other texts; it may change
-// the order of placeholders by numbering them: %2$@ takes the second argument. Where a number
-// changes the words, a text stands under the key, '#' and the plural category of the Unicode CLDR
-// ("toast.merged %lld#one"); the other categories take the text under the key alone.
-[[nodiscard]] std::span<const Entry> english();
-
-// Which language the texts are in from now on: a code such as "en", or "system" for the desktop's
-// own. A language that is not there is English. "en-XA" and "ar-XB" are for looking at the screens:
-// English 40 % longer, and English from right to left.
+// Which language the texts, numbers and times are in from now on: a code of ISO 639-1 such as "de",
+// or "system" for the first of the desktop's that is there. A language that is not there is
+// English. "en-XA" and "ar-XB" are for looking at the screens: English 40 % longer, and English
+// from right to left.
 void setLanguage(std::string_view code);
+
+// The code of the language that was found.
+[[nodiscard]] std::string_view language();
 
 [[nodiscard]] bool isRightToLeft();
 
