@@ -1,5 +1,6 @@
 #include "platform/linux/media_players.h"
 
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
