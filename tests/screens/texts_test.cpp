@@ -64,7 +64,7 @@ TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
         const std::string code{std::istreambuf_iterator<char>(stream), {}};
         for (const auto& key : matches(code,
                                        "\"((?:overlay|action|key|menubar|notice|state|gentle|toast|"
-                                       "notification|capability)"
+                                       "notification|capability|settings|cli|report|welcome|about|crash|preset|label)"
                                        "\\.[a-z_0-9.]+(?: %(?:lld|@))*)\"")) {
             const bool isObjectName = key.starts_with("toast.surface") || key.ends_with('.');
             if (!isObjectName) {

@@ -297,12 +297,18 @@ void TimerEngine::applyPreset(const PresetDefinition& preset) {
     clearCycleFlags();
 }
 
-void TimerEngine::applyOwnTiming(PresetDefinition timing) {
-    timing.id = PresetCatalog::kOwnID;
-    services_.settingsStore.update(
-        [&timing](SettingsModel& settings) { PresetCatalog::writeInto(settings, timing); });
+void TimerEngine::applySettings(const SettingsModel& settings) {
+    const PresetDefinition timing = PresetCatalog::active(settings);
+    services_.settingsStore.update([&settings](SettingsModel& all) { all = settings; });
     changeInterval(BreakKind::eye, timing.eyeIntervalSec);
     changeInterval(BreakKind::body, timing.bodyIntervalSec);
+}
+
+void TimerEngine::applyOwnTiming(PresetDefinition timing) {
+    timing.id = PresetCatalog::kOwnID;
+    SettingsModel settings = *services_.settingsStore.settings();
+    PresetCatalog::writeInto(settings, timing);
+    applySettings(settings);
 }
 
 void TimerEngine::changeInterval(BreakKind kind, std::int64_t intervalSec) {

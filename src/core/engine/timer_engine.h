@@ -104,8 +104,11 @@ class TimerEngine {
 
     void applyPreset(const PresetDefinition& preset);
 
-    // The user's own four values, under PresetCatalog::kOwnID. A changed interval restarts its own
-    // countdown and no other, a changed duration none; penalties stay.
+    // All settings at once. A changed interval restarts its own countdown and no other, a changed
+    // duration none; penalties stay.
+    void applySettings(const SettingsModel& settings);
+
+    // Likewise with the user's own four values, under PresetCatalog::kOwnID.
     void applyOwnTiming(PresetDefinition timing);
 
     // A reason of the user goes on until `until`, or for ever without it.

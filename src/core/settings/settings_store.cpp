@@ -33,6 +33,12 @@ void migrateReminders(SettingsModel& settings) {
     settings.remindersMigrated = true;
 }
 
+SettingsModel repaired(SettingsModel settings) {
+    normalizePresetDurations(settings);
+    migrateReminders(settings);
+    return settings;
+}
+
 }  // namespace
 
 SettingsStore::SettingsStore(PreferencesStore& preferences)
@@ -40,13 +46,17 @@ SettingsStore::SettingsStore(PreferencesStore& preferences)
 
 SettingsModel SettingsStore::load() {
     const std::optional<SettingsModel> decoded = document_.load();
-    SettingsModel settings = decoded.value_or(SettingsModel{});
-    normalizePresetDurations(settings);
-    migrateReminders(settings);
+    SettingsModel settings = repaired(decoded.value_or(SettingsModel{}));
     if (settings != decoded) {
         document_.save(settings);
     }
     return settings;
+}
+
+std::optional<SettingsModel> SettingsStore::parse(std::string_view text) {
+    const std::optional<Json> json = parseJson(text);
+    const auto settings = json ? SettingsModel::decode(*json) : std::nullopt;
+    return settings ? std::optional(repaired(*settings)) : std::nullopt;
 }
 
 void SettingsStore::update(const std::function<void(SettingsModel&)>& change) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "base/published.h"
@@ -21,6 +22,10 @@ class SettingsStore {
     explicit SettingsStore(PreferencesStore& preferences);
     SettingsStore(const SettingsStore&) = delete;
     SettingsStore& operator=(const SettingsStore&) = delete;
+
+    // The settings in the text of a document, repaired as a loaded one is; absent without an object
+    // in it.
+    [[nodiscard]] static std::optional<SettingsModel> parse(std::string_view text);
 
     [[nodiscard]] const Published<SettingsModel>& settings() const { return settings_; }
 
