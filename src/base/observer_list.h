@@ -40,6 +40,7 @@ class ObserverList {
         return Subscription([weak = std::weak_ptr<State>(state_), slot = std::move(slot)] {
             slot->live = false;
             if (const auto state = weak.lock()) {
+                state->hasDead = true;
                 state->sweep();
             }
         });
@@ -74,12 +75,14 @@ class ObserverList {
         std::uint64_t round = 0;
         int depth = 0;
         bool alive = true;
+        bool hasDead = false;
 
         // Slots stay in place while a round runs: the running observer may be the one that goes.
         void sweep() {
-            if (depth > 0) {
+            if (depth > 0 || !hasDead) {
                 return;
             }
+            hasDead = false;
             std::vector<std::shared_ptr<Slot>> gone;
             const auto dead = std::stable_partition(slots.begin(), slots.end(),
                                                     [](const auto& slot) { return slot->live; });

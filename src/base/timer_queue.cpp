@@ -88,18 +88,19 @@ std::optional<WallTime> TimerQueue::nextWallDue() const {
 }
 
 bool TimerQueue::runNext(RunLoopTime runLoopNow, WallTime wallNow) {
-    std::shared_ptr<Entry> chosen;
+    const std::shared_ptr<Entry>* mostOverdue = nullptr;
     double mostOverdueSec = 0;
     for (const auto& entry : state_->entries) {
         const double overdueSec = entry->overdueSec(runLoopNow, wallNow);
-        if (overdueSec >= 0 && (!chosen || overdueSec > mostOverdueSec)) {
-            chosen = entry;
+        if (overdueSec >= 0 && (!mostOverdue || overdueSec > mostOverdueSec)) {
+            mostOverdue = &entry;
             mostOverdueSec = overdueSec;
         }
     }
-    if (!chosen) {
+    if (!mostOverdue) {
         return false;
     }
+    const std::shared_ptr<Entry> chosen = *mostOverdue;
     if (chosen->period > RunLoopClock::duration::zero()) {
         const auto missed = (runLoopNow - chosen->runLoopDue) / chosen->period;
         chosen->runLoopDue += (missed + 1) * chosen->period;
