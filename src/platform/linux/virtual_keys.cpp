@@ -54,4 +54,12 @@ std::optional<std::uint8_t> x11KeycodeOf(std::uint32_t virtualKeyCode) {
                : std::optional(static_cast<std::uint8_t>(found->evdevCode + kX11Offset));
 }
 
+std::optional<std::uint32_t> virtualKeyCodeOf(std::uint32_t x11Keycode) {
+    const auto found = std::ranges::find(kKeys, x11Keycode, [](const Key& key) {
+        return std::uint32_t{key.evdevCode} + kX11Offset;
+    });
+    return found == kKeys.end() ? std::nullopt
+                                : std::optional(std::uint32_t{found->virtualKeyCode});
+}
+
 }  // namespace ostrel

@@ -74,8 +74,8 @@ struct X11WindowsOnX11 : ::testing::Test {
             windows, [process](const auto& window) { return window.processIdentifier != process; });
         return windows;
     }
-    static bool isInFront(std::int64_t process) {
-        const auto application = X11FrontmostApplication().current();
+    bool isInFront(std::int64_t process) const {
+        const auto application = frontmost.current();
         return application && application->processIdentifier == process;
     }
 
@@ -103,20 +103,22 @@ struct X11WindowsOnX11 : ::testing::Test {
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
         return window;
     }
+
+    const X11FrontmostApplication frontmost;
 };
 
 TEST_F(X11WindowsOnX11, TheProgramWhoseWindowIsActiveIsInFrontByItsIdentifier) {
     const auto slack = terminal({QStringLiteral("-class"), QStringLiteral("Slack")});
     ASSERT_TRUE(runUntil([&] { return isInFront(slack->processId()); }));
-    EXPECT_EQ(X11FrontmostApplication().current()->bundleIdentifier, "com.tinyspeck.slackmacgap");
+    EXPECT_EQ(frontmost.current()->bundleIdentifier, "com.tinyspeck.slackmacgap");
 
     const auto other = terminal({QStringLiteral("-name"), QStringLiteral("instance")});
     ASSERT_TRUE(runUntil([&] { return isInFront(other->processId()); }));
-    EXPECT_EQ(X11FrontmostApplication().current()->bundleIdentifier, "XTerm");
+    EXPECT_EQ(frontmost.current()->bundleIdentifier, "XTerm");
     end(*other);
     EXPECT_TRUE(runUntil([&] { return isInFront(slack->processId()); }));
     end(*slack);
-    EXPECT_TRUE(runUntil([&] { return !X11FrontmostApplication().current(); }));
+    EXPECT_TRUE(runUntil([&] { return !frontmost.current(); }));
 }
 
 TEST_F(X11WindowsOnX11, AFullScreenWindowIsAsLargeAsItsDisplayWhateverTheScale) {
