@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <set>
 #include <vector>
 
@@ -49,11 +50,57 @@ TEST(Texts, EveryTextTakesTheArgumentsItsKeyNamesAndIsThereOnce) {
     }
 }
 
+// The categories that whole numbers fall into beside the one without a name.
+std::set<std::string> categoriesOf(std::string_view language) {
+    std::set<std::string> categories;
+    for (std::int64_t number = 0; number <= 200; ++number) {
+        categories.emplace(Texts::pluralCategory(language, number));
+    }
+    // What the texts under the keys alone are for.
+    const bool isManyTheRest = language == "ru" || language == "uk" || language == "pl";
+    categories.erase(isManyTheRest ? "many" : "other");
+    return categories;
+}
+
+TEST(Texts, EveryLanguageHasEveryTextWithItsArgumentsAndItsPlurals) {
+    std::map<std::string_view, std::string_view> english;
+    for (const auto& [key, text] : Texts::english()) {
+        english.emplace(key, text);
+    }
+    for (const Texts::Language& language : Texts::languages()) {
+        std::map<std::string, std::string_view> own;
+        for (const auto& [key, text] : language.texts()) {
+            EXPECT_TRUE(own.emplace(key, text).second) << language.code << " " << key << " twice";
+            Strings expected = placeholders(key);
+            Strings found = placeholders(text);
+            // One that stands for a single number may say it in words.
+            if (key.find('#') != std::string_view::npos && found.size() + 1 == expected.size()) {
+                found.emplace_back("lld");
+                std::ranges::sort(found);
+            }
+            EXPECT_EQ(found, expected) << language.code << " " << key;
+            EXPECT_TRUE(english.contains(key.substr(0, key.find('#'))))
+                << language.code << " " << key << " is unknown";
+        }
+        for (const auto& [key, text] : english) {
+            if (!key.ends_with("#one")) {
+                EXPECT_TRUE(own.contains(std::string(key))) << language.code << " lacks " << key;
+                continue;
+            }
+            for (const std::string& category : categoriesOf(language.code)) {
+                const std::string wanted(key.substr(0, key.find('#') + 1));
+                EXPECT_TRUE(own.contains(wanted + category))
+                    << language.code << " lacks " << wanted << category;
+            }
+        }
+    }
+}
+
 TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
     const std::filesystem::path source = OSTREL_SOURCES;
     std::set<std::string> used;
     const auto isRead = [](const std::filesystem::path& file) {
-        return file.extension() == ".cpp" && file.filename() != "english_texts.cpp" &&
+        return file.extension() == ".cpp" && !file.filename().string().ends_with("_texts.cpp") &&
                file.parent_path().filename() != "simulator";
     };
     for (const auto& file : std::filesystem::recursive_directory_iterator(source)) {
@@ -62,10 +109,11 @@ TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
         }
         std::ifstream stream(file.path());
         const std::string code{std::istreambuf_iterator<char>(stream), {}};
-        for (const auto& key : matches(code,
-                                       "\"((?:overlay|action|key|menubar|notice|state|gentle|toast|"
-                                       "notification|capability|settings|cli|report|welcome|about|crash|preset|label)"
-                                       "\\.[a-z_0-9.]+(?: %(?:lld|@))*)\"")) {
+        for (const auto& key :
+             matches(code,
+                     "\"((?:overlay|action|key|menubar|notice|state|gentle|toast|"
+                     "notification|capability|settings|cli|report|welcome|about|crash|preset|label)"
+                     "\\.[a-z_0-9.]+(?: %(?:lld|@))*)\"")) {
             const bool isObjectName = key.starts_with("toast.surface") || key.ends_with('.');
             if (!isObjectName) {
                 used.insert(key);

@@ -246,6 +246,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     // The settings, page by page.
     {"settings.title", "Settings"},
     {"settings.pages", "Pages"},
+    {"settings.menu", "Breaks and pauses"},
     {"settings.page.timing", "Timing"},
     {"settings.page.breaks", "Breaks"},
     {"settings.page.presence", "Presence"},

@@ -15,7 +15,8 @@ struct Language {
     std::span<const Entry> (*texts)() = nullptr;
 };
 
-// In the order in which a list of them shows them: by their own names, as far as there is an order.
+// English first, which stands in for what another lacks; then by script and name, as a list of them
+// shows them.
 [[nodiscard]] std::span<const Language> languages();
 
 // The tables, one file each.

@@ -1,7 +1,6 @@
 #include "screens/texts/texts.h"
 
 #include <QLocale>
-#include <QRegularExpression>
 #include <algorithm>
 #include <optional>
 #include <string>
@@ -33,7 +32,8 @@ const Language* find(std::string_view code) {
 // The first that the user wants and that is there, else the first of all.
 const Language& desktops() {
     for (const QString& wanted : QLocale::system().uiLanguages()) {
-        const QString code = wanted.section(QRegularExpression(QStringLiteral("[-_]")), 0, 0);
+        // "de-AT"; the code comes first.
+        const QString code = wanted.section(u'-', 0, 0);
         if (const Language* language = find(code.toStdString())) {
             return *language;
         }
@@ -56,9 +56,38 @@ QString shown(const Argument& argument) {
     return std::get<QString>(argument);
 }
 
-const QRegularExpression& placeholder() {
-    static const QRegularExpression kPlaceholder(QStringLiteral("%(?:(\\d+)\\$)?(?:lld|@)"));
-    return kPlaceholder;
+struct Placeholder {
+    qsizetype start = 0;
+    qsizetype end = 0;
+    std::size_t number = 0;  // 0: the next in order
+    bool isWholeNumber = false;
+};
+
+// By hand: an engine for regular expressions would cost half a megabyte for good.
+std::optional<Placeholder> placeholderAt(QStringView text, qsizetype start) {
+    Placeholder found{start, start + 1};
+    for (; found.end < text.size() && text[found.end].isDigit(); ++found.end) {
+        found.number = found.number * 10 + static_cast<std::size_t>(text[found.end].digitValue());
+    }
+    if (found.number > 0 && (found.end == text.size() || text[found.end++] != u'$')) {
+        return std::nullopt;
+    }
+    const QStringView kind = text.mid(found.end);
+    found.isWholeNumber = kind.startsWith(u"lld");
+    if (!found.isWholeNumber && !kind.startsWith(u'@')) {
+        return std::nullopt;
+    }
+    found.end += found.isWholeNumber ? 3 : 1;
+    return found;
+}
+
+std::optional<Placeholder> nextPlaceholder(QStringView text, qsizetype from) {
+    for (qsizetype at = text.indexOf(u'%', from); at >= 0; at = text.indexOf(u'%', at + 1)) {
+        if (const auto found = placeholderAt(text, at)) {
+            return found;
+        }
+    }
+    return std::nullopt;
 }
 
 std::optional<std::string_view> find(std::span<const Entry> table, std::string_view key) {
@@ -125,14 +154,15 @@ QString of(std::string_view key, std::initializer_list<Argument> arguments) {
 }
 
 QString of(const LocalizedText& text) {
-    const auto placeholders = placeholder().globalMatch(QString::fromStdString(text.key));
+    const QString key = QString::fromStdString(text.key);
     std::vector<Argument> arguments;
-    auto next = placeholders;
+    auto next = nextPlaceholder(key, 0);
     for (const std::string& argument : text.args) {
         const QString words = QString::fromStdString(argument);
-        const bool isNumber = next.hasNext() && next.next().captured().endsWith(u"lld");
+        const bool isNumber = next && next->isWholeNumber;
         arguments.push_back(isNumber ? Argument(std::int64_t{words.toLongLong()})
                                      : Argument(words));
+        next = next ? nextPlaceholder(key, next->end) : std::nullopt;
     }
     return fill(translated(text.key, arguments), arguments);
 }
@@ -144,14 +174,12 @@ QString fill(const QString& text, std::span<const Argument> arguments) {
     QString filled;
     qsizetype copiedTo = 0;
     std::size_t inOrder = 0;
-    for (auto found = placeholder().globalMatch(text); found.hasNext();) {
-        const QRegularExpressionMatch match = found.next();
-        const std::size_t index = match.hasCaptured(1) && !match.captured(1).isEmpty()
-                                      ? match.captured(1).toULongLong() - 1
-                                      : inOrder++;
-        filled += QStringView(text).mid(copiedTo, match.capturedStart() - copiedTo);
-        filled += index < arguments.size() ? shown(arguments[index]) : match.captured();
-        copiedTo = match.capturedEnd();
+    for (auto next = nextPlaceholder(text, 0); next; next = nextPlaceholder(text, next->end)) {
+        const std::size_t index = next->number > 0 ? next->number - 1 : inOrder++;
+        filled += QStringView(text).mid(copiedTo, next->start - copiedTo);
+        filled += index < arguments.size() ? shown(arguments[index])
+                                           : text.mid(next->start, next->end - next->start);
+        copiedTo = next->end;
     }
     filled += QStringView(text).mid(copiedTo);
     return filled;
