@@ -27,15 +27,23 @@ ChimePlayer::ChimePlayer(const SettingsStore& settingsStore, SoundLibrary& sound
 void ChimePlayer::playStart() {
     const ChimeMode mode = settingsStore_.settings()->chimeMode;
     if (mode == ChimeMode::start || mode == ChimeMode::both) {
-        playFromBeginning(startPlayer_.get());
+        tryStart();
     }
 }
 
 void ChimePlayer::playEnd() {
     const ChimeMode mode = settingsStore_.settings()->chimeMode;
     if (mode == ChimeMode::end || mode == ChimeMode::both) {
-        playFromBeginning(endPlayer_.get());
+        tryEnd();
     }
+}
+
+void ChimePlayer::tryStart() {
+    playFromBeginning(startPlayer_.get());
+}
+
+void ChimePlayer::tryEnd() {
+    playFromBeginning(endPlayer_.get());
 }
 
 }  // namespace ostrel

@@ -22,6 +22,10 @@ class ChimePlayer : public ChimePlaying {
     void playStart() override;
     void playEnd() override;
 
+    // To hear them once, whatever the setting says.
+    void tryStart();
+    void tryEnd();
+
   private:
     const SettingsStore& settingsStore_;
     std::unique_ptr<Sound> startPlayer_;

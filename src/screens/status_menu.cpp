@@ -89,8 +89,12 @@ StatusMenu::StatusMenu(Services services)
     addSeparator();
     addToday();
     addSeparator();
-    addAction(Texts::of("menubar.action.quit"), this, [this] { services_.quit(); });
-    setAccessibleName(Texts::of("menubar.tooltip.default"));
+    addWords(*this, "menubar.action.report", [this] { services_.openReport(); });
+    addWords(*this, "menubar.action.settings", [this] { services_.openSettings(); });
+    addWords(*this, "menubar.action.about", [this] { services_.openAbout(); });
+    addSeparator();
+    addWords(*this, "menubar.action.quit", [this] { services_.quit(); });
+    retranslate();
     adoptPalette();
     connect(this, &QMenu::aboutToShow, this, [this] { refresh(); });
     ticks_ = services_.timerEngine.state().onChange([this](const auto&) {
@@ -104,6 +108,9 @@ StatusMenu::StatusMenu(Services services)
 void StatusMenu::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) {
         adoptPalette();
+    } else if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+        refresh();
     }
     QMenu::changeEvent(event);
 }
@@ -122,15 +129,30 @@ QAction* StatusMenu::addLine() {
     return line;
 }
 
+// One whose words depend on the language alone.
+QAction* StatusMenu::addWords(QMenu& menu, std::string_view key, std::function<void()> act) {
+    QAction* action = menu.addAction(QString(), this, std::move(act));
+    words_.emplace_back(action, key);
+    return action;
+}
+
+void StatusMenu::retranslate() {
+    for (const auto& [action, key] : words_) {
+        action->setText(Texts::of(key));
+    }
+    setAccessibleName(Texts::of("menubar.tooltip.default"));
+}
+
 void StatusMenu::addBreaks() {
-    startEye_ = addAction(Texts::of("menubar.action.start_eye"), this,
-                          [this] { services_.timerEngine.startNow(BreakKind::eye); });
-    startBody_ = addAction(Texts::of("menubar.action.start_body"), this,
-                           [this] { services_.timerEngine.startNow(BreakKind::body); });
+    startEye_ = addWords(*this, "menubar.action.start_eye",
+                         [this] { services_.timerEngine.startNow(BreakKind::eye); });
+    startBody_ = addWords(*this, "menubar.action.start_body",
+                          [this] { services_.timerEngine.startNow(BreakKind::body); });
 }
 
 void StatusMenu::addPauses() {
-    pauses_ = addMenu(Texts::of("menubar.action.pause"));
+    pauses_ = addMenu(QString());
+    words_.emplace_back(pauses_->menuAction(), "menubar.action.pause");
     const std::pair<std::string_view, PauseDuration> choices[] = {
         {"menubar.action.pause_30_minutes", PauseDuration::forMinutes(30)},
         {"menubar.action.pause_1_hour", PauseDuration::forMinutes(60)},
@@ -139,12 +161,11 @@ void StatusMenu::addPauses() {
         {"menubar.action.pause_indefinitely", PauseDuration::indefinite()},
     };
     for (const auto& [key, duration] : choices) {
-        pauses_->addAction(Texts::of(key), this, [this, length = duration] {
-            services_.timerEngine.pauseByUser(length);
-        });
+        addWords(*pauses_, key,
+                 [this, length = duration] { services_.timerEngine.pauseByUser(length); });
     }
-    resume_ = addAction(Texts::of("menubar.action.resume"), this,
-                        [this] { services_.timerEngine.endAllPauses(); });
+    resume_ =
+        addWords(*this, "menubar.action.resume", [this] { services_.timerEngine.endAllPauses(); });
 }
 
 void StatusMenu::addToday() {

@@ -3,6 +3,9 @@
 #include <QMenu>
 #include <functional>
 #include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "base/clock.h"
 #include "base/subscription.h"
@@ -30,6 +33,9 @@ class StatusMenu : public QMenu {
         const OverlayManager& overlayManager;
         const DailyCounter& dailyCounter;
         std::function<std::optional<WallTime>()> workUntil;
+        std::function<void()> openSettings;
+        std::function<void()> openReport;
+        std::function<void()> openAbout;
         std::function<void()> quit;
     };
 
@@ -47,6 +53,8 @@ class StatusMenu : public QMenu {
   private:
     void adoptPalette();
     QAction* addLine();
+    QAction* addWords(QMenu& menu, std::string_view key, std::function<void()> act);
+    void retranslate();
     void addBreaks();
     void addPauses();
     void addToday();
@@ -54,6 +62,7 @@ class StatusMenu : public QMenu {
     void refreshToday(const MenuBarSessionDerivedState& state);
 
     Services services_;
+    std::vector<std::pair<QAction*, std::string_view>> words_;
     QAction* statusLine_ = nullptr;
     QAction* pauseDescription_ = nullptr;
     QAction* nextEye_ = nullptr;

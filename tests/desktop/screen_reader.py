@@ -46,17 +46,17 @@ class ScreenReader:
     def __init__(self, atspi):
         self.atspi = atspi
 
-    def _walk(self, node):
+    def walk(self, node):
         yield node
         for child in node:
             if child:
-                yield from self._walk(child)
+                yield from self.walk(child)
 
     @of_one_moment
     def parts(self, *roles):
         """What is showing and has one of these roles."""
         return [node for application in self.atspi.Registry.getDesktop(0)
-                if application and application.name.lower() == "ostrel" for node in self._walk(application)
+                if application and application.name.lower() == "ostrel" for node in self.walk(application)
                 if node.getRole() in roles and self.has(node, self.atspi.STATE_SHOWING)]
 
     def named(self, *roles):

@@ -86,8 +86,15 @@ struct StatusItemTest : ::testing::Test {
     DailyCounter counter{bench.counterServices()};
     int quits = 0;
     std::optional<WallTime> workUntil;
-    StatusMenu::Services services{bench.engine(),     bench.session(), bench.settings(),
-                                  bench.overlay(),    counter,         [this] { return workUntil; },
+    StatusMenu::Services services{bench.engine(),
+                                  bench.session(),
+                                  bench.settings(),
+                                  bench.overlay(),
+                                  counter,
+                                  [this] { return workUntil; },
+                                  [] {},
+                                  [] {},
+                                  [] {},
                                   [this] { ++quits; }};
 };
 

@@ -68,6 +68,9 @@ struct StatusNotifierTest : ::testing::Test {
                                   bench.overlay(),
                                   counter,
                                   [] { return std::nullopt; },
+                                  [] {},
+                                  [] {},
+                                  [] {},
                                   [] {}};
 };
 

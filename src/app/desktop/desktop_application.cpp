@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <QEvent>
 #include <QWindow>
 #include <cstdio>
 #include <functional>
@@ -11,6 +12,7 @@
 
 #include "app/desktop/break_trace.h"
 #include "app/desktop/demo.h"
+#include "app/desktop/work_windows.h"
 #include "app/environment/app_environment.h"
 #include "platform/calendar/day_watch.h"
 #include "platform/calendar/zoned_calendar.h"
@@ -118,19 +120,28 @@ class LinuxPlatform {
 
 // The language of the texts, and the direction of everything with it.
 Subscription followLanguage(SettingsStore& settingsStore) {
-    const auto adopt = [](const SettingsModel& settings) {
+    auto adopt = [current = std::string()](const SettingsModel& settings) mutable {
+        if (settings.languageRaw == current) {
+            return;
+        }
+        current = settings.languageRaw;
         Texts::setLanguage(settings.languageRaw);
         QApplication::setLayoutDirection(Texts::isRightToLeft() ? Qt::RightToLeft
                                                                 : Qt::LeftToRight);
+        // Not at once: what is made anew may be what changed the language.
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            QCoreApplication::postEvent(window, new QEvent(QEvent::LanguageChange));
+        }
     };
     adopt(*settingsStore.settings());
-    return settingsStore.settings().onChange(adopt);
+    return settingsStore.settings().onChange(std::move(adopt));
 }
 
 // The application between launch and quit, over any preferences.
 class RunningApplication {
   public:
-    RunningApplication(LinuxPlatform& platform, PreferencesStore& preferences)
+    RunningApplication(LinuxPlatform& platform, PreferencesStore& preferences,
+                       std::string dataFolder)
         : notifications_({platform.runLoop, platform.calendar, systemWallTime,
                           platform.systemEvents, preferences,
                           [](const LocalizedText& text) { return Texts::of(text); }}),
@@ -149,7 +160,9 @@ class RunningApplication {
                       environment.settingsStore(), environment.overlayManager(),
                       environment.dailyCounter(),
                       [this] { return environment.workHoursGate().workUntil(); },
-                      [] { QApplication::quit(); }}),
+                      [this] { windows.showSettings(); }, [this] { windows.showSettings(); },
+                      [this] { windows.showSettings(); }, [] { QApplication::quit(); }}),
+          windows(environment, std::move(dataFolder), [this] { statusItem.popUpMenu(); }),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
         teller_ = &statusItem;
         if (hasFailed_) {
@@ -175,8 +188,7 @@ class RunningApplication {
     AppEnvironment environment;
 
   private:
-    // What there is to see is in the menu.
-    void open(AppWindow /*window*/) { statusItem.popUpMenu(); }
+    void open(AppWindow /*window*/) { windows.showSettings(); }
 
     // The very first record may fail, before there is a status item to tell it.
     void tellFailure(const PersistenceError& error) {
@@ -199,6 +211,7 @@ class RunningApplication {
 
   public:
     StatusItem statusItem;
+    WorkWindows windows;
 
   private:
     TerminationSignals signals_;
@@ -208,7 +221,7 @@ class RunningApplication {
 int runDemo(LinuxPlatform& platform, const DesktopOptions& options) {
     MemoryPreferences preferences;
     Demo::writeSettings(preferences);
-    RunningApplication application(platform, preferences);
+    RunningApplication application(platform, preferences, {});
     const Demo demo(application.environment, platform.runLoop, options.screenshotFolder);
     return application.run();
 }
@@ -217,14 +230,14 @@ int runForReal(LinuxPlatform& platform) {
     const std::string folder = defaultPreferencesFolder().string();
     SingleInstance instance(folder);
     if (instance.role() == SingleInstance::Role::second) {
-        std::puts(instance.activateFirst() ? "Ostrel is running already: its menu opens."
+        std::puts(instance.activateFirst() ? "Ostrel is running already: its window opens."
                                            : "Ostrel is running already, but does not answer.");
         return 0;
     }
     FilePreferences preferences(folder, platform.runLoop);
-    RunningApplication application(platform, preferences);
+    RunningApplication application(platform, preferences, folder);
     const Subscription activation =
-        instance.activated.subscribe([&application] { application.statusItem.popUpMenu(); });
+        instance.activated.subscribe([&application] { application.windows.showSettings(); });
     return application.run();
 }
 

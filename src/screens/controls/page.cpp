@@ -101,8 +101,8 @@ void Page::addText(const QString& text) {
     content_->addWidget(makeLabel(text, "hint"));
 }
 
-void Page::addWidget(QWidget* widget) {
-    content_->addWidget(widget);
+void Page::addWidget(QWidget* widget, Qt::Alignment alignment) {
+    content_->addWidget(widget, 0, alignment);
 }
 
 }  // namespace ostrel

@@ -38,7 +38,8 @@ class Page : public QScrollArea {
     // An empty heading is left out.
     Card* addCard(const QString& heading);
     void addText(const QString& text);
-    void addWidget(QWidget* widget);
+    // Over the whole width, unless it is aligned.
+    void addWidget(QWidget* widget, Qt::Alignment alignment = {});
 
   private:
     QVBoxLayout* content_;

@@ -30,9 +30,14 @@ void StyledWindow::present() {
 
 void StyledWindow::rebuild() {
     adoptPalette();
+    const QString focus = focusWidget() ? focusWidget()->objectName() : QString();
     delete content_;
     content_ = makeContent();
     layout()->addWidget(content_);
+    auto* again = focus.isEmpty() ? nullptr : content_->findChild<QWidget*>(focus);
+    if (again != nullptr) {
+        again->setFocus();
+    }
 }
 
 // A style sheet changes the palette of its widget: the one to follow is the application's.

@@ -15,19 +15,21 @@ QLabel[look="figure"] { font-size: 26px; font-weight: 600; }
 QFrame[look="card"] { background: @paper; border: 1px solid @line; border-radius: 10px; }
 QFrame[look="row"] { border: none; border-top: 1px solid @line; background: transparent; }
 QFrame[look="first-row"] { border: none; background: transparent; }
-QPushButton, QComboBox, QLineEdit, QTimeEdit, QSpinBox, QPlainTextEdit, QListWidget {
+QPushButton, QLineEdit, QPlainTextEdit, QListWidget {
   color: @ink; background: @field; border: 1px solid @line; border-radius: 6px; padding: 5px 10px;
   selection-background-color: @accent; selection-color: @on-accent; }
 QPushButton { padding: 6px 14px; }
-QPushButton:hover, QComboBox:hover { background: @hover; }
+QPushButton:hover { background: @hover; }
 QPushButton:pressed { background: @line; }
-QPushButton:focus, QComboBox:focus, QLineEdit:focus, QTimeEdit:focus, QSpinBox:focus,
-QPlainTextEdit:focus, QListWidget:focus { border: 2px solid @accent; padding: 4px 9px; }
+QPushButton:focus, QLineEdit:focus, QPlainTextEdit:focus, QListWidget:focus { border: 2px solid @accent; padding: 4px 9px; }
 QPushButton:focus { padding: 5px 13px; }
-QPushButton:disabled, QComboBox:disabled, QLineEdit:disabled, QTimeEdit:disabled { color: @faint; }
+QPushButton:disabled, QLineEdit:disabled { color: @faint; }
 QLabel:disabled { color: @faint; }
 QPushButton[look="primary"] { background: @accent; color: @on-accent; border-color: @accent; }
 QPushButton[look="primary"]:hover { background: @accent-hover; }
+QPushButton[look="day"] { padding: 6px 4px; }
+QPushButton[look="day"]:checked { background: @accent; color: @on-accent; border-color: @accent; }
+QPushButton[look="day"]:checked:disabled { background: @faint; border-color: @faint; }
 QPushButton[look="danger"] { color: @warning; }
 QPushButton[look="link"] { border: none; background: transparent; color: @link; padding: 2px; }
 QPushButton[look="link"]:focus { border: 2px solid @accent; padding: 0; }
@@ -35,6 +37,7 @@ QListWidget#ostrel\.sidebar { background: transparent; border: none; padding: 8p
 QListWidget#ostrel\.sidebar::item { padding: 8px 10px; border-radius: 6px; color: @ink; }
 QListWidget#ostrel\.sidebar::item:hover { background: @hover; }
 QListWidget#ostrel\.sidebar::item:selected { background: @accent; color: @on-accent; }
+QSlider { min-height: 24px; }
 QSlider::groove:horizontal { height: 4px; border-radius: 2px; background: @line; }
 QSlider::sub-page:horizontal { height: 4px; border-radius: 2px; background: @accent; }
 QSlider::handle:horizontal { width: 16px; height: 16px; margin: -7px 0; border-radius: 8px;

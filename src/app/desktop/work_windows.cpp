@@ -1,0 +1,57 @@
+#include "app/desktop/work_windows.h"
+
+#include <QDBusConnection>
+#include <utility>
+
+#include "app/desktop/day_planner.h"
+#include "app/environment/app_environment.h"
+#include "platform/linux/linux_capabilities.h"
+#include "platform/linux/running_applications.h"
+#include "platform/linux/virtual_keys.h"
+#include "screens/settings/settings_window.h"
+
+namespace ostrel {
+namespace {
+
+SettingsServices servicesOf(AppEnvironment& environment, const std::string& dataFolder,
+                            const std::function<void()>& popUpMenu) {
+    using Chime = SettingsServices::Chime;
+    return {environment.settingsStore(),
+            environment.timerEngine(),
+            environment.overlayManager(),
+            environment.hotkeyRouter(),
+            planDay,
+            [&environment](Chime chime) {
+                ChimePlayer& player = environment.chimePlayer();
+                chime == Chime::start ? player.tryStart() : player.tryEnd();
+            },
+            runningApplications,
+            [](QObject* receiver, SettingsServices::TellCapabilities tell) {
+                findCapabilities(QDBusConnection::sessionBus(), QDBusConnection::systemBus(),
+                                 receiver, std::move(tell));
+            },
+            virtualKeyCodeOf,
+            popUpMenu,
+            dataFolder};
+}
+
+}  // namespace
+
+WorkWindows::WorkWindows(AppEnvironment& environment, std::string dataFolder,
+                         std::function<void()> popUpMenu)
+    : environment_(environment),
+      dataFolder_(std::move(dataFolder)),
+      popUpMenu_(std::move(popUpMenu)) {}
+
+WorkWindows::~WorkWindows() {
+    delete settings_;
+}
+
+void WorkWindows::showSettings() {
+    if (!settings_) {
+        settings_ = new SettingsWindow(servicesOf(environment_, dataFolder_, popUpMenu_));
+    }
+    settings_->present();
+}
+
+}  // namespace ostrel

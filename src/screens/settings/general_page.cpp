@@ -1,0 +1,180 @@
+#include <QDesktopServices>
+#include <QFile>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QSpinBox>
+#include <QUrl>
+
+#include "core/engine/timer_engine.h"
+#include "core/settings/document.h"
+#include "screens/settings/bound_controls.h"
+#include "screens/settings/pages.h"
+#include "screens/texts/languages.h"
+
+namespace ostrel {
+namespace {
+
+constexpr int kHighestGoal = 60;
+
+QPushButton* makeButton(std::string_view key, const char* name) {
+    auto* button = new QPushButton(Texts::of(key));
+    Bound::setName(button, name);
+    return button;
+}
+
+QSpinBox* makeGoal(SettingsStore& store) {
+    auto* control = new QSpinBox;
+    Bound::setName(control, "dailyGoalBreaks");
+    Bound::ignoreWheel(control);
+    control->setRange(1, kHighestGoal);
+    Bound::follow(control, store, [control](const SettingsModel& settings) {
+        const QSignalBlocker quiet(control);
+        control->setValue(
+            static_cast<int>(std::clamp<std::int64_t>(settings.dailyGoalBreaks, 1, kHighestGoal)));
+    });
+    QObject::connect(control, &QSpinBox::valueChanged, control, [&store](int goal) {
+        store.update([goal](SettingsModel& settings) { settings.dailyGoalBreaks = goal; });
+    });
+    return control;
+}
+
+QComboBox* makeLanguages(SettingsStore& store) {
+    std::vector<std::pair<std::string, QString>> choices = {
+        {"system", Texts::of("settings.general.language.system")}};
+    for (const Texts::Language& language : Texts::languages()) {
+        choices.emplace_back(language.code, QString::fromUtf8(language.name.data()));
+    }
+    return Bound::makeChoice(store, &SettingsModel::languageRaw, std::move(choices), "languageRaw");
+}
+
+Card* addProgram(Page& page, SettingsStore& store) {
+    using S = SettingsModel;
+    using A = SettingsModel::Appearance;
+    Card* program = page.addCard(Texts::of("settings.general.program"));
+    program->addRow(Texts::of("settings.general.launch_at_login"), {},
+                    Bound::makeSwitch(store, &S::launchAtLogin, "launchAtLogin"));
+    program->addRow(Texts::of("settings.general.appearance"), {},
+                    Bound::makeChoice(store, &S::appearance,
+                                      {{A::system, Texts::of("settings.general.appearance.system")},
+                                       {A::light, Texts::of("settings.general.appearance.light")},
+                                       {A::dark, Texts::of("settings.general.appearance.dark")}},
+                                      "appearance"));
+    program->addRow(Texts::of("settings.general.language"), {}, makeLanguages(store));
+    return program;
+}
+
+void exportTo(const QString& path, const SettingsModel& settings, QLabel* problem) {
+    QSaveFile file(path);
+    const QByteArray text = QByteArray::fromStdString(printJson(settings).text.value_or("") + "\n");
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+    problem->setVisible(!isWritten);
+    problem->setText(Texts::of("settings.general.export_failed"));
+}
+
+void importFrom(const QString& path, TimerEngine& engine, QLabel* problem) {
+    QFile file(path);
+    const bool isOpen = file.open(QIODevice::ReadOnly);
+    const auto settings = isOpen ? SettingsStore::parse(file.readAll().toStdString())
+                                 : std::optional<SettingsModel>();
+    problem->setVisible(!settings);
+    problem->setText(Texts::of("settings.general.import_failed"));
+    if (settings) {
+        engine.applySettings(*settings);
+    }
+}
+
+QPushButton* makeExport(const SettingsServices& services, QLabel* problem) {
+    QPushButton* button = makeButton("settings.general.save", "export");
+    QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
+        const QString path = QFileDialog::getSaveFileName(
+            button->window(), Texts::of("settings.general.export"),
+            QStringLiteral("ostrel-settings.json"), QStringLiteral("JSON (*.json)"));
+        if (!path.isEmpty()) {
+            exportTo(path, *services.settingsStore.settings(), problem);
+        }
+    });
+    return button;
+}
+
+QPushButton* makeImport(const SettingsServices& services, QLabel* problem) {
+    QPushButton* button = makeButton("settings.general.open", "import");
+    QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
+        const QString path =
+            QFileDialog::getOpenFileName(button->window(), Texts::of("settings.general.import"), {},
+                                         QStringLiteral("JSON (*.json)"));
+        if (!path.isEmpty()) {
+            importFrom(path, services.timerEngine, problem);
+        }
+    });
+    return button;
+}
+
+// Asks once more, in the place of the button.
+QWidget* makeReset(const SettingsServices& services) {
+    auto* place = new QWidget;
+    auto* across = new QHBoxLayout(place);
+    across->setContentsMargins(0, 0, 0, 0);
+    QPushButton* ask = makeButton("settings.general.reset.action", "reset");
+    ask->setProperty("look", QStringLiteral("danger"));
+    QLabel* warning = makeLabel(Texts::of("settings.general.reset.warning"), "warning");
+    QPushButton* confirm = makeButton("settings.general.reset.action", "reset.confirm");
+    QPushButton* cancel = makeButton("action.cancel", "reset.cancel");
+    const auto setAsking = [=](bool isAsking) {
+        ask->setVisible(!isAsking);
+        for (QWidget* widget : {static_cast<QWidget*>(warning), static_cast<QWidget*>(confirm),
+                                static_cast<QWidget*>(cancel)}) {
+            widget->setVisible(isAsking);
+        }
+        (isAsking ? cancel : ask)->setFocus();
+    };
+    for (QWidget* widget : {static_cast<QWidget*>(warning), static_cast<QWidget*>(cancel),
+                            static_cast<QWidget*>(confirm), static_cast<QWidget*>(ask)}) {
+        across->addWidget(widget);
+    }
+    setAsking(false);
+    QObject::connect(ask, &QPushButton::clicked, place, [setAsking] { setAsking(true); });
+    QObject::connect(cancel, &QPushButton::clicked, place, [setAsking] { setAsking(false); });
+    QObject::connect(confirm, &QPushButton::clicked, place, [&services, setAsking] {
+        setAsking(false);
+        SettingsModel first;
+        first.hasOnboarded = true;
+        services.timerEngine.applySettings(first);
+    });
+    return place;
+}
+
+void addData(Page& page, const SettingsServices& services) {
+    Card* data = page.addCard(Texts::of("settings.general.data"));
+    const QString folder = QString::fromStdString(services.dataFolder);
+    QPushButton* open = makeButton("settings.general.open_folder", "open_folder");
+    QObject::connect(open, &QPushButton::clicked, open,
+                     [folder] { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
+    data->addRow(Texts::of("settings.general.folder"), folder, open);
+    QLabel* problem = makeLabel({}, "warning");
+    problem->setVisible(false);
+    data->addRow(Texts::of("settings.general.export"), {}, makeExport(services, problem));
+    data->addRow(Texts::of("settings.general.import"), {}, makeImport(services, problem));
+    data->addRow(Texts::of("settings.general.reset"), Texts::of("settings.general.reset.hint"),
+                 makeReset(services));
+    page.addWidget(problem);
+}
+
+}  // namespace
+
+Page* makeGeneralPage(const SettingsServices& services) {
+    SettingsStore& store = services.settingsStore;
+    auto* page = new Page(Texts::of("settings.page.general"));
+    Card* breaks = page->addCard(Texts::of("settings.general.breaks"));
+    breaks->addRow(Texts::of("settings.general.enabled"), {},
+                   Bound::makeSwitch(store, &SettingsModel::ostrelEnabled, "ostrelEnabled"));
+    breaks->addRow(Texts::of("settings.general.goal"), {}, makeGoal(store));
+    addProgram(*page, store);
+    addData(*page, services);
+    return page;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,120 @@
+#include "screens/settings/program_list.h"
+
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "screens/settings/bound_controls.h"
+#include "screens/texts/texts.h"
+
+namespace ostrel {
+namespace {
+
+QPushButton* makeButton(std::string_view key, const char* name) {
+    auto* button = new QPushButton(Texts::of(key));
+    Bound::setName(button, name);
+    return button;
+}
+
+}  // namespace
+
+ProgramList::ProgramList(const SettingsServices& services)
+    : services_(services), list_(new QListWidget), typed_(new QLineEdit) {
+    constexpr int kListHeight = 150;
+    Bound::setName(list_, "deferAppBundleIDs");
+    list_->setAccessibleName(Texts::of("settings.presence.calls.list"));
+    list_->setFixedHeight(kListHeight);
+    Bound::setName(typed_, "deferAppBundleIDs.typed");
+    typed_->setPlaceholderText(Texts::of("settings.presence.calls.typed"));
+    typed_->setAccessibleName(Texts::of("settings.presence.calls.typed"));
+    QPushButton* addTyped = makeButton("settings.presence.calls.add", "deferAppBundleIDs.add");
+    QPushButton* running = makeButton("settings.presence.calls.pick", "deferAppBundleIDs.pick");
+    QPushButton* remove = makeButton("settings.presence.calls.remove", "deferAppBundleIDs.remove");
+    QPushButton* restore =
+        makeButton("settings.presence.calls.restore", "deferAppBundleIDs.restore");
+    auto* menu = new QMenu(running);
+    running->setMenu(menu);
+
+    auto* down = new QVBoxLayout(this);
+    down->setContentsMargins(0, 0, 0, 0);
+    down->addWidget(list_);
+    auto* typing = new QHBoxLayout;
+    typing->addWidget(typed_, 1);
+    typing->addWidget(addTyped);
+    down->addLayout(typing);
+    down->addWidget(running, 0, Qt::AlignLeading);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(remove);
+    buttons->addWidget(restore);
+    down->addLayout(buttons);
+
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { offerRunning(*menu); });
+    const auto addWhatIsTyped = [this] {
+        add(typed_->text().trimmed().toStdString());
+        typed_->clear();
+    };
+    connect(addTyped, &QPushButton::clicked, this, addWhatIsTyped);
+    connect(typed_, &QLineEdit::returnPressed, this, addWhatIsTyped);
+    connect(remove, &QPushButton::clicked, this, [this] { removeChosen(); });
+    connect(restore, &QPushButton::clicked, this, [this] {
+        services_.settingsStore.update([](SettingsModel& settings) {
+            settings.deferAppBundleIDs = PresenceDefaults::deferAppBundleIDs();
+        });
+    });
+    connect(list_, &QListWidget::itemSelectionChanged, remove,
+            [this, remove] { remove->setEnabled(!list_->selectedItems().isEmpty()); });
+    remove->setEnabled(false);
+    Bound::follow(this, services.settingsStore,
+                  [this](const SettingsModel& settings) { show(settings.deferAppBundleIDs); });
+}
+
+void ProgramList::show(const std::vector<std::string>& programs) {
+    QStringList names;
+    for (const std::string& program : programs) {
+        names << QString::fromStdString(program);
+    }
+    QStringList shown;
+    for (int row = 0; row < list_->count(); ++row) {
+        shown << list_->item(row)->text();
+    }
+    if (names != shown) {
+        list_->clear();
+        list_->addItems(names);
+    }
+}
+
+void ProgramList::offerRunning(QMenu& menu) {
+    menu.clear();
+    const auto& chosen = services_.settingsStore.settings()->deferAppBundleIDs;
+    for (const std::string& program : services_.runningPrograms()) {
+        if (std::ranges::find(chosen, program) == chosen.end()) {
+            menu.addAction(QString::fromStdString(program), this,
+                           [this, program] { add(program); });
+        }
+    }
+}
+
+void ProgramList::add(const std::string& program) {
+    services_.settingsStore.update([&program](SettingsModel& settings) {
+        auto& programs = settings.deferAppBundleIDs;
+        if (!program.empty() && std::ranges::find(programs, program) == programs.end()) {
+            programs.push_back(program);
+        }
+    });
+}
+
+void ProgramList::removeChosen() {
+    const int row = list_->currentRow();
+    services_.settingsStore.update([row](SettingsModel& settings) {
+        if (row >= 0 && row < std::ssize(settings.deferAppBundleIDs)) {
+            settings.deferAppBundleIDs.erase(settings.deferAppBundleIDs.begin() + row);
+        }
+    });
+}
+
+}  // namespace ostrel

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QWidget>
+
+#include "screens/settings/settings_services.h"
+
+class QLineEdit;
+class QListWidget;
+class QMenu;
+
+namespace ostrel {
+
+// The programs during whose use a break waits: picked from those that run, or typed.
+class ProgramList : public QWidget {
+  public:
+    // The services outlive it.
+    explicit ProgramList(const SettingsServices& services);
+
+  private:
+    void show(const std::vector<std::string>& programs);
+    void offerRunning(QMenu& menu);
+    void add(const std::string& program);
+    void removeChosen();
+
+    const SettingsServices& services_;
+    QListWidget* list_;
+    QLineEdit* typed_;
+};
+
+}  // namespace ostrel

@@ -1,0 +1,142 @@
+#!/usr/bin/python3
+"""Every control of the settings window, by the screen reader's tree: set, stored, acting; and back."""
+
+import subprocess
+import unittest
+
+from desktop import OSTREL, DesktopTest, key, wait_for
+from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
+
+# What has to be repaired is written whole at once.
+SETTINGS = {"hasOnboarded": True, "remindersMigrated": False, "notifyBreakSoon": True}
+
+# By page: what stands in the document, and the name of its switch, a list's choice, or what a slider is set to.
+SWITCHES = {
+    "Timing": [("mergeNearbyBreaks", "Join breaks that are close together")],
+    "Breaks": [("strictMode", "Strict mode"), ("disableSkipPenalty", "Skipping has a price")],
+    "Presence": [("detectUserIdle", "Wait while you are away"),
+                 ("creditAwayAsBreak", "Count an absence as a break"),
+                 ("delayBreakOnFullscreenVideo", "Hold breaks while a film plays"),
+                 ("detectVideoPlayback", "You are not away while a film plays"),
+                 ("pauseDuringDND", "Pause while Do Not Disturb is on")],
+    "Work hours": [("workHoursEnabled", "Only remind me during my work hours")],
+    "Reminders": [("notifyConsecutiveSkips", "After several skipped breaks"),
+                  ("notifyPauseForgotten", "When a pause was forgotten"),
+                  ("notifyWeeklySummary", "A summary of the week"),
+                  ("notifyDayEnd", "At the end of the working day")],
+    "General": [("ostrelEnabled", "Remind me of breaks"), ("launchAtLogin", "Start when you log in")],
+}
+LISTS = {
+    "Breaks": [("overlayStyle", "Style", "Only the time", "minimal"),
+               ("overlayTint", "Colour", "Sage", "sage"),
+               ("eyePresentation", "Eye breaks appear", "On a small card", "gentle"),
+               ("bodyPresentation", "Body breaks appear", "On a small card", "gentle"),
+               ("chimeMode", "A chime sounds", "Never", "off")],
+    "Presence": [("idleThresholdSec", "You are away after", "2 min", 120),
+                 ("maxDeferralSec", "Drop a break that has waited for", "30 min", 1800)],
+    "Reminders": [("preBreakToastLeadSec", "Show a card ahead of it", "20 s", 20),
+                  ("breakSoonLeadSec", "Send a notification ahead of it", "Never", 0)],
+    "General": [("appearance", "Appearance", "Dark", "dark")],
+}
+SLIDERS = {
+    "Timing": [("eyeBreakIntervalSec", "Time between eye breaks", 900),
+               ("eyeBreakDurationSec", "Length of an eye break", 60),
+               ("bodyBreakIntervalSec", "Time between body breaks", 3600),
+               ("bodyBreakDurationSec", "Length of a body break", 600)],
+    "Breaks": [("overlayDimOpacity", "Darkness", 90)],
+    "General": [("dailyGoalBreaks", "Breaks a day as a goal", 9)],
+}
+
+
+class SettingsTest(DesktopTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.atspi = connect_as_screen_reader(cls)
+
+    def setUp(self):
+        super().setUp()
+        self.reader = ScreenReader(self.atspi)
+        self.start(SETTINGS, **ACCESSIBLE)
+        wait_for((self.documents / "ostrel.lock").exists, "the program")
+        wait_for(lambda: "its window opens" in subprocess.run(
+            [OSTREL], env=self.environment(), capture_output=True, text=True, check=True).stdout, "the window")
+
+    def part(self, role, name):
+        return wait_for(lambda: self.reader.named(role).get(name), f"{name}")
+
+    def open(self, page):
+        self.reader.press(self.part(self.atspi.ROLE_LIST_ITEM, page))
+        wait_for(lambda: page in self.reader.named(self.atspi.ROLE_LABEL), f"the page {page}")
+
+    def wait_stored(self, field, value):
+        wait_for(lambda: self.document("settings")[field] == value, f"{field} {value}")
+
+    def choose(self, name, choice):
+        """Opens the list by the tree; what is in it is chosen with the keyboard, as with a screen reader."""
+        box = wait_for(lambda: self.box(name), name)
+        choices = [item.name for item in self.reader.walk(box) if item.getRole() == self.atspi.ROLE_LIST_ITEM]
+        self.reader.press(box)
+        wait_for(lambda: self.reader.has(box, self.atspi.STATE_EXPANDED), f"the list of {name}")
+        key("Home", *["Down"] * choices.index(choice), "Return")
+
+    def box(self, name):
+        """The list with this label: its own name is what is chosen."""
+        for box in self.reader.parts(self.atspi.ROLE_COMBO_BOX):
+            for relation in box.getRelationSet():
+                labels = [relation.getTarget(i).name for i in range(relation.getNTargets())]
+                if name in labels:
+                    return box
+        return None
+
+    def test_switches_are_stored_and_go_back(self):
+        for page, switches in SWITCHES.items():
+            self.open(page)
+            for field, name in switches:
+                before = self.document("settings")[field]
+                for value in (not before, before):
+                    self.reader.press(self.part(self.atspi.ROLE_CHECK_BOX, name))
+                    self.wait_stored(field, value)
+
+    def test_sliders_and_numbers_are_stored(self):
+        for page, sliders in SLIDERS.items():
+            self.open(page)
+            for field, name, value in sliders:
+                role = self.atspi.ROLE_SPIN_BUTTON if field == "dailyGoalBreaks" else self.atspi.ROLE_SLIDER
+                self.part(role, name).queryValue().currentValue = value
+                self.wait_stored(field, 0.9 if field == "overlayDimOpacity" else value)
+        self.assertEqual(self.document("settings")["activePresetID"], "custom")
+
+    def test_presets_are_radio_buttons_and_act_at_once(self):
+        self.reader.press(self.part(self.atspi.ROLE_RADIO_BUTTON, "Light"))
+        self.wait_stored("eyeBreakIntervalSec", 1800)
+        self.assertEqual(self.part(self.atspi.ROLE_SLIDER, "Time between eye breaks").queryValue().currentValue, 1800)
+
+    def test_days_and_programs(self):
+        self.open("Work hours")
+        self.reader.press(self.part(self.atspi.ROLE_CHECK_BOX, "Only remind me during my work hours"))
+        self.reader.press(self.part(self.atspi.ROLE_CHECK_BOX, "Saturday"))
+        self.wait_stored("workDays", [2, 3, 4, 5, 6, 7])
+        self.open("Presence")
+        typed = self.part(self.atspi.ROLE_TEXT, "Identifier of a program, such as org.example.Call")
+        typed.queryEditableText().setTextContents("org.example.Call")
+        self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Add"))
+        wait_for(lambda: self.document("settings")["deferAppBundleIDs"][-1] == "org.example.Call", "the program")
+
+    def test_another_language_is_there_at_once(self):
+        self.open("General")
+        self.choose("Language", "Deutsch")
+        self.wait_stored("languageRaw", "de")
+        wait_for(lambda: "Allgemein" in self.reader.named(self.atspi.ROLE_LIST_ITEM), "German")
+        self.choose("Sprache", "English")
+        wait_for(lambda: "General" in self.reader.named(self.atspi.ROLE_LIST_ITEM), "English")
+
+    def test_lists_are_stored(self):
+        for page, lists in LISTS.items():
+            self.open(page)
+            for field, name, choice, value in lists:
+                self.choose(name, choice)
+                self.wait_stored(field, value)
+
+
+if __name__ == "__main__":
+    unittest.main(warnings="ignore")
