@@ -1,0 +1,155 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <regex>
+#include <stdexcept>
+
+#include "base/fatal.h"
+#include "platform/linux/crash_handler.h"
+#include "platform/linux/crash_reports.h"
+#include "platform/linux/temporary_folder.h"
+
+namespace ostrel {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Not to be seen through by the optimiser.
+volatile int depth = 0;
+[[gnu::noinline]] int dive(int level) {
+    volatile char room[512] = {};
+    room[0] = static_cast<char>(level);
+    return depth == 0 ? dive(level + 1) + room[0] : 0;
+}
+
+struct CrashReportTest : ::testing::Test {
+    fs::path state() const { return folder.path() / "state" / "ostrel"; }
+
+    // The signal that ends a process of its own, which writes reports and then does this.
+    int signalThatEnds(const std::function<void()>& fault) const {
+        const pid_t child = fork();
+        if (child == 0) {
+            const rlimit noCore{0, 0};
+            setrlimit(RLIMIT_CORE, &noCore);
+            static_cast<void>(freopen("/dev/null", "w", stderr));
+            if (installCrashHandler(state(), "1.2.3") != 0) {
+                _exit(1);
+            }
+            fault();
+            _exit(2);
+        }
+        int status = 0;
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+        return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+    }
+    void leave(const char* name) const {
+        fs::create_directories(state());
+        std::ofstream(state() / name) << "Ostrel\n";
+    }
+    std::string report() const {
+        const auto newest = CrashReports(state()).newest();
+        std::ifstream stream(newest.value_or("/nonexistent"));
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(CrashReportTest, EachKindOfFaultIsReportedAndEndsTheProcessAsItWouldHave) {
+    const struct {
+        const char* what;
+        std::function<void()> fault;
+        int signal;
+        const char* report;
+    } cases[] = {
+        {"segmentation", [] { raise(SIGSEGV); }, SIGSEGV, "ended by SIGSEGV at "},
+        {"bus", [] { raise(SIGBUS); }, SIGBUS, "ended by SIGBUS at "},
+        {"arithmetic", [] { raise(SIGFPE); }, SIGFPE, "ended by SIGFPE at "},
+        {"instruction", [] { raise(SIGILL); }, SIGILL, "ended by SIGILL at "},
+        {"abort", [] { std::abort(); }, SIGABRT, "ended by SIGABRT at "},
+        {"fatal", [] { fatal("a broken invariant"); }, SIGABRT, "reason: a broken invariant\n"},
+        {"stack", [] { static_cast<void>(dive(0)); }, SIGSEGV, "ended by SIGSEGV at "},
+        {"pure", [] { std::terminate(); }, SIGABRT, "reason: terminated\n"},
+    };
+    for (const auto& [what, fault, signal, expected] : cases) {
+        fs::remove_all(state());
+        EXPECT_EQ(signalThatEnds(fault), signal) << what;
+        EXPECT_NE(report().find(expected), std::string::npos) << what << ":\n" << report();
+    }
+}
+
+TEST_F(CrashReportTest, SaysWhereInTheProgramAndNothingOfTheUser) {
+    EXPECT_EQ(signalThatEnds([] { raise(SIGSEGV); }), SIGSEGV);
+    const std::string text = report();
+    EXPECT_TRUE(text.starts_with("Ostrel 1.2.3\n")) << text;
+    EXPECT_TRUE(std::regex_search(text, std::regex("\n  test_platform_linux\\+0x[0-9a-f]+")))
+        << text;
+    EXPECT_TRUE(std::regex_search(text, std::regex("\n  libc\\.so\\.6\\+0x[0-9a-f]+ "))) << text;
+    EXPECT_EQ(text.find('/'), std::string::npos) << "a path may tell who the user is:\n" << text;
+
+    const auto file = CrashReports(state()).newest();
+    EXPECT_TRUE(
+        std::regex_match(file->filename().string(), std::regex("crash-20\\d{6}T\\d{6}Z\\.txt")));
+    struct stat status {};
+    ASSERT_EQ(stat(file->c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+// The text of an exception may hold anything.
+TEST_F(CrashReportTest, OfAnExceptionThatNobodyCatchesTheTypeAloneIsWritten) {
+    const std::function<void()> throwOne = [] { throw std::runtime_error("private words"); };
+    EXPECT_EQ(signalThatEnds([&]() noexcept { throwOne(); }), SIGABRT);
+    EXPECT_NE(report().find("reason: St13runtime_error\n"), std::string::npos) << report();
+    EXPECT_EQ(report().find("private words"), std::string::npos);
+}
+
+TEST_F(CrashReportTest, WhereNoReportCanBeWrittenTheProcessEndsAllTheSame) {
+    EXPECT_EQ(signalThatEnds([this] {
+                  fs::remove_all(state());
+                  raise(SIGSEGV);
+              }),
+              SIGSEGV);
+    EXPECT_FALSE(CrashReports(state()).newest());
+
+    std::ofstream(folder.path() / "file") << "no folder";
+    EXPECT_NE(installCrashHandler(folder.path() / "file" / "ostrel", "1"), 0);
+}
+
+TEST_F(CrashReportTest, TheNewestFiveAreKept) {
+    for (const char* name :
+         {"crash-20260101T000000Z.txt", "crash-20260102T000000Z.txt", "crash-20260103T000000Z.txt",
+          "crash-20260104T000000Z.txt", "crash-20260105T000000Z.txt", "crash-20260106T000000Z.txt",
+          "notes.txt", "crash-course.pdf"}) {
+        leave(name);
+    }
+    const CrashReports reports(state());
+    reports.prune();
+    EXPECT_FALSE(fs::exists(state() / "crash-20260101T000000Z.txt"));
+    for (const char* name : {"crash-20260102T000000Z.txt", "notes.txt", "crash-course.pdf"}) {
+        EXPECT_TRUE(fs::exists(state() / name)) << name;
+    }
+    EXPECT_EQ(reports.newest(), state() / "crash-20260106T000000Z.txt");
+}
+
+TEST_F(CrashReportTest, AReportIsToldOfOnce) {
+    const CrashReports reports(state());
+    EXPECT_FALSE(reports.takeUnseen()) << "no folder";
+    leave("crash-20260102T000000Z.txt");
+    EXPECT_EQ(reports.takeUnseen(), state() / "crash-20260102T000000Z.txt");
+    EXPECT_FALSE(CrashReports(state()).takeUnseen()) << "nor at the start after that";
+    leave("crash-20260103T000000Z.txt");
+    EXPECT_EQ(reports.takeUnseen(), state() / "crash-20260103T000000Z.txt");
+    fs::remove(state() / "crash-20260103T000000Z.txt");
+    EXPECT_FALSE(reports.takeUnseen()) << "the one before was told of";
+}
+
+}  // namespace
+}  // namespace ostrel
