@@ -9,9 +9,9 @@
 
 #include "core/settings/settings_store.h"
 #include "overlay/overlay_manager.h"
+#include "screens/desktop_picture.h"
 #include "screens/overlay_view.h"
 #include "screens/texts/texts.h"
-#include "screens/x11_picture.h"
 #include "screens/x11_selections.h"
 
 namespace ostrel {
@@ -20,21 +20,6 @@ namespace {
 QScreen* screenOf(const QRect& frame) {
     QScreen* screen = QGuiApplication::screenAt(frame.center());
     return screen ? screen : QGuiApplication::primaryScreen();
-}
-
-// What is on the display now; null where that cannot be had. A display's origin is in the server's
-// pixels at every scale, its size is not.
-QPixmap pictureOf(QScreen& screen, const QRect& frame) {
-    if (frame == screen.geometry()) {
-        const double scale = screen.devicePixelRatio();
-        QPixmap picture = x11Picture({frame.topLeft(), (QSizeF(frame.size()) * scale).toSize()});
-        if (!picture.isNull()) {
-            picture.setDevicePixelRatio(scale);
-            return picture;
-        }
-    }
-    const QRect within = frame.translated(-screen.geometry().topLeft());
-    return screen.grabWindow(0, within.x(), within.y(), within.width(), within.height());
 }
 
 }  // namespace
@@ -64,7 +49,7 @@ void OverlaySurface::appear(const QRect& frame) {
     if (X11Selections::hasCompositor()) {
         setAttribute(Qt::WA_TranslucentBackground);
     } else if (screen) {
-        backdrop_.setPicture(pictureOf(*screen, frame));
+        backdrop_.setPicture(desktopPicture(*screen, frame));
     }
     if (screen) {
         setScreen(screen);
