@@ -9,6 +9,7 @@ QScrollArea, QScrollArea > QWidget > QWidget { background: transparent; border: 
 QLabel { color: @ink; background: transparent; }
 QLabel[look="title"] { font-size: 20px; font-weight: 600; }
 QLabel[look="heading"] { font-size: 13px; font-weight: 600; color: @quiet; }
+QLabel[look="strong"] { font-weight: 600; }
 QLabel[look="hint"] { color: @quiet; font-size: 12px; }
 QLabel[look="warning"] { color: @warning; font-size: 12px; }
 QLabel[look="figure"] { font-size: 26px; font-weight: 600; }

@@ -1,0 +1,114 @@
+#include "screens/controls/preset_card.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <string_view>
+
+#include "screens/controls/page.h"
+#include "screens/controls/window_look.h"
+#include "screens/texts/texts.h"
+
+namespace ostrel {
+namespace {
+
+constexpr std::int64_t kMinute = 60;
+constexpr int kPadding = 14;
+constexpr int kMark = 18;
+constexpr double kCorner = 10;
+
+bool isWholeMinutes(std::int64_t seconds) {
+    return seconds >= kMinute && seconds % kMinute == 0;
+}
+
+QString every(std::int64_t seconds) {
+    return isWholeMinutes(seconds)
+               ? Texts::of("welcome.preset.every_minutes %lld", {seconds / kMinute})
+               : Texts::of("welcome.preset.every_seconds %lld", {seconds});
+}
+
+QString lasting(std::int64_t seconds) {
+    return isWholeMinutes(seconds)
+               ? Texts::of("welcome.preset.for_minutes %lld", {seconds / kMinute})
+               : Texts::of("welcome.preset.for_seconds %lld", {seconds});
+}
+
+QString nameOf(const PresetDefinition& preset) {
+    const auto key = PresetCatalog::nameKey(preset);
+    return key ? Texts::of(*key) : QString::fromStdString(preset.name);
+}
+
+QLabel* seenOnly(QLabel* label) {
+    label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    return label;
+}
+
+}  // namespace
+
+PresetCard::PresetCard(const PresetDefinition& preset, QWidget* parent)
+    : QAbstractButton(parent), preset_(preset) {
+    setCheckable(true);
+    setAutoExclusive(true);
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setText(nameOf(preset));
+
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+    layout->setHorizontalSpacing(kPadding);
+    layout->setVerticalSpacing(3);
+    layout->setColumnMinimumWidth(0, kMark);
+    layout->addWidget(seenOnly(makeLabel(text(), "strong")), 0, 1, 1, 3);
+    const QString figures[] = {every(preset.eyeIntervalSec), lasting(preset.eyeDurationSec),
+                               every(preset.bodyIntervalSec), lasting(preset.bodyDurationSec)};
+    const std::string_view kinds[] = {"overlay.kind.eye", "overlay.kind.body"};
+    for (int row = 0; row < 2; ++row) {
+        layout->addWidget(seenOnly(makeLabel(Texts::of(kinds[row]), "hint")), row + 1, 1);
+        layout->addWidget(seenOnly(makeLabel(figures[2 * row])), row + 1, 2);
+        layout->addWidget(seenOnly(makeLabel(figures[2 * row + 1])), row + 1, 3);
+    }
+    for (int column = 1; column <= 3; ++column) {
+        layout->setColumnStretch(column, 1);
+    }
+    setAccessibleDescription(Texts::of("welcome.preset.spoken %@ %@ %@ %@",
+                                       {figures[0], figures[1], figures[2], figures[3]}));
+}
+
+QRectF PresetCard::mark() const {
+    const QRectF place(kPadding, kPadding, kMark, kMark);
+    return isRightToLeft() ? place.translated(width() - 2 * kPadding - kMark, 0) : place;
+}
+
+void PresetCard::paintEvent(QPaintEvent* /*event*/) {
+    const QPalette colours = QApplication::palette();
+    const QColor paper = colours.color(QPalette::Active, QPalette::Base);
+    const QColor ink = colours.color(QPalette::Active, QPalette::WindowText);
+    const QColor accent = WindowLook::accent(colours);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+
+    const double stroke = isChecked() || hasFocus() ? 2.0 : 1.0;
+    const QRectF card = QRectF(rect()).adjusted(stroke / 2, stroke / 2, -stroke / 2, -stroke / 2);
+    const bool isTouched = (underMouse() && !isChecked()) || isDown();
+    painter.setBrush(isTouched ? WindowLook::between(paper, ink, 0.04) : paper);
+    painter.setPen(QPen(stroke > 1.0 ? accent : WindowLook::between(paper, ink, 0.14), stroke));
+    painter.drawRoundedRect(card, kCorner, kCorner);
+    if (hasFocus() && isChecked()) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(WindowLook::between(paper, accent, 0.45), 1.0));
+        painter.drawRoundedRect(card.adjusted(3, 3, -3, -3), kCorner - 3, kCorner - 3);
+    }
+
+    painter.setBrush(isChecked() ? accent : QColor(Qt::transparent));
+    painter.setPen(QPen(isChecked() ? accent : WindowLook::between(paper, ink, 0.45), 1.5));
+    painter.drawEllipse(mark().adjusted(1, 1, -1, -1));
+    if (isChecked()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colours.color(QPalette::Active, QPalette::HighlightedText));
+        painter.drawEllipse(mark().center(), kMark / 6.0, kMark / 6.0);
+    }
+}
+
+}  // namespace ostrel
