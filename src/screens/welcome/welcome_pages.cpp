@@ -1,0 +1,225 @@
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QPixmap>
+#include <QPushButton>
+#include <QTime>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <string>
+
+#include "base/enum_names.h"
+#include "core/engine/timer_engine.h"
+#include "core/settings/preset_catalog.h"
+#include "core/settings/settings_store.h"
+#include "screens/controls/page.h"
+#include "screens/controls/preset_card.h"
+#include "screens/controls/switch.h"
+#include "screens/status_icon.h"
+#include "screens/texts/texts.h"
+#include "screens/welcome/figure_picture.h"
+#include "screens/welcome/welcome_window.h"
+
+namespace ostrel {
+namespace {
+
+constexpr int kFigureSide = 72;
+constexpr int kIconSide = 48;
+constexpr int kGapBelowText = 6;
+
+// A picture with words beside it.
+QWidget* makeScene(QWidget* picture, const QString& title, const QString& text) {
+    auto* scene = new QWidget;
+    auto* row = new QHBoxLayout(scene);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(18);
+    row->addWidget(picture, 0, Qt::AlignVCenter);
+    auto* words = new QVBoxLayout;
+    words->setSpacing(3);
+    words->addStretch();
+    words->addWidget(makeLabel(title, "strong"));
+    words->addWidget(makeLabel(text));
+    words->addStretch();
+    row->addLayout(words, 1);
+    return scene;
+}
+
+Page* makePage(const char* titleKey, const char* textKey) {
+    auto* page = new Page(Texts::of(titleKey));
+    page->addText(Texts::of(textKey));
+    auto* gap = new QWidget;
+    gap->setFixedHeight(kGapBelowText);
+    page->addWidget(gap);
+    return page;
+}
+
+// As it looks in the panel.
+QLabel* makeIcon(int side) {
+    StatusIcon::Face face;
+    face.label = QLocale().toString(12);
+    face.ringSteps = StatusIcon::Face::kRingSteps * 3 / 5;
+    const double scale = qGuiApp->devicePixelRatio();
+    QPixmap picture = StatusIcon::draw(face, static_cast<int>(side * scale));
+    picture.setDevicePixelRatio(scale);
+    auto* label = new QLabel;
+    label->setPixmap(picture);
+    label->setFixedSize(side, side);
+    return label;
+}
+
+QString timeOfDay(std::int64_t minute) {
+    constexpr std::int64_t kDay = 24 * 60;
+    const QTime time = QTime(0, 0).addSecs(static_cast<int>(minute % kDay) * 60);
+    // Some locales have seconds even in the short form.
+    const QString format = QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
+    return QLocale().toString(time, format);
+}
+
+QString textOf(const char* prefix, std::string_view name) {
+    return Texts::of(prefix + std::string(name));
+}
+
+void addCapability(Card& card, const Capability& capability) {
+    QLabel* state = makeLabel(textOf("capability.state.", nameOf(capability.state)),
+                              capability.state == Capability::State::works ? "hint" : "warning");
+    state->setWordWrap(false);
+    state->setAccessibleName(state->text());
+    card.addRow(textOf("capability.topic.", nameOf(capability.topic)),
+                capability.reason.empty() ? QString() : Texts::of(capability.reason), state);
+}
+
+}  // namespace
+
+Page* WelcomeWindow::makeWhatPage() {
+    Page* page = makePage("welcome.title", "welcome.what.text");
+    Card* card = page->addCard({});
+    const auto figure = [](std::string_view move) { return new FigurePicture(move, kFigureSide); };
+    card->addWide(makeScene(figure("far_focus"), Texts::of("overlay.kind.eye"),
+                            Texts::of("welcome.what.eye")));
+    card->addWide(makeScene(figure("side_stretch"), Texts::of("overlay.kind.body"),
+                            Texts::of("welcome.what.body")));
+    auto* choice = new QWidget;
+    auto* words = new QVBoxLayout(choice);
+    words->setContentsMargins(0, 0, 0, 0);
+    words->setSpacing(3);
+    words->addWidget(makeLabel(Texts::of("welcome.what.choice"), "strong"));
+    words->addWidget(makeLabel(Texts::of("welcome.what.choice.hint")));
+    card->addWide(choice);
+
+    auto* sample = new QPushButton(Texts::of("welcome.sample.show"));
+    sample->setObjectName(QStringLiteral("ostrel.welcome.sample"));
+#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
+    sample->setAccessibleIdentifier(sample->objectName());
+#endif
+    connect(sample, &QPushButton::clicked, this, [this] { services_.showSampleBreak(); });
+    auto* row = new QWidget;
+    auto* across = new QHBoxLayout(row);
+    across->setContentsMargins(0, 8, 0, 0);
+    across->setSpacing(14);
+    across->addWidget(sample);
+    across->addWidget(makeLabel(Texts::of("welcome.sample.hint"), "hint"), 1);
+    sample->setAccessibleDescription(Texts::of("welcome.sample.hint"));
+    page->addWidget(row);
+    return page;
+}
+
+Page* WelcomeWindow::makeRhythmPage() {
+    Page* page = makePage("welcome.rhythm.title", "welcome.rhythm.text");
+    auto* cards = new QWidget;
+    auto* column = new QVBoxLayout(cards);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(10);
+    for (const PresetDefinition& preset : PresetCatalog::all()) {
+        auto* card = new PresetCard(preset);
+        card->setObjectName(QStringLiteral("ostrel.welcome.preset.") +
+                            QString::fromStdString(preset.id));
+#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
+        card->setAccessibleIdentifier(card->objectName());
+#endif
+        connect(card, &QAbstractButton::toggled, this, [this, card](bool isChosen) {
+            const auto& active = services_.settingsStore.settings()->activePresetID;
+            if (isChosen && active != card->preset().id) {
+                services_.timerEngine.applyPreset(card->preset());
+            }
+        });
+        refreshers_.push_back([card](const SettingsModel& settings) {
+            // The user's own timing is none of them.
+            card->setAutoExclusive(false);
+            card->setChecked(settings.activePresetID == card->preset().id);
+            card->setAutoExclusive(true);
+        });
+        column->addWidget(card);
+    }
+    page->addWidget(cards);
+    return page;
+}
+
+Page* WelcomeWindow::makePresencePage() {
+    Page* page = makePage("welcome.presence.title", "welcome.presence.text");
+    Card* card = page->addCard({});
+    card->addRow(
+        Texts::of("welcome.presence.calls"), Texts::of("welcome.presence.calls.hint"),
+        makeSwitch(
+            "ostrel.welcome.calls",
+            [](const SettingsModel& settings) { return !settings.deferAppBundleIDs.empty(); },
+            [this](bool isOn) { holdBreaksInCalls(isOn); }));
+    card->addRow(
+        Texts::of("welcome.presence.films"), {},
+        makeSwitch(
+            "ostrel.welcome.films",
+            [](const SettingsModel& settings) { return settings.delayBreakOnFullscreenVideo; },
+            chooser(&SettingsModel::delayBreakOnFullscreenVideo)));
+    card->addRow(Texts::of("welcome.presence.focus"), {},
+                 makeSwitch(
+                     "ostrel.welcome.focus",
+                     [](const SettingsModel& settings) { return settings.pauseDuringDND; },
+                     chooser(&SettingsModel::pauseDuringDND)));
+    desktop_ = page->addCard(Texts::of("welcome.presence.desktop"));
+    asking_ = desktop_->addWide(makeLabel(Texts::of("welcome.presence.asking"), "hint"));
+    return page;
+}
+
+Page* WelcomeWindow::makeReadyPage() {
+    Page* page = makePage("welcome.ready.title", "welcome.ready.text");
+    Card* card = page->addCard({});
+    const SettingsModel& settings = *services_.settingsStore.settings();
+    card->addRow(
+        Texts::of("welcome.ready.work_hours"),
+        Texts::of("welcome.ready.work_hours.hint %@ %@", {timeOfDay(settings.workHoursStartMinute),
+                                                          timeOfDay(settings.workHoursEndMinute)}),
+        makeSwitch(
+            "ostrel.welcome.work_hours",
+            [](const SettingsModel& current) { return current.workHoursEnabled; },
+            chooser(&SettingsModel::workHoursEnabled)));
+    card->addRow(Texts::of("welcome.ready.login"), {},
+                 makeSwitch(
+                     "ostrel.welcome.login",
+                     [](const SettingsModel& current) { return current.launchAtLogin; },
+                     [this](bool isOn) { startAtLogin(isOn); }));
+    loginFailed_ = makeLabel(Texts::of("welcome.ready.login.failed"), "warning");
+    loginFailed_->hide();
+    page->addWidget(loginFailed_);
+
+    QWidget* scene = makeScene(makeIcon(kIconSide), Texts::of("welcome.ready.where"),
+                               Texts::of("welcome.ready.where.panel"));
+    where_ = scene->findChildren<QLabel*>().last();
+    page->addCard({})->addWide(scene);
+    return page;
+}
+
+void WelcomeWindow::showCapabilities() {
+    if (!capabilities_ || !desktop_) {
+        return;
+    }
+    delete asking_;
+    for (const Capability& capability : *capabilities_) {
+        addCapability(*desktop_, capability);
+        if (capability.topic == Capability::Topic::statusItem &&
+            capability.state == Capability::State::missing) {
+            where_->setText(Texts::of("welcome.ready.where.again"));
+        }
+    }
+}
+
+}  // namespace ostrel
