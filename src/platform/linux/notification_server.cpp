@@ -141,7 +141,7 @@ void NotificationServer::notify(const Note& note, Number replaces,
             actions << action.id << action.label;
         }
     }
-    QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("ostrel")}};
+    QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("org.ostrel.Ostrel")}};
     if (note.sounds) {
         hints[QStringLiteral("sound-name")] = QStringLiteral("message-new-instant");
     }

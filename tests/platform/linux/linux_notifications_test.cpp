@@ -67,7 +67,7 @@ TEST_F(LinuxNotificationsTest, PostsInTheWordsThatTheServerUnderstands) {
         EXPECT_EQ(server->lastNotify[4].toString(), c.body);
         EXPECT_EQ(server->lastNotify[5].toStringList(), c.actions);
         const auto hints = qdbus_cast<QVariantMap>(server->lastNotify[6]);
-        EXPECT_EQ(hints, (QVariantMap{{"desktop-entry", "ostrel"}}));
+        EXPECT_EQ(hints, (QVariantMap{{"desktop-entry", "org.ostrel.Ostrel"}}));
         EXPECT_EQ(server->lastNotify[7].toInt(), -1);
         EXPECT_EQ(notifications->authorization(), Authorization::granted);
     }
