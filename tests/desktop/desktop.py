@@ -145,12 +145,13 @@ class DesktopTest(unittest.TestCase):
                 process.wait()
 
     def environment(self, **more):
-        return {**os.environ, "XDG_CONFIG_HOME": str(Path(self.folder) / "config"), "OSTREL_TRACE": "1", **more}
+        return {**os.environ, "XDG_CONFIG_HOME": str(Path(self.folder) / "config"),
+                "XDG_STATE_HOME": str(Path(self.folder) / "state"), "OSTREL_TRACE": "1", **more}
 
     def start(self, settings=None, **environment):
-        """Starts Ostrel with these fields in its settings document."""
+        """Starts Ostrel with these fields in its settings document; it has been welcomed to before."""
         self.documents.mkdir(parents=True, exist_ok=True)
-        (self.documents / "ostrel.settings.v1.json").write_text(json.dumps(settings or SOON), encoding="utf-8")
+        (self.documents / "ostrel.settings.v1.json").write_text(json.dumps({"hasOnboarded": True, **(settings or SOON)}), encoding="utf-8")
         with self.log.open("a", encoding="utf-8") as log:
             self.app = self.spawn(*self.program, env=self.environment(**environment), stdout=log, stderr=log)
         return self.app

@@ -6,16 +6,23 @@
 #include <QEvent>
 #include <QWindow>
 #include <cstdio>
+#include <cstring>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <utility>
 
 #include "app/desktop/break_trace.h"
 #include "app/desktop/demo.h"
+#include "app/desktop/login_item_sync.h"
+#include "app/desktop/support_windows.h"
 #include "app/desktop/work_windows.h"
 #include "app/environment/app_environment.h"
 #include "platform/calendar/day_watch.h"
 #include "platform/calendar/zoned_calendar.h"
+#include "platform/linux/autostart_login_item.h"
+#include "platform/linux/crash_handler.h"
+#include "platform/linux/crash_reports.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/linux_do_not_disturb.h"
@@ -226,6 +233,18 @@ int runDemo(LinuxPlatform& platform, const DesktopOptions& options) {
     return application.run();
 }
 
+void writeCrashReports() {
+    if (areFaultsSeenBySanitizer()) {
+        return;
+    }
+    const std::filesystem::path folder = defaultStateFolder();
+    CrashReports(folder).prune();
+    if (const int error = installCrashHandler(folder, OSTREL_VERSION); error != 0) {
+        std::fprintf(stderr, "ostrel: no crash reports in %s: %s\n", folder.c_str(),
+                     std::strerror(error));
+    }
+}
+
 int runForReal(LinuxPlatform& platform) {
     const std::string folder = defaultPreferencesFolder().string();
     SingleInstance instance(folder);
@@ -234,8 +253,15 @@ int runForReal(LinuxPlatform& platform) {
                                            : "Ostrel is running already, but does not answer.");
         return 0;
     }
+    writeCrashReports();
     FilePreferences preferences(folder, platform.runLoop);
     RunningApplication application(platform, preferences, folder);
+    RunningApplication application(platform, preferences);
+    AutostartLoginItem loginItem(AutostartLoginItem::Places::ofThisSession());
+    const LoginItemSync loginItemSync(application.environment.settingsStore(), loginItem);
+    SupportWindows windows(application.environment, platform.motion,
+                           {folder, defaultStateFolder()});
+    windows.begin();
     const Subscription activation =
         instance.activated.subscribe([&application] { application.windows.showSettings(); });
     return application.run();
@@ -256,7 +282,7 @@ int runDesktopApplication(int& argc, char** argv, const DesktopOptions& options)
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("ostrel"));
     QApplication::setApplicationDisplayName(QStringLiteral("Ostrel"));
-    QApplication::setDesktopFileName(QStringLiteral("ostrel"));
+    QApplication::setDesktopFileName(QStringLiteral("org.ostrel.Ostrel"));
     QApplication::setQuitOnLastWindowClosed(false);
     LinuxPlatform platform;
     return options.action == DesktopOptions::Action::demo ? runDemo(platform, options)

@@ -1,0 +1,29 @@
+#include "app/desktop/login_item_sync.h"
+
+#include <cstdio>
+
+#include "core/settings/settings_store.h"
+#include "platform/api/login_item.h"
+
+namespace ostrel {
+
+LoginItemSync::LoginItemSync(SettingsStore& settingsStore, LoginItem& loginItem)
+    : settingsStore_(settingsStore), loginItem_(loginItem), isEnabled_(loginItem.isEnabled()) {
+    settingsStore_.update([this](SettingsModel& settings) { settings.launchAtLogin = isEnabled_; });
+    settingsChanges_ = settingsStore_.settings().onChange(
+        [this](const SettingsModel& settings) { follow(settings.launchAtLogin); });
+}
+
+void LoginItemSync::follow(bool isWanted) {
+    if (isWanted == isEnabled_) {
+        return;
+    }
+    if (loginItem_.setEnabled(isWanted)) {
+        isEnabled_ = isWanted;
+        return;
+    }
+    std::fputs("ostrel: what starts at login could not be changed\n", stderr);
+    settingsStore_.update([this](SettingsModel& settings) { settings.launchAtLogin = isEnabled_; });
+}
+
+}  // namespace ostrel

@@ -1,0 +1,165 @@
+#!/usr/bin/python3
+"""The first start, by mouse, by keyboard and by screen reader; and the start after a crash."""
+
+import signal
+import subprocess
+import unittest
+from pathlib import Path
+
+from desktop import LEFT, OSTREL, RIGHT, SOON, DesktopTest, is_toast_shown, key, output, overlay_windows, wait_for
+from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
+
+FIRST = {"hasOnboarded": False}
+
+
+def welcome_window():
+    return output("xdotool", "search", "--onlyvisible", "--name", "^Welcome to Ostrel$").split()
+
+
+class WelcomeTest(DesktopTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.reader = ScreenReader(connect_as_screen_reader(cls))
+        cls.atspi = cls.reader.atspi
+
+    def setUp(self):
+        super().setUp()
+        self.autostart = Path(self.folder) / "config" / "autostart" / "ostrel.desktop"
+        self.clicks = 0
+
+    def start_for_the_first_time(self):
+        self.start(FIRST, **ACCESSIBLE)
+        self.wait_running(welcome_window, "the welcome")
+        wait_for(lambda: output("xdotool", "getactivewindow").split() == welcome_window(), "its focus")
+
+    def part(self, name):
+        roles = (self.atspi.ROLE_PUSH_BUTTON, self.atspi.ROLE_RADIO_BUTTON, self.atspi.ROLE_CHECK_BOX)
+        return wait_for(lambda: self.reader.named(*roles).get(name), f"the control {name}")
+
+    def is_checked(self, name):
+        return self.reader.has(self.part(name), self.atspi.STATE_CHECKED)
+
+    def click(self, name):
+        place = self.part(name).queryComponent().getExtents(self.atspi.DESKTOP_COORDS)
+        subprocess.run(["xdotool", "mousemove", str(place.x + place.width // 2), str(place.y + place.height // 2),
+                        "click", "1"], check=True)
+        self.clicks += 1
+
+    def settings(self):
+        return self.document("settings")
+
+    def wait_over(self):
+        self.wait_running(lambda: not welcome_window(), "the welcome to close")
+        self.assertTrue(self.settings()["hasOnboarded"])
+
+    def test_four_clicks_lead_through_and_each_choice_is_one_more(self):
+        self.start_for_the_first_time()
+        self.click("Continue")
+        self.click("Light")
+        wait_for(lambda: self.settings()["activePresetID"] == "light", "the preset")
+        self.click("Continue")
+        self.click("Pause while Do Not Disturb is on")
+        wait_for(lambda: not self.settings()["pauseDuringDND"], "the switch")
+        self.click("Continue")
+        self.click("Start when I log in")
+        wait_for(self.autostart.exists, "the file of the autostart")
+        self.click("Begin")
+        self.wait_over()
+        self.assertEqual(self.clicks, 4 + 3)
+
+    def test_return_four_times_leads_through_and_changes_nothing(self):
+        self.start_for_the_first_time()
+        before = self.settings()
+        for title in ("Your rhythm", "When a break would disturb", "Ready"):
+            key("Return")
+            wait_for(lambda name=title: name in self.reader.named(self.atspi.ROLE_LABEL), f"the page {title}")
+        key("Return")
+        self.wait_over()
+        self.assertEqual(self.settings(), {**before, "hasOnboarded": True})
+        self.assertFalse(self.autostart.exists())
+
+    def test_a_preset_is_chosen_with_tab_and_an_arrow(self):
+        self.start_for_the_first_time()
+        key("Return")
+        self.part("Strict")
+        key("Tab")
+        wait_for(lambda: self.reader.has(self.part("Standard"), self.atspi.STATE_FOCUSED), "the focus on Standard")
+        key("Down")
+        wait_for(lambda: self.settings()["activePresetID"] == "strict", "the preset")
+        key("Escape")
+        self.wait_over()
+
+    def test_screen_reader_reads_and_presses_everything(self):
+        self.start_for_the_first_time()
+        for name in ("Skip", "Show me a break"):
+            self.part(name)
+        self.reader.press(self.part("Continue"))
+        strict = self.part("Strict")
+        self.assertEqual(strict.description,
+                         "Eye break every 15 minutes for 90 seconds. Body break every 40 minutes for 5 minutes.")
+        self.reader.press(strict)
+        wait_for(lambda: self.is_checked("Strict") and not self.is_checked("Standard"), "the choice")
+        self.reader.press(self.part("Continue"))
+        wait_for(lambda: {"Knowing when you are away", "works"} <= set(self.reader.named(self.atspi.ROLE_LABEL)),
+                 "what works")
+        self.reader.press(self.part("Continue"))
+        self.reader.press(self.part("Start when I log in"))
+        wait_for(lambda: self.is_checked("Start when I log in") and self.autostart.exists(), "the start at login")
+        self.reader.press(self.part("Start when I log in"))
+        wait_for(lambda: not self.autostart.exists(), "its end")
+        self.reader.press(self.part("Begin"))
+        self.wait_over()
+
+    def test_sample_covers_all_displays_counts_for_nothing_and_escape_ends_it_alone(self):
+        self.start_for_the_first_time()
+        self.click("Show me a break")
+        wait_for(lambda: overlay_windows() == [LEFT, RIGHT], "the sample")
+        wait_for(lambda: not overlay_windows(), "its end")
+        self.click("Show me a break")
+        wait_for(lambda: overlay_windows() == [LEFT, RIGHT], "the sample again")
+        key("Escape")
+        wait_for(lambda: not overlay_windows(), "its end", 1)
+        self.assertTrue(welcome_window())
+        self.assertEqual(self.trace("due"), [])
+        self.assertFalse((self.documents / "ostrel.breakLog.v1.json").exists())
+
+    def test_comes_once(self):
+        self.start_for_the_first_time()
+        self.click("Skip")
+        self.wait_over()
+        self.end(self.app)
+        self.start({**self.settings(), **SOON})
+        self.wait_for_break()
+        self.assertFalse(welcome_window())
+
+
+class CrashTest(DesktopTest):
+    def setUp(self):
+        if b"__asan_init" in Path(OSTREL).read_bytes():
+            self.skipTest("the sanitizer reports crashes itself")
+        super().setUp()
+
+    def is_offered(self):
+        return is_toast_shown("Ostrel ended by a fault")
+
+    def test_leaves_a_report_that_the_next_start_tells_of_once(self):
+        self.start()
+        self.wait_for_break()
+        self.app.send_signal(signal.SIGSEGV)
+        self.assertEqual(self.app.wait(20), -signal.SIGSEGV)
+        reports = list((Path(self.folder) / "state" / "ostrel").glob("crash-*.txt"))
+        self.assertEqual(len(reports), 1)
+        self.assertIn("SIGSEGV", reports[0].read_text(encoding="utf-8"))
+
+        self.start()
+        self.wait_running(self.is_offered, "the offer")
+        self.assertIn(str(reports[0]), self.log.read_text(encoding="utf-8"))
+        self.end(self.app)
+        self.start()
+        painted = len(self.trace("painted"))
+        self.wait_running(lambda: len(self.trace("painted")) > painted, "a break")
+        self.assertFalse(self.is_offered())
+
+
+if __name__ == "__main__":
+    unittest.main()
