@@ -148,7 +148,7 @@ Subscription followLanguage(SettingsStore& settingsStore) {
 class RunningApplication {
   public:
     RunningApplication(LinuxPlatform& platform, PreferencesStore& preferences,
-                       std::string dataFolder)
+                       const std::string& dataFolder)
         : notifications_({platform.runLoop, platform.calendar, systemWallTime,
                           platform.systemEvents, preferences,
                           [](const LocalizedText& text) { return Texts::of(text); }}),
@@ -168,8 +168,9 @@ class RunningApplication {
                       environment.dailyCounter(),
                       [this] { return environment.workHoursGate().workUntil(); },
                       [this] { windows.showSettings(); }, [this] { windows.showSettings(); },
-                      [this] { windows.showSettings(); }, [] { QApplication::quit(); }}),
-          windows(environment, std::move(dataFolder), [this] { statusItem.popUpMenu(); }),
+                      [this] { support.showAbout(); }, [] { QApplication::quit(); }}),
+          windows(environment, dataFolder, [this] { statusItem.popUpMenu(); }),
+          support(environment, platform.motion, {dataFolder, defaultStateFolder()}),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
         teller_ = &statusItem;
         if (hasFailed_) {
@@ -219,6 +220,7 @@ class RunningApplication {
   public:
     StatusItem statusItem;
     WorkWindows windows;
+    SupportWindows support;
 
   private:
     TerminationSignals signals_;
@@ -256,12 +258,9 @@ int runForReal(LinuxPlatform& platform) {
     writeCrashReports();
     FilePreferences preferences(folder, platform.runLoop);
     RunningApplication application(platform, preferences, folder);
-    RunningApplication application(platform, preferences);
     AutostartLoginItem loginItem(AutostartLoginItem::Places::ofThisSession());
     const LoginItemSync loginItemSync(application.environment.settingsStore(), loginItem);
-    SupportWindows windows(application.environment, platform.motion,
-                           {folder, defaultStateFolder()});
-    windows.begin();
+    application.support.begin();
     const Subscription activation =
         instance.activated.subscribe([&application] { application.windows.showSettings(); });
     return application.run();

@@ -45,12 +45,18 @@ QLabel* makeNotice() {
     return notice;
 }
 
-// Paths run from left to right in every language, and may be copied.
-QLabel* makePath(const QString& path) {
-    QLabel* label = makeLabel(path, "hint");
+// Names and paths run from left to right in every language, and stand where its lines begin.
+QLabel* makeName(const QString& name, const char* look = "text") {
+    QLabel* label = makeLabel(name, look);
     label->setLayoutDirection(Qt::LeftToRight);
     label->setAlignment(Qt::AlignAbsolute |
                         (QGuiApplication::isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft));
+    return label;
+}
+
+// It may be copied.
+QLabel* makePath(const QString& path) {
+    QLabel* label = makeName(path, "hint");
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return label;
 }
@@ -135,7 +141,7 @@ void AboutWindow::addParts(Page& page) {
         auto* column = new QVBoxLayout(words);
         column->setContentsMargins(0, 0, 0, 0);
         column->setSpacing(2);
-        column->addWidget(makeLabel(part.name));
+        column->addWidget(makeName(part.name));
         column->addWidget(makeLabel(Texts::of(part.purposeKey), "hint"));
         card->addWide(words);
     }

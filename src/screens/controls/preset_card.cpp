@@ -59,7 +59,7 @@ PresetCard::PresetCard(const PresetDefinition& preset, QWidget* parent)
     layout->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
     layout->setHorizontalSpacing(kPadding);
     layout->setVerticalSpacing(3);
-    layout->setColumnMinimumWidth(0, kMark);
+    layout->setColumnMinimumWidth(0, kMark + kPadding);
     layout->addWidget(seenOnly(makeLabel(text(), "strong")), 0, 1, 1, 3);
     const QString figures[] = {every(preset.eyeIntervalSec), lasting(preset.eyeDurationSec),
                                every(preset.bodyIntervalSec), lasting(preset.bodyDurationSec)};
@@ -77,7 +77,7 @@ PresetCard::PresetCard(const PresetDefinition& preset, QWidget* parent)
 }
 
 QRectF PresetCard::mark() const {
-    const QRectF place(kPadding, kPadding, kMark, kMark);
+    const QRectF place(kPadding, kPadding - 1, kMark, kMark);
     return isRightToLeft() ? place.translated(width() - 2 * kPadding - kMark, 0) : place;
 }
 
