@@ -14,7 +14,7 @@ constexpr int kGap = 10;
 
 }  // namespace
 
-StepDots::StepDots(int count, QWidget* parent) : QWidget(parent), count_(count) {
+StepDots::StepDots(int count, QWidget* parent) : QLabel(parent), count_(count) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setStep(0);
 }

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QWidget>
+#include <QLabel>
 
 namespace ostrel {
 
 // A dot for each step, the one at hand in the accent colour. A screen reader reads it as text.
-class StepDots : public QWidget {
+class StepDots : public QLabel {
   public:
     explicit StepDots(int count, QWidget* parent = nullptr);
 
