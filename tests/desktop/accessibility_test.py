@@ -79,15 +79,15 @@ class AccessibilityTest(StartedBreakTest):
         self.assertEqual(session["pauseReasons"], ["user"])
 
     def choose(self, *labels):
-        """A second launch opens the menu."""
+        """A second launch opens the window, and its foot the menu."""
         wait_for((self.documents / "ostrel.lock").exists, "the program")
-        wait_for(lambda: "its menu opens" in subprocess.run([OSTREL], env=self.environment(), capture_output=True,
-                                                            text=True, check=True).stdout, "the menu")
-        for label in labels:
+        wait_for(lambda: "its window opens" in subprocess.run([OSTREL], env=self.environment(), capture_output=True,
+                                                              text=True, check=True).stdout, "the window")
+        for label in ("Breaks and pauses", *labels):
             self.reader.press(wait_for(lambda: self.reader.named(*self.every_role()).get(label), label))
 
     def every_role(self):
-        return (self.atspi.ROLE_LABEL, self.atspi.ROLE_MENU_ITEM, self.atspi.ROLE_MENU, self.atspi.ROLE_PROGRESS_BAR,
+        return (self.atspi.ROLE_LABEL, self.atspi.ROLE_PUSH_BUTTON, self.atspi.ROLE_MENU_ITEM, self.atspi.ROLE_MENU, self.atspi.ROLE_PROGRESS_BAR,
                 self.atspi.ROLE_PANEL, self.atspi.ROLE_FILLER, self.atspi.ROLE_POPUP_MENU, self.atspi.ROLE_TIMER)
 
     def test_strict_mode_offers_no_skip(self):
