@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QPixmapCache>
+#include <QTimer>
 #include <QWindow>
 #include <cstdio>
 #include <cstring>
@@ -167,9 +169,9 @@ class RunningApplication {
                       environment.settingsStore(), environment.overlayManager(),
                       environment.dailyCounter(),
                       [this] { return environment.workHoursGate().workUntil(); },
-                      [this] { windows.showSettings(); }, [this] { windows.showSettings(); },
+                      [this] { windows.showSettings(); }, [this] { windows.showReport(); },
                       [this] { support.showAbout(); }, [] { QApplication::quit(); }}),
-          windows(environment, dataFolder, [this] { statusItem.popUpMenu(); }),
+          windows(environment, platform.calendar, dataFolder, [this] { statusItem.popUpMenu(); }),
           support(environment, platform.motion, {dataFolder, defaultStateFolder()}),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
         teller_ = &statusItem;
@@ -196,7 +198,9 @@ class RunningApplication {
     AppEnvironment environment;
 
   private:
-    void open(AppWindow /*window*/) { windows.showSettings(); }
+    void open(AppWindow window) {
+        window == AppWindow::report ? windows.showReport() : windows.showSettings();
+    }
 
     // The very first record may fail, before there is a status item to tell it.
     void tellFailure(const PersistenceError& error) {
@@ -273,6 +277,17 @@ void giveLargeBlocksBack() {
     mallopt(M_MMAP_THRESHOLD, kLargeBlockBytes);
 }
 
+// What a window took is of no use until the next one. Not at once: it is still being taken down.
+void giveBackAfterLastWindow(const QApplication& application) {
+    constexpr int kSoonMs = 1000;
+    QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application, [] {
+        QTimer::singleShot(kSoonMs, qApp, [] {
+            QPixmapCache::clear();
+            malloc_trim(0);
+        });
+    });
+}
+
 }  // namespace
 
 int runDesktopApplication(int& argc, char** argv, const DesktopOptions& options) {
@@ -283,6 +298,7 @@ int runDesktopApplication(int& argc, char** argv, const DesktopOptions& options)
     QApplication::setApplicationDisplayName(QStringLiteral("Ostrel"));
     QApplication::setDesktopFileName(QStringLiteral("org.ostrel.Ostrel"));
     QApplication::setQuitOnLastWindowClosed(false);
+    giveBackAfterLastWindow(application);
     LinuxPlatform platform;
     return options.action == DesktopOptions::Action::demo ? runDemo(platform, options)
                                                           : runForReal(platform);

@@ -6,8 +6,11 @@
 #include "app/desktop/day_planner.h"
 #include "app/environment/app_environment.h"
 #include "platform/linux/linux_capabilities.h"
+#include "platform/linux/linux_clock.h"
 #include "platform/linux/running_applications.h"
 #include "platform/linux/virtual_keys.h"
+#include "screens/report/report_window.h"
+#include "screens/report/save_dialog.h"
 #include "screens/settings/settings_window.h"
 
 namespace ostrel {
@@ -37,14 +40,16 @@ SettingsServices servicesOf(AppEnvironment& environment, const std::string& data
 
 }  // namespace
 
-WorkWindows::WorkWindows(AppEnvironment& environment, std::string dataFolder,
-                         std::function<void()> popUpMenu)
+WorkWindows::WorkWindows(AppEnvironment& environment, const Calendar& calendar,
+                         std::string dataFolder, std::function<void()> popUpMenu)
     : environment_(environment),
+      calendar_(calendar),
       dataFolder_(std::move(dataFolder)),
       popUpMenu_(std::move(popUpMenu)) {}
 
 WorkWindows::~WorkWindows() {
     delete settings_;
+    delete report_;
 }
 
 void WorkWindows::showSettings() {
@@ -52,6 +57,16 @@ void WorkWindows::showSettings() {
         settings_ = new SettingsWindow(servicesOf(environment_, dataFolder_, popUpMenu_));
     }
     settings_->present();
+}
+
+void WorkWindows::showReport() {
+    if (!report_) {
+        report_ = new ReportWindow({environment_.reportSummary(), environment_.breakLog(),
+                                    environment_.streakTracker(), environment_.dailyCounter(),
+                                    environment_.settingsStore(), calendar_, systemWallTime,
+                                    askWithSaveDialog});
+    }
+    report_->present();
 }
 
 }  // namespace ostrel

@@ -7,26 +7,31 @@
 namespace ostrel {
 
 class AppEnvironment;
+class Calendar;
+class ReportWindow;
 class SettingsWindow;
 
 // The windows that people come back to: the settings and the report. Each is made when it is asked
 // for and gone when it is closed.
 class WorkWindows {
   public:
-    // The environment outlives it.
-    WorkWindows(AppEnvironment& environment, std::string dataFolder,
+    // The environment and the calendar outlive it.
+    WorkWindows(AppEnvironment& environment, const Calendar& calendar, std::string dataFolder,
                 std::function<void()> popUpMenu);
     WorkWindows(const WorkWindows&) = delete;
     WorkWindows& operator=(const WorkWindows&) = delete;
     ~WorkWindows();
 
     void showSettings();
+    void showReport();
 
   private:
     AppEnvironment& environment_;
+    const Calendar& calendar_;
     const std::string dataFolder_;
     const std::function<void()> popUpMenu_;
     QPointer<SettingsWindow> settings_;
+    QPointer<ReportWindow> report_;
 };
 
 }  // namespace ostrel
