@@ -77,13 +77,14 @@ void WorkHoursGate::act(bool isInside) {
     }
 }
 
+// Where the answer does not change for long, the next midnight is soon enough.
 void WorkHoursGate::armBoundaryTimer(WallTime now, std::optional<WallTime> boundary) {
     constexpr std::int64_t kLeastDelaySec = 1;
-    boundaryTimer_.cancel();
-    if (boundary) {
-        boundaryTimer_ = services_.runLoop.callAt(
-            std::max(*boundary, now + wallSec(kLeastDelaySec)), [this] { evaluate(); });
-    }
+    constexpr WallClock::duration kDay = std::chrono::hours(24);
+    const WallTime next =
+        boundary.value_or(services_.calendar.nextMatching(now, 0, 0).value_or(now + kDay));
+    boundaryTimer_ = services_.runLoop.callAt(std::max(next, now + wallSec(kLeastDelaySec)),
+                                              [this] { evaluate(); });
 }
 
 }  // namespace ostrel

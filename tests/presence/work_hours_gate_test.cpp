@@ -92,6 +92,19 @@ TEST(WorkHoursGateTest, LooksAgainAtEveryOccasionAndAtEditedHoursAlone) {
     EXPECT_FALSE(bench.isHeldBy(PauseReason::schedule));
 }
 
+TEST(WorkHoursGateTest, LooksAgainAtMidnightWhereNothingElseIsNear) {
+    GateBench bench("2026-03-28T12:00:00", "Europe/Berlin");
+    bench.setUp([](auto& model) { model.workHoursEnabled = false; });
+    for (const char* midnight : {"2026-03-29T00:00:00", "2026-03-30T00:00:00"}) {
+        bench.run((bench.at(midnight) - bench.now()).count() - 1);
+        bench.engine.pause(PauseReason::schedule);
+        bench.run(0.9);
+        EXPECT_TRUE(bench.isHeldBy(PauseReason::schedule));
+        bench.run(0.1);
+        EXPECT_FALSE(bench.isHeldBy(PauseReason::schedule)) << midnight;
+    }
+}
+
 TEST(WorkHoursGateTest, TheCountdownsStartAnewOnlyWhenTheHoursBegin) {
     GateBench bench("2026-03-09T12:00:00");
     for (int i = 0; i < 100; ++i) {
