@@ -68,6 +68,9 @@ void SleepWatch::takeLock() {
 }
 
 void SleepWatch::prepareForSleep(bool isAboutTo) {
+    if (!isAboutTo && !lock_.isValid()) {
+        takeLock();
+    }
     if (isAboutTo == isAsleep_) {
         return;
     }
@@ -80,16 +83,21 @@ void SleepWatch::prepareForSleep(bool isAboutTo) {
     }
     knownAsleepSec_ = asleepSec_();
     events_.didWake.send();
-    takeLock();
 }
 
-// The kernel tells of a set clock at every wake.
+// The kernel tells of a set clock at every wake, and may be heard before the login manager, which
+// gives out no lock until it has told of the wake itself.
 void SleepWatch::lookForUnannouncedSleep() {
     const double sleptSec = asleepSec_() - knownAsleepSec_;
-    if (isAsleep_ || sleptSec < kLeastSleepSec) {
+    if (sleptSec < kLeastSleepSec) {
         return;
     }
     knownAsleepSec_ += sleptSec;
+    if (isAsleep_) {
+        isAsleep_ = false;
+        events_.didWake.send();
+        return;
+    }
     events_.willSleep.send();
     events_.sleptSec = sleptSec;
     events_.didWake.send();

@@ -115,6 +115,27 @@ TEST_F(SleepWatchTest, SleepWaitsUntilItWasToldAndTheNextOneAgain) {
     EXPECT_EQ(manager->asked.front(), "sleep delay");
 }
 
+TEST_F(SleepWatchTest, AWakeIsToldByWhoeverTellsOfItFirst) {
+    appear();
+    watch();
+    ASSERT_TRUE(runUntil([&] { return manager->isLockHeld(); }));
+    manager->announce(true);
+    ASSERT_TRUE(runUntil([&] { return !manager->isLockHeld(); }));
+    asleepSec += 1;
+    runLoop.handleClockChange();
+    EXPECT_EQ(told, Events{"sleep, held back"}) << "a clock that was set before it fell asleep";
+    asleepSec += 1;
+    runLoop.handleClockChange();
+    EXPECT_EQ(told, (Events{"sleep, held back", "wake "}));
+    manager->announce(false);
+    ASSERT_TRUE(runUntil([&] { return manager->isLockHeld(); }));
+    runLoop.handleClockChange();
+    EXPECT_EQ(manager->asked.size(), 2U) << "before, it would have given out none";
+    manager->announce(true);
+    EXPECT_TRUE(runUntil([&] { return told.size() > 2; }));
+    EXPECT_EQ(told, (Events{"sleep, held back", "wake ", "sleep, held back"}));
+}
+
 TEST_F(SleepWatchTest, ALoginManagerThatIsLateOrRestartedIsAskedAgain) {
     watch();
     for (int i = 0; i < 2; ++i) {
