@@ -6,7 +6,8 @@
 namespace ostrel {
 
 // The windows that the X11 window manager looks after. Sizes are those of the contents, without
-// title bar and border, divided by the scale factor of the screen that shows most of the window.
+// title bar, border and shadow, divided by the scale factor of the screen that shows most of the
+// window.
 //
 // Absent without a window manager that tells. Needs a QGuiApplication.
 class X11ScreenWindows : public ScreenWindows {

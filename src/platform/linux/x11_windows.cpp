@@ -48,6 +48,21 @@ std::string upToNull(std::string_view text) {
     return std::string(text.substr(0, text.find('\0')));
 }
 
+// Less the shadow around the window, which some programs draw themselves: its widths are those at
+// the left, the right, the top and the bottom.
+QRect withoutShadow(const QRect& frame, const std::vector<std::uint32_t>& widths) {
+    if (widths.size() != 4) {
+        return frame;
+    }
+    const std::int64_t width = frame.width() - std::int64_t{widths[0]} - widths[1];
+    const std::int64_t height = frame.height() - std::int64_t{widths[2]} - widths[3];
+    if (width <= 0 || height <= 0) {
+        return frame;
+    }
+    return {frame.x() + static_cast<int>(widths[0]), frame.y() + static_cast<int>(widths[2]),
+            static_cast<int>(width), static_cast<int>(height)};
+}
+
 bool contains(const std::vector<std::uint32_t>& numbers, std::uint32_t number) {
     return std::ranges::find(numbers, number) != numbers.end();
 }
@@ -64,6 +79,7 @@ struct X11Windows::Questions {
     xcb_get_property_cookie_t type;
     xcb_get_property_cookie_t desktop;
     xcb_get_property_cookie_t namedProcess;
+    xcb_get_property_cookie_t shadow;
     std::optional<xcb_res_query_client_ids_cookie_t> process;
 };
 
@@ -86,6 +102,7 @@ X11Windows::X11Windows() {
         "_NET_WM_PID",
         "_GTK_APPLICATION_ID",
         "_KDE_NET_WM_DESKTOP_FILE",
+        "_GTK_FRAME_EXTENTS",
         "UTF8_STRING"};
     std::array<xcb_intern_atom_cookie_t, kNames.size()> cookies{};
     std::ranges::transform(kNames, cookies.begin(), [connection](std::string_view name) {
@@ -185,6 +202,7 @@ X11Windows::Questions X11Windows::ask(xcb_connection_t* connection, Window windo
             askFor(Atom::type, XCB_ATOM_ATOM, kMostAtoms),
             askFor(Atom::desktop, XCB_ATOM_CARDINAL, 1),
             askFor(Atom::pid, XCB_ATOM_CARDINAL, 1),
+            askFor(Atom::gtkFrameExtents, XCB_ATOM_CARDINAL, 4),
             tellsProcesses_ ? std::optional(askForX11Process(connection, window)) : std::nullopt};
 }
 
@@ -202,6 +220,7 @@ std::optional<X11Windows::Client> X11Windows::answer(
     const auto types = numbersIn(take(connection, questions.type));
     const auto desktop = numberIn(take(connection, questions.desktop));
     const auto named = numberIn(take(connection, questions.namedProcess));
+    const auto shadow = numbersIn(take(connection, questions.shadow));
     Client client{questions.window, {}, {}};
     if (questions.process) {
         client.process = takeX11Process(connection, *questions.process);
@@ -210,7 +229,8 @@ std::optional<X11Windows::Client> X11Windows::answer(
         client.process = *named;
     }
     if (size && place) {
-        client.frame = QRect(place->dst_x, place->dst_y, size->width, size->height);
+        client.frame =
+            withoutShadow({place->dst_x, place->dst_y, size->width, size->height}, shadow);
     }
     const bool isMapped = attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
     const bool isElsewhere =

@@ -32,7 +32,7 @@ class X11Windows {
 
     struct Client {
         Window window = 0;
-        std::optional<QRect> frame;           // on the X screen, in device pixels
+        std::optional<QRect> frame;           // on the X screen, in device pixels, no shadow
         std::optional<std::int64_t> process;  // as processOf()
     };
 
@@ -67,6 +67,7 @@ class X11Windows {
         pid,
         gtkApplicationId,
         kdeDesktopFile,
+        gtkFrameExtents,
         utf8String,
         count
     };

@@ -189,6 +189,35 @@ TEST_F(X11WindowsOnX11, TheDesktopsOwnWindowsAreLeftOutAndAProgramCannotLieAbout
     }
 }
 
+TEST_F(X11WindowsOnX11, AShadowThatAProgramDrawsIsNoPartOfItsWindow) {
+    const std::size_t before = windowsOf(getpid()).size();
+    const xcb_window_t window = makeWindow();
+    xcb_map_window(qtConnection(), window);
+    xcb_flush(qtConnection());
+    ASSERT_TRUE(runUntil([&] { return windowsOf(getpid()).size() == before + 1; }));
+    const struct {
+        std::vector<std::uint32_t> extents;
+        int width = 0;
+        int height = 0;
+    } cases[] = {{{10, 20, 5, 15}, 170, 80},
+                 {{10, 20, 5}, 200, 100},
+                 {{100, 100, 5, 5}, 200, 100},
+                 {{0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF}, 200, 100},
+                 {{}, 200, 100}};
+    for (const auto& [extents, width, height] : cases) {
+        xcb_change_property(qtConnection(), XCB_PROP_MODE_REPLACE, window,
+                            atom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32,
+                            static_cast<std::uint32_t>(extents.size()), extents.data());
+        const auto windows = windowsOf(getpid());
+        ASSERT_EQ(windows.size(), before + 1);
+        EXPECT_EQ(windows.back().width, width);
+        EXPECT_EQ(windows.back().height, height);
+    }
+    xcb_destroy_window(qtConnection(), window);
+    xcb_flush(qtConnection());
+    ASSERT_TRUE(runUntil([&] { return windowsOf(getpid()).size() == before; }));
+}
+
 TEST_F(X11WindowsOnX11, WhoeverSuspendsTheServersScreenSaverIsKnownUntilItResumes) {
     const X11SaverSuspensions suspensions;
     const auto isKnown = [&] { return suspensions.processes().contains(getpid()); };
