@@ -83,9 +83,17 @@ void SessionManagerInhibitors::askForProgram(const QString& path) {
             const auto program = onlyArgument(answer, QLatin1String("s"));
             const auto inhibitor = inhibitors_.find(path);
             if (program && inhibitor != inhibitors_.end()) {
-                inhibitor->second = processes_.running(program->toString().toStdString());
+                inhibitor->second = processesOf(program->toString().toStdString());
             }
         });
+}
+
+// A sandboxed program is called by its identifier, whatever its executable is called.
+std::vector<std::int64_t> SessionManagerInhibitors::processesOf(const std::string& program) const {
+    std::vector<std::int64_t> all = processes_.running(program);
+    const auto sandboxed = processes_.runningInSandbox(program);
+    all.insert(all.end(), sandboxed.begin(), sandboxed.end());
+    return all;
 }
 
 void SessionManagerInhibitors::remove(const QDBusObjectPath& path) {

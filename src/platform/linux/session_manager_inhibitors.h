@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "platform/linux/process_table.h"
@@ -31,6 +32,7 @@ class SessionManagerInhibitors : public QObject {
     void askForAll();
     void askForReason(const QString& path);
     void askForProgram(const QString& path);
+    [[nodiscard]] std::vector<std::int64_t> processesOf(const std::string& program) const;
 
     QDBusConnection bus_;
     ProcessTable processes_;

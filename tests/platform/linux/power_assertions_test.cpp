@@ -218,6 +218,17 @@ TEST_F(SessionManagerTest, SandboxedProgramCountsWithAllItsProcesses) {
     EXPECT_TRUE(becomes({300, 301}));
 }
 
+TEST_F(SessionManagerTest, SandboxedProgramIsKnownByItsIdentifierWhateverItsExecutableIsCalled) {
+    for (const int process : {300, 301}) {
+        processes.write(process, "root/.flatpak-info", "[Application]\nname=org.example.Player\n");
+        processes.setExecutable(process, "/app/bin/start");
+    }
+    held[QStringLiteral("/i/1")] = {"org.example.Player", 8};
+    appear();
+    launch();
+    EXPECT_TRUE(becomes({300, 301}));
+}
+
 TEST_F(SessionManagerTest, OneThatAppearsLateIsAskedAndOneThatAnswersNothingIsSurvived) {
     launch();
     held[QStringLiteral("/i/1")] = {"totem", 8};
