@@ -31,6 +31,13 @@ QString textOfDesktopFile(const QString& name) {
                                                              : QString();
 }
 
+// What players tell is of the types that they please.
+QVariantMap mapIn(const QVariant& value) {
+    const auto argument = value.value<QDBusArgument>();
+    return argument.currentSignature() == QLatin1String("a{sv}") ? qdbus_cast<QVariantMap>(argument)
+                                                                 : QVariantMap();
+}
+
 // What a key of the group [Desktop Entry] lists.
 QStringList listIn(const QString& desktopFile, const QString& key) {
     QString group;
@@ -59,7 +66,7 @@ MediaPlayers::MediaPlayers(QDBusConnection sessionBus) : bus_(std::move(sessionB
             [this](const QString& name, const QString&, const QString& owner) {
                 players_.erase(name);
                 if (!owner.isEmpty()) {
-                    add(name);
+                    add(name, owner);
                 }
             });
     askForAll();
@@ -70,16 +77,18 @@ void MediaPlayers::askForAll() {
         const auto names = onlyArgument(answer, QLatin1String("as"));
         for (const QString& name : names ? names->toStringList() : QStringList()) {
             if (name.startsWith(kPrefix)) {
-                add(name);
+                add(name, QString());
             }
         }
     });
 }
 
-void MediaPlayers::add(const QString& name) {
-    if (!players_.try_emplace(name).second) {
+void MediaPlayers::add(const QString& name, const QString& owner) {
+    const auto [place, isNew] = players_.try_emplace(name);
+    if (!isNew) {
         return;
     }
+    place->second.owner = owner;
     askForProcess(bus_, name, this, [this, name](std::optional<std::int64_t> process) {
         const auto player = players_.find(name);
         if (player != players_.end()) {
@@ -113,10 +122,17 @@ void MediaPlayers::askForState(const QString& name) {
     question << kPlayer;
     ask(bus_, question, this, [this, name](const QDBusMessage& answer) {
         const auto player = players_.find(name);
-        if (player != players_.end()) {
+        if (player == players_.end()) {
+            return;
+        }
+        // A refusal comes from the player too, but silence from nobody.
+        if (player->second.owner.isEmpty() && answer.service().startsWith(u':')) {
             player->second.owner = answer.service();
-            const auto state = onlyArgument(answer, QLatin1String("a{sv}"));
-            take(player->second, state ? qdbus_cast<QVariantMap>(*state) : QVariantMap());
+        }
+        if (const auto state = onlyArgument(answer, QLatin1String("a{sv}"))) {
+            take(player->second, qdbus_cast<QVariantMap>(*state));
+        } else {
+            player->second.isPlaying = false;
         }
     });
 }
@@ -126,7 +142,7 @@ void MediaPlayers::take(Player& player, const QVariantMap& state) {
         player.isPlaying = state[kStatus].toString() == QLatin1String("Playing");
     }
     if (state.contains(kMetadata)) {
-        const auto metadata = qdbus_cast<QVariantMap>(state[kMetadata]);
+        const QVariantMap metadata = mapIn(state[kMetadata]);
         player.playsMusic = isMusic(metadata.value(QStringLiteral("xesam:url")).toString());
     }
 }
@@ -166,13 +182,18 @@ bool MediaPlayers::isForVideos(const QString& desktopFile) {
 
 bool MediaPlayers::isMusic(const QString& url) {
     static constexpr std::array kSuffixes{
-        QLatin1String(".aac"),  QLatin1String(".aiff"), QLatin1String(".ape"),
-        QLatin1String(".flac"), QLatin1String(".m4a"),  QLatin1String(".m4b"),
-        QLatin1String(".mka"),  QLatin1String(".mp3"),  QLatin1String(".oga"),
-        QLatin1String(".ogg"),  QLatin1String(".opus"), QLatin1String(".wav"),
-        QLatin1String(".wma"),  QLatin1String(".wv"),
+        QLatin1String(".aac"),  QLatin1String(".ac3"),  QLatin1String(".aif"),
+        QLatin1String(".aiff"), QLatin1String(".amr"),  QLatin1String(".ape"),
+        QLatin1String(".dts"),  QLatin1String(".flac"), QLatin1String(".m4a"),
+        QLatin1String(".m4b"),  QLatin1String(".mid"),  QLatin1String(".mka"),
+        QLatin1String(".mp2"),  QLatin1String(".mp3"),  QLatin1String(".mpc"),
+        QLatin1String(".oga"),  QLatin1String(".ogg"),  QLatin1String(".opus"),
+        QLatin1String(".wav"),  QLatin1String(".wma"),  QLatin1String(".wv"),
     };
-    const QString path = QUrl(url).path();
+    // In a bare path '#' and '?' are letters like others.
+    const bool hasScheme = url.contains(QLatin1String("://")) ||
+                           url.startsWith(QLatin1String("file:"), Qt::CaseInsensitive);
+    const QString path = hasScheme ? QUrl(url).path() : url;
     return std::ranges::any_of(kSuffixes, [&path](QLatin1String suffix) {
         return path.endsWith(suffix, Qt::CaseInsensitive);
     });

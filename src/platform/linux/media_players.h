@@ -30,12 +30,12 @@ class MediaPlayers : public QObject {
     // By the text of a desktop file.
     [[nodiscard]] static bool isForVideos(const QString& desktopFile);
 
-    // By the end of its name.
+    // By the end of its name, be it a URL or a bare path; one without a name is not.
     [[nodiscard]] static bool isMusic(const QString& url);
 
   private:
     struct Player {
-        QString owner;  // the unique name
+        QString owner;  // the unique name; empty until it is known
         std::optional<std::int64_t> process;
         bool isForVideos = false;
         bool isPlaying = false;
@@ -45,7 +45,7 @@ class MediaPlayers : public QObject {
     Q_SLOT void handleChange(const QString& interface, const QVariantMap& changed,
                              const QStringList& invalidated, const QDBusMessage& message);
     void askForAll();
-    void add(const QString& name);
+    void add(const QString& name, const QString& owner);
     void askForState(const QString& name);
     void askForDesktopFile(const QString& name);
     static void take(Player& player, const QVariantMap& state);

@@ -255,6 +255,30 @@ TEST(MediaPlayersTest, ADesktopFileTellsWhetherAPlayerIsForVideos) {
     }
 }
 
+TEST(MediaPlayersTest, TheNameOfAFileTellsWhetherItIsMusic) {
+    const std::pair<const char*, bool> cases[] = {
+        {"file:///songs/a%20song.MP3", true},
+        {"https://example.org/song.ogg?from=1", true},
+        {"https://example.org/watch?v=song.mp3", false},
+        {"file:///songs/No.%201.mpc", true},
+        {"/songs/Symphony #5.flac", true},
+        {"/songs/Why?.mp2", true},
+        {"/films/Who #1.mkv", false},
+        {"Symphony #5.aif", true},
+        {"/songs/a.amr", true},
+        {"/songs.mp3/film.webm", false},
+        {"file:///songs/a.ac3", true},
+        {"file:///songs/a.dts", true},
+        {"file:///songs/a.mid", true},
+        {"file:///songs/a.mka", true},
+        {"file:///films/amid", false},
+        {"", false},
+    };
+    for (const auto& [url, expected] : cases) {
+        EXPECT_EQ(MediaPlayers::isMusic(QLatin1String(url)), expected) << url;
+    }
+}
+
 struct MediaPlayersOnBusTest : PowerAssertionsTest {
     TemporaryFolder data;
     QByteArray dataBefore = qgetenv("XDG_DATA_HOME");
@@ -349,6 +373,62 @@ TEST_F(MediaPlayersOnBusTest, AVideoPlayerDoesNotCountWhileItPlaysMusic) {
     url = QStringLiteral("/songs/song.ogg");
     change(*both, {}, {kMetadata});
     EXPECT_TRUE(becomes({}));
+}
+
+TEST_F(MediaPlayersOnBusTest, MetadataOfAnotherTypeTellsNothing) {
+    using Texts = QMap<QString, QString>;
+    qDBusRegisterMetaType<Texts>();
+    url = QStringLiteral("/songs/song.ogg");
+    const QVariant nonsense[] = {
+        QVariant::fromValue(Texts{{QStringLiteral("xesam:url"), url}}),
+        url,
+        7,
+        QStringList{url},
+        QVariant::fromValue(QDBusVariant(url)),
+        QVariantList{metadata()},
+    };
+    const auto both = player("both", QStringLiteral("ostrel-test-Video"));
+    launch();
+    ASSERT_TRUE(runUntil([&] { return both->calls("GetAll") == 1; }));
+    settle();
+    for (const QVariant& other : nonsense) {
+        ASSERT_EQ(holders(), Holders()) << "it plays music";
+        change(*both, {{kMetadata, other}});
+        EXPECT_TRUE(becomes(kUs)) << other.typeName();
+        change(*both, {{kMetadata, metadata()}});
+        ASSERT_TRUE(becomes({}));
+        both->answers["GetAll"] = [&](const QDBusMessage&) {
+            return QVariantList{QVariantMap{{kStatus, status}, {kMetadata, other}}};
+        };
+        change(*both, {}, {kMetadata});
+        EXPECT_TRUE(becomes(kUs)) << other.typeName();
+        change(*both, {{kMetadata, metadata()}});
+        ASSERT_TRUE(becomes({}));
+    }
+}
+
+TEST_F(MediaPlayersOnBusTest, APlayerThatDoesNotTellItsStateIsHeardLater) {
+    const QVariantMap playing{{kStatus, status}};
+    const auto refuses = player("refuses", QStringLiteral("ostrel-test-Video"));
+    refuses->answers.erase("GetAll");
+    launch();
+    ASSERT_TRUE(runUntil([&] { return refuses->calls("GetAll") == 1; }));
+    settle();
+    EXPECT_EQ(holders(), Holders());
+    change(*refuses, playing);
+    EXPECT_TRUE(becomes(kUs));
+    change(*refuses, {}, {kStatus});
+    EXPECT_TRUE(becomes({})) << "it may have stopped";
+    change(*refuses, playing);
+    EXPECT_TRUE(becomes(kUs));
+    change(*refuses, {{kStatus, QStringLiteral("Paused")}});
+    EXPECT_TRUE(becomes({}));
+
+    const auto silent = player("silent", QStringLiteral("ostrel-test-Video"));
+    silent->answers["GetAll"] = nullptr;
+    ASSERT_TRUE(runUntil([&] { return silent->calls("GetAll") == 1; }));
+    change(*silent, playing);
+    EXPECT_TRUE(becomes(kUs));
 }
 
 TEST_F(PowerAssertionsTest, OnlyWithoutAnyBusItCannotBeTold) {
