@@ -114,7 +114,7 @@ class LinuxPlatform {
     X11InputIdle inputIdle;
     X11FrontmostApplication frontmost;
     X11ScreenWindows windows;
-    LinuxPowerAssertions assertions{LinuxPowerAssertions::buses(), runLoop};
+    LinuxPowerAssertions assertions{LinuxPowerAssertions::buses(), runLoop, windows};
     LinuxDoNotDisturb doNotDisturb;
     X11Hotkeys hotkeys;
     QtOverlayWindowMaker overlayWindows;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/api/run_loop.h"
+#include "platform/api/screen_windows.h"
 #include "platform/linux/login_inhibitors.h"
 #include "platform/linux/media_players.h"
 #include "platform/linux/screen_saver_calls.h"
@@ -20,9 +21,10 @@ LinuxPowerAssertions::Buses LinuxPowerAssertions::buses() {
 }
 
 LinuxPowerAssertions::LinuxPowerAssertions(const Buses& buses, const RunLoop& runLoop,
-                                           ProcessTable processes)
+                                           const ScreenWindows& windows, ProcessTable processes)
     : buses_(buses),
       runLoop_(runLoop),
+      windows_(windows),
       processes_(std::move(processes)),
       login_(std::make_unique<LoginInhibitors>(buses_.system)),
       sessionManager_(std::make_unique<SessionManagerInhibitors>(buses_.session, processes_)),
@@ -39,6 +41,17 @@ void LinuxPowerAssertions::askAgain() const {
     }
 }
 
+std::set<std::int64_t> LinuxPowerAssertions::processesWithWindows() const {
+    std::set<std::int64_t> all;
+    for (const ScreenWindows::Window& window :
+         windows_.onScreen().value_or(std::vector<ScreenWindows::Window>())) {
+        if (window.processIdentifier) {
+            all.insert(*window.processIdentifier);
+        }
+    }
+    return all;
+}
+
 std::optional<PowerAssertions::ByProcess> LinuxPowerAssertions::byProcess() const {
     askAgain();
     std::set<std::int64_t> holders = login_->processes();
@@ -50,6 +63,8 @@ std::optional<PowerAssertions::ByProcess> LinuxPowerAssertions::byProcess() cons
     if (holders.empty() && !hasBus) {
         return std::nullopt;
     }
+    const std::set<std::int64_t> withWindows =
+        holders.empty() ? std::set<std::int64_t>() : processesWithWindows();
     ByProcess all;
     std::set<std::string> sandboxed;
     for (const std::int64_t holder : holders) {
@@ -57,8 +72,14 @@ std::optional<PowerAssertions::ByProcess> LinuxPowerAssertions::byProcess() cons
             sandboxed.insert(std::move(*application));
         }
         all[holder] = {"PreventUserIdleDisplaySleep"};
+        bool isShown = withWindows.contains(holder);
         for (const std::int64_t ancestor : processes_.ancestors(holder)) {
+            // What is further up only started what is shown, as a file manager does.
+            if (isShown) {
+                break;
+            }
             all[ancestor] = {"PreventUserIdleDisplaySleep"};
+            isShown = withWindows.contains(ancestor);
         }
     }
     // Those call by way of a proxy, which is no relative of theirs.

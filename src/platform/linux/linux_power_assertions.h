@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <memory>
 #include <optional>
+#include <set>
 
 #include "base/clock.h"
 #include "platform/api/power_assertions.h"
@@ -15,6 +16,7 @@ class LoginInhibitors;
 class MediaPlayers;
 class RunLoop;
 class ScreenSaverCalls;
+class ScreenWindows;
 class SessionManagerInhibitors;
 
 // Who keeps the display awake, as far as it can be told: from the login manager, the session
@@ -22,8 +24,8 @@ class SessionManagerInhibitors;
 // Each of these may be missing, appear later and go.
 //
 // Answers from what is known, at once; what the login manager knows is asked anew for the next
-// time. The ancestors of such a process count as well, for many a program has its windows in
-// another process than its player.
+// time. The ancestors of such a process count as well, up to the first that has a window on the
+// screen, for many a program has its windows in another process than its player.
 class LinuxPowerAssertions : public PowerAssertions {
   public:
     static constexpr std::int64_t kAskAgainSec = 5;
@@ -37,8 +39,8 @@ class LinuxPowerAssertions : public PowerAssertions {
     // The user's own; makes the one for `monitor`.
     [[nodiscard]] static Buses buses();
 
-    // The run loop outlives this object. Needs a QGuiApplication.
-    LinuxPowerAssertions(const Buses& buses, const RunLoop& runLoop,
+    // The run loop and the windows outlive this object. Needs a QGuiApplication.
+    LinuxPowerAssertions(const Buses& buses, const RunLoop& runLoop, const ScreenWindows& windows,
                          ProcessTable processes = ProcessTable());
     LinuxPowerAssertions(const LinuxPowerAssertions&) = delete;
     LinuxPowerAssertions& operator=(const LinuxPowerAssertions&) = delete;
@@ -49,9 +51,11 @@ class LinuxPowerAssertions : public PowerAssertions {
 
   private:
     void askAgain() const;
+    [[nodiscard]] std::set<std::int64_t> processesWithWindows() const;
 
     Buses buses_;
     const RunLoop& runLoop_;
+    const ScreenWindows& windows_;
     ProcessTable processes_;
     mutable std::optional<RunLoopTime> asked_;
     X11SaverSuspensions suspensions_;

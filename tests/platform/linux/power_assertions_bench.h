@@ -14,6 +14,7 @@
 #include "platform/linux/fake_processes.h"
 #include "platform/linux/linux_power_assertions.h"
 #include "platform/linux/private_bus.h"
+#include "platform/virtual/virtual_devices.h"
 #include "platform/virtual/virtual_run_loop.h"
 
 namespace ostrel {
@@ -26,6 +27,7 @@ struct PowerAssertionsBench : ::testing::Test {
     PrivateBus system;
     VirtualRunLoop loop{wallTimeAt(0)};
     FakeProcesses processes;
+    VirtualScreenWindows windows;
     std::unique_ptr<LinuxPowerAssertions> assertions;
 
     void SetUp() override {
@@ -40,7 +42,7 @@ struct PowerAssertionsBench : ::testing::Test {
             LinuxPowerAssertions::Buses{session.connection(QStringLiteral("client")),
                                         session.connection(QStringLiteral("monitor")),
                                         system.connection(QStringLiteral("system-client"))},
-            loop, processes.table());
+            loop, windows, processes.table());
         // A monitor has no name on the bus.
         const QString monitor = session.connection(QStringLiteral("monitor")).baseService();
         ASSERT_TRUE(runUntil([&] { return !session.hasName(monitor); }));

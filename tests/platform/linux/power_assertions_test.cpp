@@ -82,6 +82,28 @@ TEST_F(LoginInhibitorsTest, ThoseThatBlockIdlenessCountWithTheirAncestors) {
     EXPECT_TRUE(becomes({50, 100, 200}));
 }
 
+TEST_F(LoginInhibitorsTest, WhoeverStartedAProgramWithAWindowDoesNotCount) {
+    processes.add(100, {50, 40, 0});
+    processes.add(50, {40, 40, 0});
+    processes.add(40, {1, 40, 0});
+    inhibitors = {{QStringLiteral("idle"), QStringLiteral("block"), 100}};
+    appear();
+    launch();
+    ASSERT_TRUE(becomes({40, 50, 100}));
+    const std::pair<std::vector<std::int64_t>, Holders> cases[] = {
+        {{100, 40}, {100}},      // a player in a window, started by a file manager
+        {{50, 40}, {50, 100}},   // one whose window is another process's
+        {{40}, {40, 50, 100}}};  // a part of a browser
+    for (const auto& [shown, expected] : cases) {
+        std::vector<ScreenWindows::Window> list{{std::nullopt, 800, 600}};
+        for (const std::int64_t process : shown) {
+            list.push_back({process, 800, 600});
+        }
+        windows.set(list);
+        EXPECT_EQ(holders(), expected);
+    }
+}
+
 TEST_F(LoginInhibitorsTest, ItIsAskedWithEachAnswerButNotMoreOftenThanEveryFiveSeconds) {
     appear();
     launch();
@@ -436,11 +458,11 @@ TEST_F(PowerAssertionsTest, OnlyWithoutAnyBusItCannotBeTold) {
     const QDBusConnection client = session.connection(QStringLiteral("client"));
     const QDBusConnection login = system.connection(QStringLiteral("system-client"));
     const PowerAssertions::ByProcess nobody;
-    EXPECT_EQ(LinuxPowerAssertions({none, none, none}, loop).byProcess(), std::nullopt);
-    EXPECT_EQ(LinuxPowerAssertions({client, none, none}, loop).byProcess(), nobody);
-    EXPECT_EQ(LinuxPowerAssertions({none, none, login}, loop).byProcess(), nobody);
+    EXPECT_EQ(LinuxPowerAssertions({none, none, none}, loop, windows).byProcess(), std::nullopt);
+    EXPECT_EQ(LinuxPowerAssertions({client, none, none}, loop, windows).byProcess(), nobody);
+    EXPECT_EQ(LinuxPowerAssertions({none, none, login}, loop, windows).byProcess(), nobody);
     const LinuxPowerAssertions both({client, session.connection(QStringLiteral("monitor")), login},
-                                    loop);
+                                    loop, windows);
     settle();
     session.end();
     ASSERT_TRUE(runUntil([&] { return !client.isConnected(); }));
