@@ -1,29 +1,30 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
-#include <optional>
+#include <memory>
 
 #include "platform/api/input_idle.h"
 
 namespace ostrel {
 
-// The idle time that the X server counts for its screen saver (MIT-SCREEN-SAVER), less what is no
-// input: a player that keeps the screen on resets that time too. Absent when Qt does not run on
-// X11, the server is a guest in a Wayland session or lacks the extension. Needs a QGuiApplication.
+class X11InputWatch;
+
+// The time since the last input that the X server saw, by X11InputWatch; where that cannot tell,
+// the time that the server counts for its screen saver (MIT-SCREEN-SAVER), which players set back
+// too. Absent when Qt does not run on X11, the server is a guest in a Wayland session or lacks the
+// extension. Needs a QGuiApplication.
 class X11InputIdle : public InputIdle {
   public:
     X11InputIdle();
+    X11InputIdle(const X11InputIdle&) = delete;
+    X11InputIdle& operator=(const X11InputIdle&) = delete;
+    ~X11InputIdle() override;
 
     [[nodiscard]] std::optional<double> secondsSinceLastInput() const override;
 
   private:
-    using Clock = std::chrono::steady_clock;
-
-    std::uint32_t root_ = 0;  // 0: it cannot be told
-    // What the readings so far amount to.
-    mutable Clock::time_point lastReading_;
-    mutable std::optional<Clock::time_point> lastInput_;
+    std::uint32_t root_ = 0;                        // 0: it cannot be told
+    mutable std::unique_ptr<X11InputWatch> watch_;  // from the first question on
 };
 
 }  // namespace ostrel

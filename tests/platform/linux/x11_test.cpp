@@ -7,17 +7,21 @@
 #include <QProcess>
 #include <QScreen>
 #include <algorithm>
+#include <chrono>
 #include <string_view>
 #include <vector>
 
 #include "platform/linux/event_loop.h"
 #include "platform/linux/qt_displays.h"
 #include "platform/linux/x11_input_idle.h"
+#include "platform/linux/x11_input_watch.h"
 
 namespace ostrel {
 namespace {
 
+using Clock = std::chrono::steady_clock;
 using Display = Displays::Display;
+using std::chrono::milliseconds;
 
 xcb_connection_t* qtConnection() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -71,24 +75,98 @@ struct X11InputIdleOnX11 : ::testing::Test {
         if (qtConnection() == nullptr) {
             GTEST_SKIP() << "needs an X server in DISPLAY";
         }
+        ASSERT_TRUE(runUntil([&] { return idleSec() >= 0.3; }));
     }
+    static void press() {
+        ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"),
+                                    {QStringLiteral("key"), QStringLiteral("Shift_L")}),
+                  0);
+    }
+    // The server has done it when it returns.
+    static void reset() {
+        EXPECT_EQ(xcb_request_check(qtConnection(), xcb_force_screen_saver_checked(
+                                                        qtConnection(), XCB_SCREEN_SAVER_RESET)),
+                  nullptr);
+    }
+    static void suspend(bool isSuspended) {
+        EXPECT_EQ(xcb_request_check(qtConnection(),
+                                    xcb_screensaver_suspend_checked(qtConnection(), isSuspended)),
+                  nullptr);
+    }
+
+    static double since(Clock::time_point time) {
+        return std::chrono::duration<double>(Clock::now() - time).count();
+    }
+
+    [[nodiscard]] double idleSec() const {
+        const auto answer = idle_.secondsSinceLastInput();
+        EXPECT_TRUE(answer);
+        return answer.value_or(-1);
+    }
+
+  private:
+    X11InputIdle idle_;
 };
 
 TEST_F(X11InputIdleOnX11, GrowsUntilTheNextInputWhateverPlaysMeanwhile) {
-    const X11InputIdle idle;
-    ASSERT_TRUE(idle.secondsSinceLastInput());
-    ASSERT_TRUE(runUntil([&] { return idle.secondsSinceLastInput() >= 0.3; }));
-    EXPECT_LT(idle.secondsSinceLastInput(), 3600.0);
-    xcb_force_screen_saver(qtConnection(), XCB_SCREEN_SAVER_RESET);
-    EXPECT_GE(idle.secondsSinceLastInput(), 0.3) << "a reset by a player";
-    for (const bool isSuspended : {true, false}) {
-        xcb_screensaver_suspend(qtConnection(), isSuspended);
-        EXPECT_GE(idle.secondsSinceLastInput(), 0.3) << "suspended by a player: " << isSuspended;
+    EXPECT_LT(idleSec(), 3600.0);
+    for (const int resets : {1, 1, 3}) {
+        for (int i = 0; i < resets; ++i) {
+            reset();
+            runFor(milliseconds(50));
+        }
+        EXPECT_GE(idleSec(), 0.3) << "resets by a player: " << resets;
     }
-    ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"),
-                                {QStringLiteral("key"), QStringLiteral("Shift_L")}),
-              0);
-    EXPECT_LT(idle.secondsSinceLastInput(), 0.3);
+    for (const bool isSuspended : {true, false}) {
+        suspend(isSuspended);
+        EXPECT_GE(idleSec(), 0.3) << "suspended by a player: " << isSuspended;
+    }
+    const Clock::time_point before = Clock::now();
+    press();
+    EXPECT_LE(idleSec(), since(before));
+}
+
+TEST_F(X11InputIdleOnX11, InputThatAResetHidesCountsAtItsOwnTime) {
+    const struct {
+        std::string_view events;  // i: input, r: a reset, s: suspended and not any more
+        bool turns = true;        // the loop, after each of them
+    } cases[] = {{"ir", true}, {"ir", false}, {"irr", true}, {"rir", true},
+                 {"is", true}, {"sir", true}, {"i", true},   {"ri", false}};
+    for (const auto& [events, turns] : cases) {
+        ASSERT_TRUE(runUntil([&] { return idleSec() >= 0.3; }));
+        Clock::time_point before;
+        Clock::time_point after;
+        for (const char event : events) {
+            if (event == 'i') {
+                before = Clock::now();
+                press();
+                after = Clock::now();
+            } else if (event == 'r') {
+                reset();
+            } else {
+                suspend(true);
+                suspend(false);
+            }
+            if (turns) {
+                runFor(milliseconds(100));
+            }
+        }
+        const double afterwardsSec = idleSec();
+        EXPECT_GE(afterwardsSec, since(after) - 0.005) << events;
+        EXPECT_LE(afterwardsSec, since(before) + 0.005) << events;
+    }
+}
+
+TEST_F(X11InputIdleOnX11, ResetsTooFastToBeFollowedCountAsInputUntilTheNextReading) {
+    const Clock::time_point before = Clock::now();
+    for (int i = 0; i <= X11InputWatch::kMostResets; ++i) {
+        reset();
+        runFor(milliseconds(10));
+    }
+    EXPECT_LE(idleSec(), since(before));
+    ASSERT_TRUE(runUntil([&] { return idleSec() >= 0.3; }));
+    reset();
+    EXPECT_GE(idleSec(), 0.3);
 }
 
 // Plugs monitors in and out of an Xvfb server, whose only output is named "screen": never touches
