@@ -42,8 +42,11 @@ PersistenceError writeError(std::string_view key, int error) {
 
 }  // namespace
 
-FilePreferences::FilePreferences(fs::path folder, RunLoop& runLoop)
-    : folder_(std::move(folder)), runLoop_(runLoop) {
+FilePreferences::FilePreferences(fs::path folder, RunLoop& runLoop, Access access)
+    : folder_(std::move(folder)), runLoop_(runLoop), access_(access) {
+    if (access_ == Access::readOnly) {
+        return;
+    }
     // A failure shows again with the first write, which tells of it.
     static_cast<void>(makeFolder(folder_));
     removeLeftOvers(folder_);
@@ -79,6 +82,9 @@ void FilePreferences::remove(std::string_view key) {
 }
 
 void FilePreferences::change(std::string_view key, std::optional<std::string_view> bytes) {
+    if (access_ == Access::readOnly) {
+        return;
+    }
     const int error = bytes ? store(key, *bytes) : erase(key);
     if (const auto waiting = pending_.find(key); waiting != pending_.end()) {
         pending_.erase(waiting);
@@ -118,6 +124,9 @@ std::vector<std::string> FilePreferences::keys() const {
 }
 
 void FilePreferences::setAside(std::string_view key) {
+    if (access_ == Access::readOnly) {
+        return;
+    }
     if (const auto waiting = pending_.find(key); waiting != pending_.end()) {
         pending_.erase(waiting);
     }

@@ -22,9 +22,12 @@ class FilePreferences : public PreferencesStore {
   public:
     static constexpr std::chrono::seconds kRetryPeriod{30};
 
+    // With readOnly nothing is ever written, made or removed: a look at another process's files.
+    enum class Access { full, readOnly };
+
     // Makes the folder if need be; its files must belong to this process alone. `runLoop` must
     // outlive the store.
-    FilePreferences(std::filesystem::path folder, RunLoop& runLoop);
+    FilePreferences(std::filesystem::path folder, RunLoop& runLoop, Access access = Access::full);
     FilePreferences(const FilePreferences&) = delete;
     FilePreferences& operator=(const FilePreferences&) = delete;
     ~FilePreferences() override;
@@ -54,6 +57,7 @@ class FilePreferences : public PreferencesStore {
 
     std::filesystem::path folder_;
     RunLoop& runLoop_;
+    const Access access_;
     std::map<std::string, Bytes, std::less<>> pending_;
     std::set<std::string, std::less<>> toSetAside_;  // could not be renamed yet; they count as gone
     bool failureTold_ = false;

@@ -125,6 +125,13 @@ SingleInstance::SingleInstance(const std::filesystem::path& folder) {
 
 SingleInstance::~SingleInstance() = default;
 
+// A shared lock, so that two that look at once do not see each other.
+bool SingleInstance::isTaken(const std::filesystem::path& folder) {
+    const std::filesystem::path file = folder / kLockFile;
+    const FileDescriptor lock(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    return lock && flock(lock.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
 void SingleInstance::listen() {
     const Address address = abstractAddress(address_);
     listener_ = newSocket();

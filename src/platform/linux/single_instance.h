@@ -31,6 +31,9 @@ class SingleInstance {
 
     [[nodiscard]] Role role() const { return role_; }
 
+    // Whether a process is the first there, for those who are none themselves. Makes nothing.
+    [[nodiscard]] static bool isTaken(const std::filesystem::path& folder);
+
     // Asks the first process to come forward; whether it answered. Blocks up to kPatience.
     [[nodiscard]] bool activateFirst() const;
 
