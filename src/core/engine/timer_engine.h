@@ -63,6 +63,8 @@ class TimerEngine {
     // Whether, as things stand, the next eye break will be part of the body break.
     [[nodiscard]] bool eyeJoinsBody() const { return eyeMergedIntoBody_ || eyeWillMerge(); }
     [[nodiscard]] bool isDeferring() const { return deferralStartedAt_.has_value(); }
+    // Which break is held back.
+    [[nodiscard]] std::optional<BreakKind> heldKind() const { return heldKind_; }
     [[nodiscard]] std::int64_t activeIntervalSec(BreakKind kind) const;
 
     // Answers whether a break is on screen; without an answer, none is.

@@ -1,0 +1,281 @@
+#include "app/control/control.h"
+
+#include <gtest/gtest.h>
+
+#include "app/control/control_report.h"
+#include "app/environment/app_environment.h"
+#include "app/simulator/virtual_platform.h"
+#include "platform/calendar/local_time.h"
+#include "support/events.h"
+
+namespace ostrel {
+namespace {
+
+constexpr const char* kZone = "Europe/Berlin";
+
+// The running program, and what its environment does.
+struct ControlTest : ::testing::Test {
+    ControlTest() { environment.launch(); }
+
+    void run(double seconds) { platform.runLoop.runFor(runLoopSec(seconds)); }
+    void setUp(const std::function<void(SettingsModel&)>& change) {
+        environment.settingsStore().update(change);
+    }
+    [[nodiscard]] const SettingsModel& settings() {
+        return *environment.settingsStore().settings();
+    }
+    [[nodiscard]] std::vector<std::int64_t> left() {
+        const TimerState& timers = *environment.timerEngine().state();
+        return {timers.eye.remainingSec, timers.body.remainingSec};
+    }
+    [[nodiscard]] Json statusJson() const { return parseJson(control.printStatus()).value(); }
+    void beginMeeting() { platform.frontmost.set({{"us.zoom.xos", 7}}); }
+    void showBreak() { EXPECT_TRUE(control.startBreak("eye").isDone()); }
+    [[nodiscard]] Events log() {
+        Events outcomes;
+        for (const BreakLogEntry& entry : *environment.breakLog().entries()) {
+            outcomes.push_back(std::string(nameOf(entry.kind)) + " " +
+                               std::string(nameOf(entry.outcome)));
+        }
+        return outcomes;
+    }
+
+    VirtualPlatform platform{kZone, wallTimeOf(*parseLocalTime("2026-03-09T09:00:00"), kZone)};
+    AppEnvironment environment{platform.platform(seededUuids(1))};
+    Events opened;
+    Control control{{environment,
+                     platform.calendar,
+                     [this] { return platform.runLoop.wallNow(); },
+                     {"en", "de"},
+                     [this](AppWindow window) { opened.emplace_back(nameOf(window)); }}};
+};
+
+// "done", or the key of the reason after what kind of refusal it is.
+std::string inShort(const ControlOutcome& outcome) {
+    switch (outcome.kind) {
+        case ControlOutcome::Kind::refused:
+            return "refused " + outcome.reason.key;
+        case ControlOutcome::Kind::invalid:
+            return "invalid " + outcome.reason.key;
+        case ControlOutcome::Kind::done:
+            break;
+    }
+    return "done";
+}
+
+TEST_F(ControlTest, TheStatusTellsWhatTheStatusItemTells) {
+    run(60);
+    EXPECT_EQ(
+        control.printStatus(),
+        R"({"state":"running","pauseReasons":[],"eye":{"remainingSec":1140,"intervalSec":1200},)"
+        R"("body":{"remainingSec":2940,"intervalSec":3000},"next":"eye","eyeJoinsBody":false,)"
+        R"("penaltySec":0,"strictMode":false,"canPostpone":true,)"
+        R"("today":{"eyeBreaksCompleted":0,"bodyBreaksCompleted":0,"skips":0,"postpones":0},)"
+        R"("dailyGoalBreaks":6,"streakDays":0,"longestStreakDays":0})");
+    setUp([](SettingsModel& changed) { changed.ostrelEnabled = false; });
+    EXPECT_EQ(statusJson()["state"], "off");
+}
+
+TEST_F(ControlTest, TheStatusFollowsABreakFromItsHoldToItsEnd) {
+    beginMeeting();
+    run(1200);
+    EXPECT_EQ(statusJson()["heldBreak"], "eye");
+    EXPECT_FALSE(statusJson().contains("breakOnScreen"));
+    platform.frontmost.set({});
+    run(31);
+    EXPECT_FALSE(statusJson().contains("heldBreak"));
+    const Json onScreen = statusJson()["breakOnScreen"];
+    EXPECT_EQ(onScreen["kind"], "eye");
+    EXPECT_EQ(onScreen["totalSec"], 120);
+    EXPECT_EQ(onScreen["canSkip"], true);
+    run(onScreen["remainingSec"].get<double>() + 3);
+    EXPECT_FALSE(statusJson().contains("breakOnScreen"));
+    EXPECT_EQ(statusJson()["today"]["eyeBreaksCompleted"], 1);
+}
+
+TEST_F(ControlTest, APauseIsAsLongAsPeopleTypeIt) {
+    const struct {
+        const char* typed;
+        const char* until;  // empty: for ever
+    } lengths[] = {
+        {"30m", "2026-03-09T09:30:00+01:00"},
+        {"1m", "2026-03-09T09:01:00+01:00"},
+        {"2h", "2026-03-09T11:00:00+01:00"},
+        {"24h", "2026-03-10T09:00:00+01:00"},
+        {"indefinite", ""},
+        {"until-morning", "2026-03-10T09:00:00+01:00"},
+    };
+    for (const auto& [typed, until] : lengths) {
+        EXPECT_EQ(inShort(control.pause(typed)), "done") << typed;
+        EXPECT_EQ(statusJson()["state"], "paused") << typed;
+        EXPECT_EQ(statusJson().value("pausedUntil", ""), until) << typed;
+        EXPECT_EQ(inShort(control.resume()), "done");
+        EXPECT_EQ(statusJson()["state"], "running");
+    }
+    EXPECT_EQ(inShort(control.resume()), "done");
+    for (const char* typed : {"", "m", "0m", "-5m", "5", "1.5h", "25h", "1441m", "+5m", "5 m",
+                              "99999999999999999999m", "Indefinite"}) {
+        EXPECT_EQ(inShort(control.pause(typed)), "invalid cli.error.pause %@") << typed;
+    }
+    setUp([](SettingsModel& changed) { changed.ostrelEnabled = false; });
+    EXPECT_EQ(inShort(control.pause("5m")), "refused cli.refused.off");
+}
+
+TEST_F(ControlTest, ASkipIsWhatTheButtonIs) {
+    EXPECT_EQ(inShort(control.skip()), "refused cli.refused.no_break");
+    showBreak();
+    EXPECT_EQ(inShort(control.startBreak("body")), "refused cli.refused.on_screen");
+    setUp([](SettingsModel& changed) { changed.strictMode = true; });
+    EXPECT_EQ(statusJson()["breakOnScreen"]["canSkip"], false);
+    EXPECT_EQ(inShort(control.skip()), "refused cli.refused.strict");
+    setUp([](SettingsModel& changed) { changed.strictMode = false; });
+    EXPECT_EQ(inShort(control.skip()), "done");
+    EXPECT_EQ(log(), (Events{"eye skipped"}));
+    EXPECT_EQ(statusJson()["penaltySec"], 90);
+    EXPECT_EQ(inShort(control.startBreak("nap")), "invalid cli.error.kind %@");
+}
+
+TEST_F(ControlTest, ASkipAnswersTheCardThatAsks) {
+    setUp([](SettingsModel& changed) {
+        changed.eyePresentation = BreakPresentation::gentle;
+        changed.strictMode = true;
+    });
+    showBreak();
+    EXPECT_EQ(inShort(control.skip()), "refused cli.refused.strict");
+    run(121);
+    EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.no_break");
+    EXPECT_EQ(inShort(control.skip()), "done");
+    EXPECT_EQ(log(), (Events{"eye skipped"}));
+}
+
+TEST_F(ControlTest, APostponePutsOffWhatIsOnTheScreenOrElseWhatComesNext) {
+    run(100);
+    EXPECT_EQ(inShort(control.postpone()), "done");
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{1400, 2900}));
+    EXPECT_EQ(statusJson()["canPostpone"], false);
+    EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.none_left");
+    run(3600);
+    environment.overlayManager().close(CloseReason::done);
+    showBreak();
+    EXPECT_EQ(inShort(control.postpone()), "done");
+    EXPECT_EQ(left().front(), 300);
+    EXPECT_FALSE(statusJson().contains("breakOnScreen"));
+}
+
+TEST_F(ControlTest, APostponeOfAMergedBreakIsThatOfTheBodyBreak) {
+    setUp([](SettingsModel& changed) {
+        changed.activePresetID = "custom";
+        changed.eyeBreakIntervalSec = 1700;
+        changed.bodyBreakIntervalSec = 1800;
+    });
+    environment.timerEngine().applyOwnTiming(PresetCatalog::active(settings()));
+    EXPECT_EQ(statusJson()["next"], "body");
+    EXPECT_EQ(inShort(control.postpone()), "done");
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{1700, 2100}));
+}
+
+TEST_F(ControlTest, APostponeIsNotSpentOnABreakThatDoesNotCome) {
+    control.pause("30m");
+    EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.paused");
+    control.resume();
+    setUp([](SettingsModel& changed) { changed.ostrelEnabled = false; });
+    EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.off");
+    setUp([](SettingsModel& changed) { changed.ostrelEnabled = true; });
+    beginMeeting();
+    run(1200);
+    EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.held");
+    EXPECT_EQ(statusJson()["canPostpone"], true);
+}
+
+TEST_F(ControlTest, OwnTimingRestartsOnlyTheCountdownThatItChanges) {
+    run(100);
+    EXPECT_EQ(inShort(control.setSetting("eyeBreakDurationSec", "30")), "done");
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{1100, 2900}));
+    EXPECT_EQ(settings().activePresetID, "custom");
+    EXPECT_EQ(inShort(control.setSetting("eyeBreakIntervalSec", "900")), "done");
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{900, 2900}));
+    EXPECT_EQ(settings().eyeBreakDurationSec, 30);
+    EXPECT_EQ(inShort(control.setSetting("activePresetID", "light")), "done");
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{1800, 5400}));
+    EXPECT_EQ(settings().bodyBreakDurationSec, 180);
+    run(100);
+    EXPECT_EQ(inShort(control.setSetting("activePresetID", "custom")), "done");
+    EXPECT_EQ(settings().eyeBreakIntervalSec, 1800);
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{1700, 5300}));
+    // A preset begins anew, also one that has the same values.
+    EXPECT_EQ(inShort(control.setSetting("activePresetID", "light")), "done");
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{1800, 5400}));
+}
+
+TEST_F(ControlTest, AnImportIsTakenAsAStoredDocumentIs) {
+    run(100);
+    EXPECT_EQ(inShort(control.importSettings("[1]")), "invalid cli.error.document");
+    EXPECT_EQ(inShort(control.importSettings("{")), "invalid cli.error.document");
+    // What cannot be read keeps its default, and so does what is missing.
+    EXPECT_EQ(inShort(control.importSettings(R"({"activePresetID":"own","dailyGoalBreaks":"nine",
+        "eyeBreakIntervalSec":100,"bodyBreakIntervalSec":3000,"strictMode":true})")),
+              "done");
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{100, 2900}));
+    EXPECT_EQ(settings().dailyGoalBreaks, 6);
+    EXPECT_TRUE(settings().strictMode);
+    // The same again changes nothing; another one puts right what an older version left.
+    const std::string same = control.settings();
+    run(10);
+    EXPECT_EQ(inShort(control.importSettings(same)), "done");
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{90, 2890}));
+    EXPECT_EQ(inShort(control.importSettings(R"({"presetDurationsNormalized":false,
+        "activePresetID":"strict","eyeBreakDurationSec":20})")),
+              "done");
+    EXPECT_EQ(settings().eyeBreakDurationSec, 90);
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{900, 2400}));
+}
+
+TEST_F(ControlTest, TheReportHasTheFiguresAndADayEach) {
+    const WallTime before = platform.runLoop.wallNow() - wallSec(8 * 86'400);
+    environment.breakLog().append({seededUuids(2)(), before, before, BreakKind::body,
+                                   BreakLogEntry::Outcome::skipped, 0, 300});
+    showBreak();
+    run(130);
+    EXPECT_EQ(inShort(control.report("yearly", "json")), "invalid cli.error.range %@");
+    EXPECT_EQ(inShort(control.report("weekly", "xml")), "invalid cli.error.format %@");
+    for (const auto& [range, days] : {std::pair{"weekly", 7U}, {"monthly", 30U}, {"full", 60U}}) {
+        const Json json = parseJson(control.report(range, "json").text).value();
+        const auto report = JsonCodec<ControlReport>::decode(json);
+        ASSERT_TRUE(report);
+        EXPECT_EQ(report->days.size(), days);
+        EXPECT_EQ(report->eyeFadedOut, 1);
+        EXPECT_EQ(json["days"].back(), parseJson(R"({"day":"2026-03-09","eye":0,"body":0})"));
+    }
+    const std::string csv = control.report("weekly", "csv").text;
+    EXPECT_TRUE(csv.starts_with("id,startedAt,endedAt,kind,outcome,"));
+    EXPECT_NE(csv.find("2026-03-09T09:00:00+01:00,2026-03-09T09:02:01.500+01:00,eye,autoFadeOut"),
+              std::string::npos)
+        << csv;
+    EXPECT_EQ(csv.find("skipped"), std::string::npos);
+    EXPECT_NE(control.report("monthly", "csv").text.find("body,skipped"), std::string::npos);
+}
+
+TEST_F(ControlTest, ObserversHearWhateverChangesTheStatus) {
+    int heard = 0;
+    const auto watching = control.onChange([&heard] { ++heard; });
+    const auto hears = [&heard](const auto& act) {
+        heard = 0;
+        act();
+        return heard > 0;
+    };
+    EXPECT_TRUE(hears([this] { run(1); }));
+    EXPECT_TRUE(hears([this] { control.postpone(); }));
+    EXPECT_TRUE(hears([this] { control.pause("5m"); }));
+    EXPECT_FALSE(hears([this] { run(20); }));
+    EXPECT_TRUE(hears([this] { showBreak(); }));
+    EXPECT_TRUE(hears([this] { control.setSetting("strictMode", "true"); }));
+}
+
+TEST_F(ControlTest, AWindowIsOpenedByItsName) {
+    EXPECT_EQ(inShort(control.open("report")), "done");
+    EXPECT_EQ(inShort(control.open("cellar")), "invalid cli.error.window %@");
+    EXPECT_EQ(opened, (Events{"report"}));
+}
+
+}  // namespace
+}  // namespace ostrel

@@ -1,0 +1,113 @@
+#include "app/control/setting_values.h"
+
+#include <gtest/gtest.h>
+
+#include "core/settings/settings_store.h"
+
+namespace ostrel {
+namespace {
+
+const SettingValues::Languages kLanguages{"en", "de"};
+
+// The value that is stored, or the key of what the setting takes instead.
+std::string afterSetting(const std::string& name, const std::string& text) {
+    const auto [settings, problem] = SettingValues::change({}, name, text, kLanguages);
+    return settings ? SettingValues::valueOf(*settings, name).value() : problem.key;
+}
+
+TEST(SettingValues, EverySettingComesBackAsItIsShown) {
+    SettingsModel settings;
+    settings.customBreakMessages = {"Look \"up\"", "Ä, ö"};
+    settings.eyeBreakIntervalSec = 600;
+    settings.activePresetID = "custom";
+    for (const std::string_view name : SettingValues::names()) {
+        const auto text = SettingValues::valueOf(settings, name);
+        ASSERT_TRUE(text) << name;
+        const auto [again, problem] = SettingValues::change(settings, name, *text, kLanguages);
+        EXPECT_EQ(again, settings) << name << " " << *text << " " << problem.key;
+    }
+    EXPECT_FALSE(SettingValues::valueOf(settings, "eyebreakintervalsec"));
+    EXPECT_EQ(SettingsStore::parse(SettingValues::document(settings)), settings);
+}
+
+TEST(SettingValues, AValueIsReadStrictlyAndMustBeOnOffer) {
+    const struct {
+        const char* name;
+        const char* text;
+        const char* expected;
+    } cases[] = {
+        {"strictMode", "true", "true"},
+        {"strictMode", "yes", "cli.setting.boolean %@"},
+        {"strictMode", "1", "cli.setting.boolean %@"},
+        {"eyeBreakIntervalSec", "600", "600"},
+        {"eyeBreakIntervalSec", "900.0", "900"},
+        {"eyeBreakIntervalSec", "900.5", "cli.setting.range %@ %@ %@"},
+        {"eyeBreakIntervalSec", "\"900\"", "cli.setting.range %@ %@ %@"},
+        {"eyeBreakIntervalSec", "599", "cli.setting.range %@ %@ %@"},
+        {"eyeBreakIntervalSec", "1801", "cli.setting.range %@ %@ %@"},
+        {"eyeBreakIntervalSec", "", "cli.setting.range %@ %@ %@"},
+        {"eyeBreakIntervalSec", "1e400", "cli.setting.range %@ %@ %@"},
+        {"bodyBreakDurationSec", "600", "600"},
+        {"workHoursStartMinute", "1440", "cli.setting.range %@ %@ %@"},
+        {"dailyGoalBreaks", "0", "cli.setting.range %@ %@ %@"},
+        {"idleThresholdSec", "600", "600"},
+        {"idleThresholdSec", "601", "cli.setting.choices %@ %@"},
+        {"preBreakToastLeadSec", "60", "cli.setting.choices %@ %@"},
+        {"overlayTint", "navy", "navy"},
+        {"overlayTint", "\"navy\"", "navy"},
+        {"overlayTint", "Navy", "cli.setting.choices %@ %@"},
+        {"overlayDimOpacity", "0.5", "0.5"},
+        {"overlayDimOpacity", "1.01", "cli.setting.fraction %@"},
+        {"languageRaw", "de", "de"},
+        {"languageRaw", "xx", "cli.setting.choices %@ %@"},
+        {"activePresetID", "light", "light"},
+        {"activePresetID", "mine", "cli.setting.choices %@ %@"},
+        {"workDays", "[2,3]", "[2,3]"},
+        {"workDays", "[0]", "cli.setting.days %@"},
+        {"workDays", "2", "cli.setting.days %@"},
+        {"customBreakMessages", R"(["a","b"])", R"(["a","b"])"},
+        {"customBreakMessages", R"(["a",1])", "cli.setting.texts %@"},
+        {"customBreakMessages", "[\"\xff\"]", "cli.setting.texts %@"},
+        {"startBreakHotkey", R"({"keyCode":1})", "cli.setting.shortcut %@"},
+        {"nothing", "1", "cli.setting.unknown %@"},
+    };
+    for (const auto& [name, text, expected] : cases) {
+        EXPECT_EQ(afterSetting(name, text), expected) << name << " " << text;
+    }
+}
+
+// Which preset is active, and its four values.
+std::string timingOf(const SettingsModel& settings) {
+    std::string timing = settings.activePresetID;
+    for (const std::int64_t value :
+         {settings.eyeBreakIntervalSec, settings.eyeBreakDurationSec, settings.bodyBreakIntervalSec,
+          settings.bodyBreakDurationSec}) {
+        timing += " " + std::to_string(value);
+    }
+    return timing;
+}
+
+TEST(SettingValues, OwnTimingStartsFromWhatIsInForce) {
+    SettingsModel settings;
+    settings.activePresetID = "light";  // with the standard values beside it
+    const auto set = [&settings](const char* name, const char* value) {
+        return timingOf(SettingValues::change(settings, name, value, kLanguages).settings.value());
+    };
+    EXPECT_EQ(set("bodyBreakIntervalSec", "3600"), "custom 1800 45 3600 180");
+    EXPECT_EQ(set("activePresetID", "custom"), "custom 1800 45 5400 180");
+    EXPECT_EQ(set("activePresetID", "strict"), "strict 900 90 2400 300");
+    EXPECT_EQ(set("eyeBreakDurationSec", "45"), "light 1200 120 3000 300");
+}
+
+TEST(SettingValues, ChoicesAreWhatASettingTakes) {
+    for (const std::string_view name : SettingValues::names()) {
+        for (const std::string& choice : SettingValues::choices(name, kLanguages)) {
+            EXPECT_EQ(afterSetting(std::string(name), choice), choice) << name;
+        }
+    }
+    EXPECT_EQ(SettingValues::choices("languageRaw", kLanguages),
+              (std::vector<std::string>{"system", "en", "de"}));
+}
+
+}  // namespace
+}  // namespace ostrel
