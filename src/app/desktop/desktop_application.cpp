@@ -15,7 +15,9 @@
 #include <utility>
 
 #include "app/desktop/break_trace.h"
+#include "app/desktop/control_service.h"
 #include "app/desktop/demo.h"
+#include "app/desktop/known_languages.h"
 #include "app/desktop/login_item_sync.h"
 #include "app/desktop/support_windows.h"
 #include "app/desktop/work_windows.h"
@@ -197,11 +199,11 @@ class RunningApplication {
   public:
     AppEnvironment environment;
 
-  private:
     void open(AppWindow window) {
         window == AppWindow::report ? windows.showReport() : windows.showSettings();
     }
 
+  private:
     // The very first record may fail, before there is a status item to tell it.
     void tellFailure(const PersistenceError& error) {
         std::fprintf(stderr, "ostrel: %s could not be saved: %s\n", error.key.c_str(),
@@ -267,6 +269,9 @@ int runForReal(LinuxPlatform& platform) {
     application.support.begin();
     const Subscription activation =
         instance.activated.subscribe([&application] { application.windows.showSettings(); });
+    const ControlService control({application.environment, platform.calendar, systemWallTime,
+                                  knownLanguages(),
+                                  [&application](AppWindow window) { application.open(window); }});
     return application.run();
 }
 
