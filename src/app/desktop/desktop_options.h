@@ -4,11 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "base/localized_text.h"
+
 namespace ostrel {
 
 // What the command line asks of the desktop application.
 struct DesktopOptions {
-    enum class Action { run, demo, showHelp, showVersion };
+    enum class Action { run, demo };
 
     Action action = Action::run;
     std::optional<std::string> screenshotFolder;  // with the demo only
@@ -16,12 +18,9 @@ struct DesktopOptions {
 
 struct DesktopOptionsResult {
     std::optional<DesktopOptions> options;
-    std::string error;  // why there are none
+    LocalizedText problem;  // why there are none
 };
 
 [[nodiscard]] DesktopOptionsResult parseDesktopOptions(const std::vector<std::string>& arguments);
-
-// What --help prints.
-[[nodiscard]] const char* usageText();
 
 }  // namespace ostrel

@@ -26,8 +26,10 @@ void print(const std::vector<Capability>& capabilities) {
     }
 }
 
+}  // namespace
+
 // Without a window of its own, and therefore also where there is no display.
-int printCapabilities(int& argc, char** argv) {
+int runStatusCommand(int& argc, char** argv) {
     const QCoreApplication application(argc, argv);
     findCapabilities(QDBusConnection::sessionBus(), QDBusConnection::systemBus(),
                      QCoreApplication::instance(), [](const std::vector<Capability>& found) {
@@ -35,16 +37,6 @@ int printCapabilities(int& argc, char** argv) {
                          QCoreApplication::quit();
                      });
     return QCoreApplication::exec();
-}
-
-}  // namespace
-
-int runStatusCommand(int& argc, char** argv, const std::vector<std::string>& arguments) {
-    if (arguments != std::vector<std::string>{"--capabilities"}) {
-        std::fputs("usage: ostrel status --capabilities\n", stderr);
-        return 2;
-    }
-    return printCapabilities(argc, argv);
 }
 
 }  // namespace ostrel

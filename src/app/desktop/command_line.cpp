@@ -1,0 +1,71 @@
+#include "app/desktop/command_line.h"
+
+#include <algorithm>
+
+#include "app/desktop/command_client.h"
+#include "app/desktop/command_completion.h"
+#include "app/desktop/command_output.h"
+#include "app/desktop/command_table.h"
+#include "app/desktop/desktop_application.h"
+#include "app/desktop/known_languages.h"
+#include "app/desktop/status_command.h"
+#include "app/desktop/stored_documents.h"
+#include "platform/linux/file_preferences.h"
+#include "screens/texts/texts.h"
+
+namespace ostrel {
+namespace {
+
+using Words = std::vector<std::string>;
+
+bool asksForHelp(const Words& words) {
+    return std::ranges::any_of(
+        words, [](const std::string& word) { return word == "--help" || word == "-h"; });
+}
+
+bool isForApplication(const Words& words) {
+    return words.empty() || words.front() == "--demo" || words.front() == "--screenshots";
+}
+
+int runApplication(int& argc, char** argv, const Words& words) {
+    const auto [options, problem] = parseDesktopOptions(words);
+    return options ? runDesktopApplication(argc, argv, *options)
+                   : complain(problem, ExitStatus::kUsage);
+}
+
+int runCommand(int& argc, char** argv, const Words& words, const StoredDocuments& documents,
+               const char* version) {
+    const CommandLine line = parseCommandLine(words);
+    if (!line.command) {
+        return complain(line.problem, ExitStatus::kUsage);
+    }
+    switch (line.command->id) {
+        case Command::Id::version:
+            return print(std::string("ostrel ") + version + '\n');
+        case Command::Id::capabilities:
+            return runStatusCommand(argc, argv);
+        default:
+            return runClientCommand(argc, argv, line, documents);
+    }
+}
+
+}  // namespace
+
+int runCommandLine(int& argc, char** argv, const std::vector<std::string>& words,
+                   const char* version) {
+    if (isForApplication(words) && !asksForHelp(words)) {
+        return runApplication(argc, argv, words);
+    }
+    surviveClosedPipes();
+    const StoredDocuments documents(defaultPreferencesFolder());
+    Texts::setLanguage(documents.settings().languageRaw);
+    if (words.front() == "complete") {
+        return print(completions({words.begin() + 1, words.end()}, knownLanguages()));
+    }
+    if (asksForHelp(words)) {
+        return print(helpText());
+    }
+    return runCommand(argc, argv, words, documents, version);
+}
+
+}  // namespace ostrel

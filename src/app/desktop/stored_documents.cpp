@@ -1,0 +1,64 @@
+#include "app/desktop/stored_documents.h"
+
+#include "app/control/control_report.h"
+#include "core/settings/settings_store.h"
+#include "platform/calendar/zoned_calendar.h"
+#include "platform/linux/file_preferences.h"
+#include "platform/linux/linux_clock.h"
+#include "platform/linux/single_instance.h"
+#include "platform/virtual/virtual_run_loop.h"
+#include "records/break_log.h"
+
+namespace ostrel {
+namespace {
+
+using Access = FilePreferences::Access;
+
+// Nothing is tried again later.
+struct Preferences {
+    Preferences(const std::filesystem::path& folder, Access access)
+        : files(folder, runLoop, access) {}
+
+    VirtualRunLoop runLoop{systemWallTime()};
+    FilePreferences files;
+};
+
+}  // namespace
+
+bool StoredDocuments::areInUse() const {
+    return SingleInstance::isTaken(folder_);
+}
+
+SettingsModel StoredDocuments::settings() const {
+    Preferences preferences(folder_, Access::readOnly);
+    return *SettingsStore(preferences.files).settings();
+}
+
+ControlOutcome StoredDocuments::report(std::string_view range, std::string_view format) const {
+    Preferences preferences(folder_, Access::readOnly);
+    const ZonedCalendar calendar(systemTimeZone);
+    const BreakLog log(preferences.files, calendar, systemWallTime);
+    return printReport(log, calendar, systemWallTime, range, format);
+}
+
+ControlOutcome StoredDocuments::change(
+    const std::function<ControlOutcome(SettingsStore&)>& change) const {
+    const SingleInstance instance(folder_);
+    if (instance.role() == SingleInstance::Role::second) {
+        return ControlOutcome::refused("cli.error.no_answer");
+    }
+    Preferences preferences(folder_, Access::full);
+    LocalizedText failure;
+    const Subscription failures =
+        preferences.files.persistenceWriteFailed.subscribe([&](const PersistenceError& error) {
+            failure = {"cli.error.not_saved %@", {error.description}};
+        });
+    SettingsStore store(preferences.files);
+    ControlOutcome outcome = change(store);
+    if (outcome.isDone() && !failure.key.empty()) {
+        return {ControlOutcome::Kind::refused, failure, {}};
+    }
+    return outcome;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,110 @@
+#include "app/desktop/command_table.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "app/desktop/command_completion.h"
+
+namespace ostrel {
+namespace {
+
+using Words = std::vector<std::string>;
+
+// The command's name with what was given to it, or the key of the problem.
+std::string parsed(const std::string& text) {
+    const CommandLine line = parseCommandLine(wordsOf(text, ' '));
+    if (!line.command) {
+        return line.problem.key;
+    }
+    std::string all(line.command->name);
+    for (const auto& [option, value] : line.options) {
+        all += " " + option + (value.empty() ? "" : "=" + value);
+    }
+    for (const std::string& argument : line.arguments) {
+        all += " <" + argument + ">";
+    }
+    return all;
+}
+
+TEST(CommandTable, TakesACommandLineApart) {
+    const struct {
+        const char* words;
+        const char* expected;
+    } cases[] = {
+        {"status", "status"},
+        {"status --watch --compact", "status --compact --watch"},
+        {"status --json --compact", "cli.error.unexpected %@ %@"},
+        {"status --json --json", "cli.error.unexpected %@ %@"},
+        {"status --json=yes", "cli.error.unexpected %@ %@"},
+        {"status now", "cli.error.unexpected %@ %@"},
+        {"status --capabilities", "status --capabilities"},
+        {"status --capabilities --json", "cli.error.unexpected %@ %@"},
+        {"pause", "pause"},
+        {"pause 30m", "pause <30m>"},
+        {"pause 30m 40m", "cli.error.unexpected %@ %@"},
+        {"resume now", "cli.error.unexpected %@ %@"},
+        {"break", "cli.error.missing %@"},
+        {"report --range monthly --csv", "report --csv --range=monthly"},
+        {"report --range=full", "report --range=full"},
+        {"report --range", "cli.error.missing %@"},
+        {"report --range full --range weekly", "cli.error.unexpected %@ %@"},
+        {"settings", "cli.error.missing %@"},
+        {"settings list", "cli.error.unexpected %@ %@"},
+        {"settings get", "settings get"},
+        {"settings set dailyGoalBreaks", "cli.error.missing %@"},
+        {"settings set dailyGoalBreaks -1", "settings set <dailyGoalBreaks> <-1>"},
+        {"settings import -", "settings import <->"},
+        {"settings import -- --odd", "settings import <--odd>"},
+        {"settings import", "cli.error.missing %@"},
+        {"nap", "cli.error.unknown_command %@"},
+        {"--nap", "cli.error.unknown_command %@"},
+    };
+    for (const auto& [words, expected] : cases) {
+        EXPECT_EQ(parsed(words), expected) << words;
+    }
+}
+
+TEST(CommandTable, EveryCommandIsInTheHelpAndCanBeCompleted) {
+    const std::string help = helpText();
+    for (const Command& command : commands()) {
+        EXPECT_NE(help.find("\n  " + usageOf(command) + "\n"), std::string::npos) << command.name;
+        Words before = wordsOf(command.name, ' ');
+        if (before.empty()) {
+            continue;
+        }
+        const std::string word = before.back();
+        before.back().pop_back();
+        EXPECT_NE(("\n" + completions(before, {})).find("\n" + word), std::string::npos) << word;
+    }
+}
+
+// The words alone.
+Words offered(const Words& words) {
+    Words found;
+    for (const std::string& line : wordsOf(completions(words, {"en", "de"}), '\n')) {
+        found.push_back(line.substr(0, line.find('\t')));
+    }
+    return found;
+}
+
+TEST(CommandTable, CompletionsAreWhatMayFollow) {
+    EXPECT_EQ(offered({"p"}), (Words{"pause", "postpone"}));
+    EXPECT_EQ(offered({"settings", ""}), (Words{"get", "set", "export", "import"}));
+    EXPECT_EQ(offered({"break", ""}), (Words{"eye", "body"}));
+    EXPECT_EQ(offered({"break", "eye", ""}), Words{});
+    EXPECT_EQ(offered({"status", "--"}),
+              (Words{"--capabilities", "--json", "--compact", "--watch"}));
+    EXPECT_EQ(offered({"status", "--json", "--"}), (Words{"--watch"}));
+    EXPECT_EQ(offered({"report", "--range", "m"}), (Words{"monthly"}));
+    EXPECT_EQ(offered({"report", "--range", "monthly", ""}), (Words{"--json", "--csv"}));
+    EXPECT_EQ(offered({"settings", "get", "overlayT"}), (Words{"overlayTint"}));
+    EXPECT_EQ(offered({"settings", "set", "overlayTint", ""}),
+              (Words{"ink", "black", "navy", "sage"}));
+    EXPECT_EQ(offered({"settings", "set", "languageRaw", "d"}), (Words{"de"}));
+    EXPECT_EQ(offered({"settings", "import", "x"}), (Words{":file"}));
+    EXPECT_EQ(offered({"nap", ""}), Words{});
+}
+
+}  // namespace
+}  // namespace ostrel

@@ -1,0 +1,81 @@
+#include "app/desktop/stored_documents.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <map>
+
+#include "core/settings/settings_store.h"
+#include "platform/linux/single_instance.h"
+#include "platform/linux/temporary_folder.h"
+#include "screens/gui.h"
+
+namespace ostrel {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct StoredDocumentsTest : ::testing::Test {
+    void write(const char* name, const std::string& bytes) {
+        fs::create_directories(folder);
+        std::ofstream(folder / name) << bytes;
+    }
+    // Everything in the folder, by name.
+    [[nodiscard]] std::map<std::string, std::string> files() const {
+        std::map<std::string, std::string> all;
+        std::error_code none;
+        for (const auto& file : fs::directory_iterator(folder, none)) {
+            std::ifstream in(file.path());
+            all[file.path().filename()] = std::string(std::istreambuf_iterator<char>(in), {});
+        }
+        return all;
+    }
+    [[nodiscard]] ControlOutcome setStrict() const {
+        return documents.change([](SettingsStore& store) {
+            store.update([](SettingsModel& settings) { settings.strictMode = true; });
+            return ControlOutcome::done();
+        });
+    }
+
+    TemporaryFolder base;
+    fs::path folder = base.path() / "ostrel";
+    StoredDocuments documents{folder};
+};
+
+TEST_F(StoredDocumentsTest, LookingChangesNothingOnTheDisk) {
+    EXPECT_EQ(documents.settings(), SettingsModel{});
+    EXPECT_TRUE(documents.report("weekly", "json").isDone());
+    EXPECT_FALSE(documents.areInUse());
+    EXPECT_FALSE(fs::exists(folder));
+    write("ostrel.settings.v1.json", R"({"remindersMigrated":false,"notifyBreakSoon":true})");
+    write("ostrel.breakLog.v1.json", "damaged");
+    write("ostrel.lock", "");
+    const auto before = files();
+    EXPECT_EQ(documents.settings().breakSoonLeadSec, 120);
+    EXPECT_TRUE(documents.report("weekly", "csv").isDone());
+    EXPECT_FALSE(documents.areInUse());
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(StoredDocumentsTest, AChangeIsOnTheDiskWhenItIsDone) {
+    EXPECT_TRUE(setStrict().isDone());
+    EXPECT_TRUE(StoredDocuments(folder).settings().strictMode);
+    EXPECT_FALSE(documents.areInUse());
+}
+
+TEST_F(StoredDocumentsTest, NothingIsChangedWhileAProgramOwnsThem) {
+    write("ostrel.settings.v1.json", "{}");
+    const SingleInstance program(folder);
+    EXPECT_TRUE(documents.areInUse());
+    EXPECT_EQ(setStrict().reason.key, "cli.error.no_answer");
+    EXPECT_EQ(files().at("ostrel.settings.v1.json"), "{}");
+}
+
+TEST_F(StoredDocumentsTest, ADiskThatTakesNothingIsToldOf) {
+    std::ofstream(folder) << "no folder";
+    EXPECT_EQ(setStrict().reason.key, "cli.error.not_saved %@");
+}
+
+}  // namespace
+}  // namespace ostrel

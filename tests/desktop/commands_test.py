@@ -1,0 +1,292 @@
+#!/usr/bin/python3
+"""The command line: against a running instance, against none, and against one that cannot be asked."""
+
+import csv
+import fcntl
+import io
+import json
+import os
+import re
+import shutil
+import subprocess
+import unittest
+from pathlib import Path
+
+from desktop import HERE, OSTREL, UNANNOUNCED, DesktopTest, key, overlay_windows, wait_for
+
+ROOT = HERE.parents[1]
+LATER = {**UNANNOUNCED, "eyeBreakIntervalSec": 1200, "dailyGoalBreaks": 4}
+DONE, FAILED, USAGE, NOT_RUNNING, UNREACHABLE = range(5)
+NOBODY = 65534
+
+OPEN_BUS = """<busconfig><type>session</type><listen>{address}</listen><auth>EXTERNAL</auth>
+<policy context="default"><allow user="*"/><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/>
+</policy></busconfig>"""
+
+
+class Commands(DesktopTest):
+    def ostrel(self, *words, given="", **environment):
+        return subprocess.run([OSTREL, *words], input=given, capture_output=True, text=True, check=False,
+                              env=self.environment(**environment), timeout=30)
+
+    def told(self, *words, **more):
+        """What a command that succeeds prints."""
+        done = self.ostrel(*words, **more)
+        self.assertEqual((done.returncode, done.stderr), (DONE, ""), words)
+        return done.stdout
+
+    def assert_refused(self, status, reason, *words, **more):
+        done = self.ostrel(*words, **more)
+        self.assertEqual((done.returncode, done.stdout), (status, ""), words)
+        self.assertRegex(done.stderr, rf"\Aostrel: [^\n]*{reason}[^\n]*\n\Z", words)
+
+    def launch(self, settings=None, **environment):
+        self.start(settings or LATER, **environment)
+        self.wait_running(lambda: self.ostrel("status", **environment).returncode == DONE, "the instance to answer")
+
+    def status(self, **more):
+        return json.loads(self.told("status", "--json", **more))
+
+
+class RunningTest(Commands):
+    def test_status_in_lines_in_json_and_for_a_status_bar(self):
+        self.launch()
+        lines = self.told("status").splitlines()
+        self.assertEqual(lines[0], "Ostrel is on")
+        self.assertRegex(lines[1], r"^Next eye break in (20:00|1\d:\d\d)$")
+        self.assertRegex(self.told("status", "--compact"), r"^(20:00|1\d:\d\d)\n$")
+        status = self.status()
+        self.assertEqual((status["state"], status["next"], status["dailyGoalBreaks"]), ("running", "eye", 4))
+
+    def test_pause_and_resume(self):
+        self.launch()
+        self.assertEqual(self.told("pause", "30m"), "")
+        self.assertEqual(self.pause_reasons(), ["user"])
+        self.assertEqual(self.told("status", "--compact"), "paused\n")
+        self.assertRegex(self.told("status"), r"\APaused\nUntil \d\d?:\d\d")
+        self.assertIn("pausedUntil", self.status())
+        self.assertEqual(self.told("pause"), "")
+        self.assertNotIn("pausedUntil", self.status())
+        self.assertEqual(self.told("resume"), "")
+        self.assertEqual(self.status()["state"], "running")
+
+    def test_break_skip_and_postpone(self):
+        self.launch()
+        self.assert_refused(FAILED, "no break is on the screen", "skip")
+        self.assertEqual(self.told("break", "eye"), "")
+        self.wait_for_break()
+        self.assertRegex(self.told("status"), r"\AEye break on the screen: 01:\d\d left\n")
+        self.assertRegex(self.told("status", "--compact"), r"^break 01:\d\d\n$")
+        self.assert_refused(FAILED, "on the screen already", "break", "body")
+        self.assertEqual(self.told("skip"), "")
+        self.assertEqual(self.wait_for_close(), "skipped")
+        self.assertEqual(self.told("postpone"), "")
+        self.assertGreater(self.status()["eye"]["remainingSec"], 1400)
+        self.assert_refused(FAILED, "no postpone is left", "postpone")
+        self.told("settings", "set", "strictMode", "true")
+        self.told("break", "body")
+        self.wait_for_close_refused_by_strict_mode()
+
+    def wait_for_close_refused_by_strict_mode(self):
+        self.wait_running(overlay_windows, "the body break")
+        self.assert_refused(FAILED, "strict mode", "skip")
+        self.told("settings", "set", "strictMode", "false")
+        self.assertEqual(self.told("skip"), "")
+        self.assertEqual(self.wait_for_close(2), "skipped")
+
+    def test_report_and_settings_come_from_the_instance_and_go_to_it(self):
+        self.launch()
+        self.told("break", "eye")
+        self.wait_for_break()
+        key("Escape")
+        self.wait_for_close()
+        rows = list(csv.DictReader(io.StringIO(self.told("report", "--csv"))))
+        self.assertEqual([(row["kind"], row["outcome"]) for row in rows], [("eye", "skipped")])
+        report = json.loads(self.told("report", "--range", "monthly", "--json"))
+        self.assertEqual((report["skipRate"], len(report["days"])), (1.0, 30))
+        self.assertIn("Breaks skipped: 100 %", self.told("report").splitlines())
+
+        self.assertEqual(self.told("settings", "get", "dailyGoalBreaks"), "4\n")
+        self.assertEqual(self.told("settings", "set", "dailyGoalBreaks", "9"), "")
+        self.assertEqual(self.status()["dailyGoalBreaks"], 9)
+        self.assertIn("dailyGoalBreaks=9\n", self.told("settings", "get"))
+        document = json.loads(self.told("settings", "export"))
+        self.assertEqual(document, self.document("settings"))
+        self.told("settings", "set", "activePresetID", "light")
+        self.assertEqual(self.status()["eye"]["intervalSec"], 1800)
+        self.told("settings", "import", "-", given=json.dumps(document))
+        self.assertEqual(self.status()["eye"]["intervalSec"], 1200)
+        self.assertEqual(self.document("settings"), document)
+
+    def test_watch_tells_each_change_until_the_instance_quits(self):
+        self.launch()
+        watch = subprocess.Popen([OSTREL, "status", "--compact", "--watch"], stdout=subprocess.PIPE, text=True,
+                                 env=self.environment())
+        self.addCleanup(self.end, watch)
+        lines = [watch.stdout.readline() for _ in range(3)]
+        self.assertEqual(len(set(lines)), 3, lines)
+        for line in lines:
+            self.assertRegex(line, r"^\d\d:\d\d\n$")
+        self.told("pause")
+        wait_for(lambda: watch.stdout.readline() == "paused\n", "the pause to be told")
+        self.app.terminate()
+        self.assertEqual(watch.wait(20), DONE)
+
+    def test_watch_ends_quietly_with_its_reader(self):
+        self.launch()
+        self.told("pause")
+        watch = subprocess.Popen([OSTREL, "status", "--watch"], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                 text=True, env=self.environment())
+        self.addCleanup(self.end, watch)
+        self.assertEqual(watch.stdout.readline(), "Paused\n")
+        watch.stdout.close()
+        self.assertEqual(watch.wait(20), DONE)
+        self.assertEqual(watch.stderr.read(), "")
+        watch.stderr.close()
+
+
+class BusTest(Commands):
+    """Buses of the test's own."""
+
+    def setUp(self):
+        super().setUp()
+        self.address = f"unix:path={self.folder}/bus"
+        self.bus = {"DBUS_SESSION_BUS_ADDRESS": self.address}
+
+    def start_bus(self):
+        config = Path(self.folder) / "bus.conf"
+        config.write_text(OPEN_BUS.format(address=self.address), encoding="utf-8")
+        daemon = self.spawn("dbus-daemon", f"--config-file={config}", "--nofork", "--print-address",
+                            stdout=subprocess.PIPE, text=True)
+        self.assertTrue(daemon.stdout.readline())
+        daemon.stdout.close()
+        return daemon
+
+    def test_instance_is_back_with_a_bus_that_was_restarted(self):
+        daemon = self.start_bus()
+        self.launch(**self.bus)
+        self.told("pause", **self.bus)
+        daemon.kill()
+        daemon.wait()
+        self.assert_refused(UNREACHABLE, "DBUS_SESSION_BUS_ADDRESS", "resume", **self.bus)
+        self.assert_refused(UNREACHABLE, "DBUS_SESSION_BUS_ADDRESS", "settings", "get", **self.bus)
+        self.start_bus()
+        self.wait_running(lambda: self.ostrel("status", **self.bus).returncode == DONE, "the instance to be back")
+        self.assertEqual(self.status(**self.bus)["state"], "paused")
+
+    @unittest.skipUnless(os.getuid() == 0, "only root can be somebody else")
+    def test_other_users_are_refused_also_where_the_bus_lets_them_in(self):
+        os.chmod(self.folder, 0o711)
+        self.start_bus()
+        self.launch(**self.bus)
+        for member in ("Status", "Watch", "Resume", "GetSettings"):
+            done = subprocess.run(
+                ["setpriv", f"--reuid={NOBODY}", "--clear-groups", "dbus-send", f"--bus={self.address}", "--print-reply",
+                 "--dest=org.ostrel.Ostrel", "/org/ostrel/Ostrel", f"org.ostrel.Ostrel1.{member}"],
+                capture_output=True, text=True, check=False, timeout=20)
+            self.assertIn("AccessDenied", done.stderr, member)
+            self.assertIn("only the user who runs Ostrel", done.stderr, member)
+
+    def test_without_a_bus_what_is_stored_can_still_be_had(self):
+        self.assert_refused(UNREACHABLE, "DBUS_SESSION_BUS_ADDRESS", "status", **self.bus)
+        self.assertEqual(self.told("settings", "get", "dailyGoalBreaks", **self.bus), "6\n")
+
+
+class NotRunningTest(Commands):
+    def test_what_asks_an_instance_says_that_none_runs(self):
+        for words in (["status"], ["status", "--json"], ["status", "--watch"], ["pause", "30m"], ["resume"],
+                      ["break", "eye"], ["skip"], ["postpone"]):
+            self.assert_refused(NOT_RUNNING, "not running; start it with: ostrel", *words)
+        self.assertFalse(self.documents.exists())
+
+    def test_report_and_settings_work_on_what_is_stored(self):
+        self.assertEqual(len(json.loads(self.told("report", "--range", "full", "--json"))["days"]), 60)
+        self.assertEqual(self.told("report").splitlines()[0], "The last seven days")
+        self.assertTrue(self.told("report", "--csv").startswith("id,startedAt,"))
+        before = self.told("settings", "export")
+        self.assertFalse(self.documents.exists(), "looking wrote something")
+        self.assertEqual(self.told("settings", "set", "eyeBreakIntervalSec", "900"), "")
+        self.assertEqual(self.document("settings")["activePresetID"], "custom")
+        self.assertEqual(self.told("settings", "get", "eyeBreakIntervalSec"), "900\n")
+        self.told("settings", "import", "-", given=before)
+        self.assertEqual(self.told("settings", "export"), before)
+
+    def test_documents_of_an_instance_that_cannot_be_asked_are_left_alone(self):
+        self.documents.mkdir(parents=True)
+        with (self.documents / "ostrel.lock").open("w", encoding="utf-8") as lock:
+            fcntl.flock(lock, fcntl.LOCK_EX)
+            for words in (["status"], ["report"], ["settings", "get"], ["settings", "set", "strictMode", "true"]):
+                self.assert_refused(UNREACHABLE, "does not answer", *words)
+        self.assertEqual(os.listdir(self.documents), ["ostrel.lock"])
+
+    def test_bad_arguments_are_a_line_and_status_2(self):
+        damaged = Path(self.folder) / "damaged.json"
+        damaged.write_text("[1]", encoding="utf-8")
+        for words in (["nap"], ["--nap"], ["status", "--nap"], ["status", "--json", "--compact"], ["pause", "soon"],
+                      ["pause", "1m", "2m"], ["break"], ["break", "tea"], ["resume", "now"], ["report", "--range", "never"],
+                      ["report", "--range"], ["settings"], ["settings", "list"], ["settings", "get", "nothing"],
+                      ["settings", "set", "strictMode"], ["settings", "set", "strictMode", "maybe"],
+                      ["settings", "set", "eyeBreakIntervalSec", "5"], ["settings", "import", str(damaged)],
+                      ["--version", "now"], ["--screenshots", "x"], ["simulate", "--nap", "x"]):
+            done = self.ostrel(*words)
+            self.assertEqual((done.returncode, done.stdout), (USAGE, ""), words)
+            self.assertEqual(len(done.stderr.splitlines()), 1, words)
+        self.assert_refused(FAILED, "cannot be read", "settings", "import", "/nonexistent")
+        self.assertFalse(self.documents.exists())
+
+    def test_output_that_cannot_be_written(self):
+        with open("/dev/full", "w", encoding="utf-8") as full:
+            done = subprocess.run([OSTREL, "--help"], stdout=full, stderr=subprocess.PIPE, text=True, check=False,
+                                  env=self.environment())
+        self.assertEqual((done.returncode, len(done.stderr.splitlines())), (FAILED, 1))
+        unread, written = os.pipe()
+        os.close(unread)
+        done = subprocess.run([OSTREL, "settings", "export"], stdout=written, stderr=subprocess.PIPE, text=True, check=False,
+                              env=self.environment())
+        os.close(written)
+        self.assertEqual((done.returncode, done.stderr), (DONE, ""))
+
+    def test_language_is_that_of_the_settings(self):
+        self.documents.mkdir(parents=True)
+        (self.documents / "ostrel.settings.v1.json").write_text('{"languageRaw":"en-XA"}', encoding="utf-8")
+        self.assertNotIn("not running", self.ostrel("skip").stderr)
+        self.assertGreater(len(self.told("--help")), 1500)
+
+
+class PapersTest(Commands):
+    """What is installed beside the program."""
+
+    def commands(self):
+        return [line.split()[1:] for line in self.told("--help").splitlines() if line.startswith("  ostrel ")]
+
+    def test_help_and_version(self):
+        self.assertRegex(self.told("--version"), r"^ostrel \d+\.\d+\.\d+\n$")
+        self.assertEqual(self.told("pause", "--help"), self.told("--help"))
+        self.assertIn(["skip"], self.commands())
+
+    @unittest.skipUnless(shutil.which("groff"), "no groff")
+    def test_manual_page_is_sound_and_names_every_command(self):
+        done = subprocess.run(["groff", "-man", "-ww", "-Tutf8", "-P-cbou", str(ROOT / "docs" / "ostrel.1")],
+                              capture_output=True, text=True, check=False)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        text = done.stdout.replace("\u2010", "-").replace("\u2212", "-")
+        for words in self.commands():
+            name = " ".join(words[:2] if words[0] == "settings" or words[-1] == "--capabilities" else words[:1])
+            self.assertRegex(text, rf"(?m)^ {{7}}{re.escape(name)}\b", name)
+
+    def completed(self, *words):
+        script = (f"source '{ROOT}/packaging/completions/ostrel.bash'; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); "
+                  "_ostrel; printf '%s\\n' \"${COMPREPLY[@]}\"")
+        return subprocess.run(["bash", "-c", script, "bash", OSTREL, *words], capture_output=True, text=True, check=True,
+                              env=self.environment(), timeout=20).stdout.split()
+
+    def test_bash_completes_commands_options_and_values(self):
+        self.assertLessEqual({"status", "pause", "settings", "--help"}, set(self.completed("")))
+        self.assertEqual(self.completed("break", ""), ["eye", "body"])
+        self.assertEqual(self.completed("report", "--range", "w"), ["weekly"])
+        self.assertEqual(self.completed("settings", "set", "chimeMode", "b"), ["both"])
+        self.assertEqual(self.completed("settings", "import", ""), [])
+
+
+if __name__ == "__main__":
+    unittest.main()
