@@ -62,7 +62,7 @@ class FixedText {
         put({digits.data() + first, digits.size() - first});
     }
     [[nodiscard]] std::string_view text() const { return {bytes_.data(), length_}; }
-    [[nodiscard]] const char* c_str() const { return bytes_.data(); }
+    [[nodiscard]] const char* data() const { return bytes_.data(); }
 
   private:
     std::array<char, 4096> bytes_{};
@@ -97,13 +97,12 @@ void writeLine(int file) {
 
 // 20261121T203800Z. The library's functions for this are not for signal handlers.
 void putTime(FixedText& text) {
-    using namespace std::chrono;
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
-    const sys_seconds time{seconds{now.tv_sec}};
-    const auto day = floor<days>(time);
-    const year_month_day date(day);
-    const hh_mm_ss clock(time - day);
+    const std::chrono::sys_seconds time{std::chrono::seconds{now.tv_sec}};
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(time - day);
     text.putNumber(static_cast<std::uint64_t>(static_cast<int>(date.year())), 4);
     text.putNumber(static_cast<unsigned>(date.month()), 2);
     text.putNumber(static_cast<unsigned>(date.day()), 2);
@@ -122,7 +121,7 @@ int openReport() {
     putTime(path);
     path.put(".txt");
     const int file =
-        open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+        open(path.data(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
     path.clear();
     return file;
 }
