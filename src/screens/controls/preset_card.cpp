@@ -61,19 +61,21 @@ PresetCard::PresetCard(const PresetDefinition& preset, QWidget* parent)
     layout->setVerticalSpacing(3);
     layout->setColumnMinimumWidth(0, kMark + kPadding);
     layout->addWidget(seenOnly(makeLabel(text(), "strong")), 0, 1, 1, 3);
-    const QString figures[] = {every(preset.eyeIntervalSec), lasting(preset.eyeDurationSec),
-                               every(preset.bodyIntervalSec), lasting(preset.bodyDurationSec)};
+    const QString figures[2][2] = {
+        {every(preset.eyeIntervalSec), lasting(preset.eyeDurationSec)},
+        {every(preset.bodyIntervalSec), lasting(preset.bodyDurationSec)}};
     const std::string_view kinds[] = {"overlay.kind.eye", "overlay.kind.body"};
     for (int row = 0; row < 2; ++row) {
         layout->addWidget(seenOnly(makeLabel(Texts::of(kinds[row]), "hint")), row + 1, 1);
-        layout->addWidget(seenOnly(makeLabel(figures[2 * row])), row + 1, 2);
-        layout->addWidget(seenOnly(makeLabel(figures[2 * row + 1])), row + 1, 3);
+        layout->addWidget(seenOnly(makeLabel(figures[row][0])), row + 1, 2);
+        layout->addWidget(seenOnly(makeLabel(figures[row][1])), row + 1, 3);
     }
     for (int column = 1; column <= 3; ++column) {
         layout->setColumnStretch(column, 1);
     }
-    setAccessibleDescription(Texts::of("welcome.preset.spoken %@ %@ %@ %@",
-                                       {figures[0], figures[1], figures[2], figures[3]}));
+    setAccessibleDescription(
+        Texts::of("welcome.preset.spoken %@ %@ %@ %@",
+                  {figures[0][0], figures[0][1], figures[1][0], figures[1][1]}));
 }
 
 QRectF PresetCard::mark() const {

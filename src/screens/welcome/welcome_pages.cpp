@@ -69,7 +69,7 @@ QLabel* makeIcon(int side) {
 }
 
 QString timeOfDay(std::int64_t minute) {
-    constexpr std::int64_t kDay = 24 * 60;
+    constexpr std::int64_t kDay = 1440;
     const QTime time = QTime(0, 0).addSecs(static_cast<int>(minute % kDay) * 60);
     // Some locales have seconds even in the short form.
     const QString format = QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
@@ -143,7 +143,7 @@ Page* WelcomeWindow::makeRhythmPage() {
                 services_.timerEngine.applyPreset(card->preset());
             }
         });
-        refreshers_.push_back([card](const SettingsModel& settings) {
+        refreshers_.emplace_back([card](const SettingsModel& settings) {
             // The user's own timing is none of them.
             card->setAutoExclusive(false);
             card->setChecked(settings.activePresetID == card->preset().id);

@@ -139,7 +139,7 @@ Switch* WelcomeWindow::makeSwitch(const char* name, IsOn isOn,
     made->setAccessibleIdentifier(made->objectName());
 #endif
     connect(made, &QCheckBox::clicked, this, std::move(choose));
-    refreshers_.push_back([made, isOn = std::move(isOn)](const SettingsModel& settings) {
+    refreshers_.emplace_back([made, isOn = std::move(isOn)](const SettingsModel& settings) {
         made->setChecked(isOn(settings));
     });
     return made;

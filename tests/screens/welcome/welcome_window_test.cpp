@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <algorithm>
 
 #include "screens/controls/preset_card.h"
 #include "screens/controls/switch.h"
@@ -15,7 +16,7 @@
 namespace ostrel {
 
 struct WelcomeWindowTest : ::testing::Test {
-    WelcomeWindowTest() {
+    void SetUp() override {
         Texts::setLanguage("en");
         bench.launch();
         window = new WelcomeWindow({bench.settings(), bench.engine(), [this] { ++samples; },
@@ -51,12 +52,9 @@ struct WelcomeWindowTest : ::testing::Test {
         return window.isNull();
     }
     bool says(const char* key) {
-        for (const QLabel* label : window->findChildren<QLabel*>()) {
-            if (label->isVisible() && label->text() == Texts::of(key)) {
-                return true;
-            }
-        }
-        return false;
+        return std::ranges::any_of(window->findChildren<QLabel*>(), [key](const QLabel* label) {
+            return label->isVisible() && label->text() == Texts::of(key);
+        });
     }
 
     EngineBench bench;
