@@ -30,6 +30,7 @@ struct WelcomeWindowTest : ::testing::Test {
                                         return canSetLogin;
                                     }});
         window->present();
+        ASSERT_TRUE(runUntil([this] { return window->isActiveWindow(); }));
         atTheStart = settings();
     }
     ~WelcomeWindowTest() override { delete window; }
@@ -86,6 +87,7 @@ TEST_F(WelcomeWindowTest, HoweverItIsLeftItWasSeenAndNothingElseChanges) {
     expected.hasOnboarded = true;
     for (const auto& leave : ways) {
         bench.settings().update([](SettingsModel& model) { model.hasOnboarded = false; });
+        delete window;
         window = new WelcomeWindow({bench.settings(), bench.engine(), [] {}, [](const auto&) {},
                                     [](bool) { return true; }});
         window->present();
