@@ -25,7 +25,6 @@ QRectF centred(const QRectF& slot) {
 }  // namespace
 
 DayBar::DayBar(QWidget* chart) : QWidget(chart) {
-    setObjectName(QStringLiteral("ostrel.report.day"));
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::ClickFocus);
 }

@@ -89,6 +89,7 @@ void DayChart::makeBars(std::size_t count) {
     }
     while (bars_.size() < count) {
         bars_.push_back(new DayBar(this));
+        bars_.back()->setObjectName(QStringLiteral("ostrel.report.day.%1").arg(bars_.size()));
         bars_.back()->installEventFilter(this);
         bars_.back()->setVisible(true);
     }

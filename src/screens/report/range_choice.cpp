@@ -80,6 +80,8 @@ RangeChoice::RangeChoice(Range chosen, const std::function<void(Range)>& onChoic
     for (const Range range : {Range::weekly, Range::monthly, Range::full}) {
         auto* segment =
             new Segment(Texts::of("report.range.days %lld", {ReportSummaryView::days(range)}));
+        segment->setObjectName(
+            QStringLiteral("ostrel.report.range.%1").arg(ReportSummaryView::days(range)));
         segment->setChecked(range == chosen);
         layout->addWidget(segment);
         connect(segment, &QRadioButton::toggled, this, [range, onChoice](bool isChosen) {

@@ -332,7 +332,7 @@ TEST_F(ReportWindowTest, AStackIsAsHighAsItsBreaksAndTheGoalIsALineAtItsHeight) 
 
 TEST_F(ReportWindowTest, ExportsTheChosenSpanInEachFormat) {
     add(8, 1, BreakKind::body);
-    add(0, 2, BreakKind::eye, Outcome::skipped, 30);
+    add(0, 2, BreakKind::eye);
     open();
     const QTemporaryDir folder;
     std::vector<QString> suggested;
@@ -357,9 +357,11 @@ TEST_F(ReportWindowTest, ExportsTheChosenSpanInEachFormat) {
     const auto* sheet = all<QWidget>("ostrel.report.sheet").front();
     EXPECT_GT(picture.width(), sheet->width() * 2);
     EXPECT_GT(picture.height(), sheet->height() * 2);
-    const QPoint today = bars().back()->mapTo(sheet, bars().back()->rect().center());
+    const DayBar& today = *bars().back();
+    const QPoint foot = today.mapTo(sheet, QPoint(today.width() / 2, today.height() - 10));
     const int margin = (picture.width() / 2 - sheet->width()) / 2;
-    EXPECT_NE(picture.pixelColor((today + QPoint(margin, margin)) * 2), picture.pixelColor(0, 0));
+    EXPECT_EQ(picture.pixelColor((foot + QPoint(margin, margin)) * 2),
+              QApplication::palette().color(QPalette::Active, QPalette::Highlight));
 }
 
 TEST_F(ReportWindowTest, AFileThatCannotBeWrittenIsToldOfAndLosesNothing) {
@@ -419,14 +421,16 @@ TEST_F(ReportWindowTest, DayAndMonthStandAsTheLanguageOrdersThem) {
     }
 }
 
-TEST_F(ReportWindowTest, AnotherLanguageKeepsTheSpan) {
+TEST_F(ReportWindowTest, AnotherLanguageKeepsTheSpanAndTheDay) {
     add(0, 1, BreakKind::eye);
     open();
     choose(30);
+    bars()[3]->setFocus();
     Texts::setLanguage("en-XA");
     QEvent changed(QEvent::LanguageChange);
     QCoreApplication::sendEvent(window, &changed);
     EXPECT_EQ(bars().size(), 30U);
+    EXPECT_EQ(focused(), 3U);
     EXPECT_EQ(window->windowTitle(), Texts::of("report.title"));
     EXPECT_FALSE(isRead("Goal: 6 a day"));
 }
