@@ -122,6 +122,7 @@ class RunningTest(Commands):
         self.launch()
         watch = subprocess.Popen([OSTREL, "status", "--compact", "--watch"], stdout=subprocess.PIPE, text=True,
                                  env=self.environment())
+        self.addCleanup(watch.stdout.close)
         self.addCleanup(self.end, watch)
         lines = [watch.stdout.readline() for _ in range(3)]
         self.assertEqual(len(set(lines)), 3, lines)
@@ -277,8 +278,9 @@ class PapersTest(Commands):
     def completed(self, *words):
         script = (f"source '{ROOT}/packaging/completions/ostrel.bash'; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); "
                   "_ostrel; printf '%s\\n' \"${COMPREPLY[@]}\"")
-        return subprocess.run(["bash", "-c", script, "bash", OSTREL, *words], capture_output=True, text=True, check=True,
-                              env=self.environment(), timeout=20).stdout.split()
+        done = subprocess.run(["bash", "-c", script, "bash", OSTREL, *words], capture_output=True, text=True, check=True,
+                              env=self.environment(), timeout=20)
+        return [word for word in done.stdout.splitlines() if word]
 
     def test_bash_completes_commands_options_and_values(self):
         self.assertLessEqual({"status", "pause", "settings", "--help"}, set(self.completed("")))

@@ -17,7 +17,7 @@ struct Limits {
 };
 constexpr std::int64_t kLastMinute = 1439;
 constexpr std::int64_t kDaySec = 86'400;
-constexpr std::int64_t kMostBreaksADay = 100;
+constexpr std::int64_t kMostBreaksADay = 60;
 constexpr auto kTiming = std::to_array<Limits>({
     {"eyeBreakIntervalSec", TimingRanges::kEyeIntervalSec},
     {"eyeBreakDurationSec", TimingRanges::kEyeDurationSec},

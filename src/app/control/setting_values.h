@@ -29,8 +29,8 @@ struct Change {
 };
 
 // The settings with one of them changed to `text`, which is read as strictly as a stored value is
-// (a text may stand without its quotes) and must be what the screens offer. A timing value makes
-// all four the user's own; the identifier of a preset brings its values with it.
+// (a text may stand without its quotes) and must be within the limits of the setting. A timing
+// value makes all four the user's own; the identifier of a preset brings its values with it.
 [[nodiscard]] Change change(const SettingsModel& settings, std::string_view name,
                             const std::string& text, const Languages& languages);
 
