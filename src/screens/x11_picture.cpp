@@ -83,10 +83,10 @@ bool fetch(xcb_connection_t* x, const xcb_screen_t& screen, const QRect& area,
 
 QPixmap x11Picture(const QRect& nativeArea) {
     const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11 || nativeArea.isEmpty()) {
+    xcb_connection_t* x = x11 ? x11->connection() : nullptr;
+    if (!x || nativeArea.isEmpty()) {
         return {};
     }
-    xcb_connection_t* x = x11->connection();
     const xcb_query_extension_reply_t* shm = xcb_get_extension_data(x, &xcb_shm_id);
     const xcb_setup_t* setup = xcb_get_setup(x);
     const xcb_screen_t* screen = xcb_setup_roots_iterator(setup).data;

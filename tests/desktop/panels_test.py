@@ -117,9 +117,16 @@ class KeyboardTest(PanelTest):
         self.start(LATER)
         wait_for((self.documents / "ostrel.lock").exists, "the program")
         subprocess.run([OSTREL], env=self.environment(), check=True, capture_output=True)
-        wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--class", "^ostrel$").strip(), "the menu")
+        window = wait_for(lambda: self.windows(), "the window")
+        wait_for(lambda: output("xdotool", "getactivewindow").split() == window, "its focus")
+        key("Tab", "space")
+        wait_for(lambda: len(self.windows()) == 2, "the menu")
         key("Up", "Return")
         self.assertEqual(self.app.wait(20), 0, "the last entry is to quit")
+
+    @staticmethod
+    def windows():
+        return output("xdotool", "search", "--onlyvisible", "--class", "^ostrel$").split()
 
 
 if __name__ == "__main__":

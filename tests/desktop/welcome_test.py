@@ -78,12 +78,15 @@ class WelcomeTest(DesktopTest):
         self.assertEqual(self.settings(), {**before, "hasOnboarded": True})
         self.assertFalse(self.autostart.exists())
 
+    def is_focused_after_tab(self, name):
+        key("Tab")
+        return self.reader.has(self.part(name), self.atspi.STATE_FOCUSED)
+
     def test_a_preset_is_chosen_with_tab_and_an_arrow(self):
         self.start_for_the_first_time()
         key("Return")
         self.part("Strict")
-        key("Tab")
-        wait_for(lambda: self.reader.has(self.part("Standard"), self.atspi.STATE_FOCUSED), "the focus on Standard")
+        wait_for(lambda: self.is_focused_after_tab("Standard"), "the focus on Standard")
         key("Down")
         wait_for(lambda: self.settings()["activePresetID"] == "strict", "the preset")
         key("Escape")

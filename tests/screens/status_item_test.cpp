@@ -102,7 +102,8 @@ TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
     StatusMenu menu(services);
     EXPECT_EQ(lines(menu),
               "-Ostrel is on|-Next eye break in 20:00|-Next body break in 50:00|"
-              "Start an eye break|Start a body break|Pause|-No break yet today|Quit Ostrel");
+              "Start an eye break|Start a body break|Pause|-No break yet "
+              "today|Report|Settings|About Ostrel|Quit Ostrel");
     bench.engine().tick();
     EXPECT_NE(lines(menu).find("eye break in 20:00"), std::string::npos)
         << "closed, it stays as it is";
@@ -126,7 +127,8 @@ TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
     EXPECT_EQ(firstLine(), "Paused");
     EXPECT_EQ(lines(menu),
               "-Paused|-Until you resume|-No break until then|Start an eye break|"
-              "Start a body break|Resume|-No break yet today|Quit Ostrel");
+              "Start a body break|Resume|-No break yet today|Report|Settings|About Ostrel|"
+              "Quit Ostrel");
     bench.engine().pauseByUser(PauseDuration::forMinutes(30));
     menu.refresh();
     EXPECT_NE(lines(menu).find("|-Until 10:20|"), std::string::npos);
@@ -141,7 +143,7 @@ TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
     EXPECT_EQ(firstLine(), "Breaks are switched off");
     EXPECT_EQ(lines(menu),
               "-Breaks are switched off|Start an eye break|Start a body break|"
-              "-No break yet today|Quit Ostrel");
+              "-No break yet today|Report|Settings|About Ostrel|Quit Ostrel");
 }
 
 TEST_F(StatusItemTest, TheMenuTellsOfTheNextBreakAndOfToday) {

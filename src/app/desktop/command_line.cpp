@@ -1,6 +1,8 @@
 #include "app/desktop/command_line.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 
 #include "app/desktop/command_client.h"
 #include "app/desktop/command_completion.h"
@@ -31,6 +33,12 @@ int runApplication(int& argc, char** argv, const Words& words) {
     const auto [options, problem] = parseDesktopOptions(words);
     return options ? runDesktopApplication(argc, argv, *options)
                    : complain(problem, ExitStatus::kUsage);
+}
+
+// The toolkit's thread for the bus may still be starting: nothing is taken apart beneath it.
+[[noreturn]] void leave(int status) {
+    std::fflush(nullptr);
+    std::_Exit(status);
 }
 
 int runCommand(int& argc, char** argv, const Words& words, const StoredDocuments& documents,
@@ -65,7 +73,7 @@ int runCommandLine(int& argc, char** argv, const std::vector<std::string>& words
     if (asksForHelp(words)) {
         return print(helpText());
     }
-    return runCommand(argc, argv, words, documents, version);
+    leave(runCommand(argc, argv, words, documents, version));
 }
 
 }  // namespace ostrel

@@ -34,6 +34,7 @@ void StyledWindow::rebuild() {
     delete content_;
     content_ = makeContent();
     layout()->addWidget(content_);
+    content_->show();
     auto* again = focus.isEmpty() ? nullptr : content_->findChild<QWidget*>(focus);
     if (again != nullptr) {
         again->setFocus();

@@ -53,6 +53,7 @@ struct WelcomeWindowTest : ::testing::Test {
         return window.isNull();
     }
     bool says(const char* key) {
+        QCoreApplication::processEvents();  // what was added to a window shows in the next turn
         return std::ranges::any_of(window->findChildren<QLabel*>(), [key](const QLabel* label) {
             return label->isVisible() && label->text() == Texts::of(key);
         });

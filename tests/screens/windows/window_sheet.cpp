@@ -1,6 +1,7 @@
 // window_sheet FOLDER LANGUAGE light|dark: a picture of every page of every window, for people to
 // look at. QT_SCALE_FACTOR sets the scale.
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QListWidget>
@@ -8,10 +9,13 @@
 #include <cstring>
 
 #include "platform/api/appearance_settings.h"
+#include "screens/about/about_window.h"
 #include "screens/appearance.h"
+#include "screens/report/report_window.h"
 #include "screens/settings/settings_bench.h"
 #include "screens/settings/settings_window.h"
 #include "screens/texts/texts.h"
+#include "screens/welcome/welcome_window.h"
 
 namespace ostrel {
 namespace {
@@ -43,6 +47,43 @@ void photographSettings(SettingsBench& bench, const QDir& folder) {
     delete window;
 }
 
+void photographReport(SettingsBench& bench, const QDir& folder) {
+    AppEnvironment& environment = bench.environment;
+    auto* window = new ReportWindow({environment.reportSummary(), environment.breakLog(),
+                                     environment.streakTracker(), environment.dailyCounter(),
+                                     bench.store(), bench.platform.calendar,
+                                     [&bench] { return bench.platform.runLoop.wallNow(); },
+                                     [](QWidget&, const SaveQuestion&) { return QString(); }});
+    window->present();
+    photograph(*window, folder.filePath(QStringLiteral("report.png")));
+    delete window;
+}
+
+void photographAbout(const QDir& folder) {
+    auto* window = new AboutWindow({QStringLiteral("0.1.0"),
+                                    {{QStringLiteral("Qt 6"), "about.parts.qt"}},
+                                    QStringLiteral("/home/anna/.config/ostrel"),
+                                    std::nullopt,
+                                    [](const QString&) { return true; }});
+    window->present();
+    photograph(*window, folder.filePath(QStringLiteral("about.png")));
+    delete window;
+}
+
+void photographWelcome(SettingsBench& bench, const QDir& folder) {
+    auto* window = new WelcomeWindow({bench.store(), bench.environment.timerEngine(), [] {},
+                                      [&bench](const auto& tell) { tell(bench.capabilities); },
+                                      [](bool) { return true; }});
+    window->present();
+    for (int page = 0; page < 4; ++page) {
+        photograph(*window, folder.filePath(QStringLiteral("welcome-%1.png").arg(page)));
+        if (page < 3) {
+            window->findChild<QAbstractButton*>(QStringLiteral("ostrel.welcome.continue"))->click();
+        }
+    }
+    delete window;
+}
+
 int run(int& argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
@@ -64,6 +105,10 @@ int run(int& argc, char** argv) {
     Texts::setLanguage(argv[2]);
     QApplication::setLayoutDirection(Texts::isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     photographSettings(bench, folder);
+    photographAbout(folder);
+    photographWelcome(bench, folder);
+    bench.platform.runLoop.runUpTo(bench.platform.runLoop.now() + std::chrono::hours(6 * 24));
+    photographReport(bench, folder);
     return 0;
 }
 
