@@ -1,6 +1,7 @@
 #include "screens/controls/preset_card.h"
 
 #include <QApplication>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
@@ -81,6 +82,22 @@ PresetCard::PresetCard(const PresetDefinition& preset, QWidget* parent)
 QRectF PresetCard::mark() const {
     const QRectF place(kPadding, kPadding - 1, kMark, kMark);
     return isRightToLeft() ? place.translated(width() - 2 * kPadding - kMark, 0) : place;
+}
+
+// Tab leads to the one that is chosen, as with radio buttons.
+void PresetCard::focusInEvent(QFocusEvent* event) {
+    const bool isByTab =
+        event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (isByTab && !isChecked() && parentWidget()) {
+        for (auto* card : parentWidget()->findChildren<QAbstractButton*>(
+                 QString(), Qt::FindDirectChildrenOnly)) {
+            if (card->autoExclusive() && card->isChecked()) {
+                card->setFocus(Qt::OtherFocusReason);
+                return;
+            }
+        }
+    }
+    QAbstractButton::focusInEvent(event);
 }
 
 void PresetCard::paintEvent(QPaintEvent* /*event*/) {

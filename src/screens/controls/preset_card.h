@@ -15,6 +15,7 @@ class PresetCard : public QAbstractButton {
     [[nodiscard]] const PresetDefinition& preset() const { return preset_; }
 
   protected:
+    void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
