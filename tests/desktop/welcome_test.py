@@ -9,7 +9,8 @@ from pathlib import Path
 from desktop import LEFT, OSTREL, RIGHT, SOON, DesktopTest, is_toast_shown, key, output, overlay_windows, wait_for
 from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
 
-FIRST = {"hasOnboarded": False}
+# What has to be repaired is written whole at once.
+FIRST = {"hasOnboarded": False, "remindersMigrated": False}
 
 
 def welcome_window():

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <utility>
@@ -138,8 +139,10 @@ Switch* WelcomeWindow::makeSwitch(const char* name, IsOn isOn,
 #if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
     made->setAccessibleIdentifier(made->objectName());
 #endif
-    connect(made, &QCheckBox::clicked, this, std::move(choose));
+    // A screen reader switches it without a click.
+    connect(made, &QCheckBox::toggled, this, std::move(choose));
     refreshers_.emplace_back([made, isOn = std::move(isOn)](const SettingsModel& settings) {
+        const QSignalBlocker quiet(made);
         made->setChecked(isOn(settings));
     });
     return made;
