@@ -10,7 +10,7 @@
 namespace ostrel {
 namespace {
 
-constexpr std::int64_t kDaySec = 8 * 3600;
+constexpr std::int64_t kDaySec = 28'800;
 
 SettingsModel undisturbed(SettingsModel settings) {
     settings.ostrelEnabled = true;

@@ -27,7 +27,7 @@ QString socketPathOf(const QString& address) {
 
 }  // namespace
 
-SessionBusKeeper::SessionBusKeeper(QDBusConnection first, QString address)
+SessionBusKeeper::SessionBusKeeper(const QDBusConnection& first, QString address)
     : address_(std::move(address)), socketPath_(socketPathOf(address_)) {
     retry_.setSingleShot(true);
     connect(&retry_, &QTimer::timeout, this, [this] { attempt(); });
@@ -47,7 +47,7 @@ SessionBusKeeper::~SessionBusKeeper() {
 }
 
 QString SessionBusKeeper::address() {
-    const QString set = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    QString set = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
     if (!set.isEmpty() || runtime.isEmpty()) {
         return set;

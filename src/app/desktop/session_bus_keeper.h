@@ -23,7 +23,7 @@ class SessionBusKeeper : public QObject {
     static constexpr std::chrono::seconds kRetryPeriod{30};
 
     // `first` is the connection to begin with, `address` where the bus is looked for later.
-    SessionBusKeeper(QDBusConnection first, QString address);
+    SessionBusKeeper(const QDBusConnection& first, QString address);
     ~SessionBusKeeper() override;
 
     // Where the session bus of this process is: as the environment says, or else in the user's

@@ -18,7 +18,7 @@
 namespace ostrel {
 namespace {
 
-constexpr int kHourSec = 3600;
+constexpr std::int64_t kHourSec = 3600;
 constexpr int kMinuteSec = 60;
 constexpr int kHoursBetweenLabels = 2;
 

@@ -81,7 +81,8 @@ void TimingSliders::addRow(Card& card, std::size_t index) {
 // Dragging only shows what would be; a key or a screen reader means it at once.
 void TimingSliders::move(std::size_t index, int position) {
     const Kind& kind = kKinds[index];
-    const std::int64_t stepped = (position + kind.stepSec / 2) / kind.stepSec * kind.stepSec;
+    const std::int64_t stepped =
+        std::int64_t{position + kind.stepSec / 2} / kind.stepSec * kind.stepSec;
     Row& row = rows_[index];
     row.valueSec = std::clamp(stepped, kind.range.least, kind.range.most);
     row.label->setText(Bound::secondsText(row.valueSec));

@@ -465,7 +465,7 @@ constexpr auto kArabic = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ يأخذ عددًا من 0 إلى 1"},
     {"cli.setting.choices %@ %@", "%@ يأخذ واحدًا من هذه: %@"},
     {"cli.setting.text %@", "%@ يأخذ نصًا"},
-    {"cli.setting.texts %@", "%@ يأخذ قائمة نصوص بصيغة JSON، مثل [\"واحد\", \"اثنان\"]"},
+    {"cli.setting.texts %@", R"(%@ يأخذ قائمة نصوص بصيغة JSON، مثل ["واحد", "اثنان"])"},
     {"cli.setting.days %@", "%@ يأخذ قائمة أيام بصيغة JSON، من 1 للأحد إلى 7 للسبت، مثل [2, 3, 4]"},
     {"cli.setting.shortcut %@", "%@ يأخذ اختصارًا كما يعرضه ostrel settings get"},
     {"cli.status.break.eye %@", "استراحة العين على الشاشة: بقي %@"},

@@ -390,7 +390,7 @@ constexpr auto kChinese = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ 的值应为 0 到 1 的数"},
     {"cli.setting.choices %@ %@", "%@ 的值应为以下之一：%@"},
     {"cli.setting.text %@", "%@ 的值应为文本"},
-    {"cli.setting.texts %@", "%@ 的值应为 JSON 格式的文本列表，例如 [\"one\", \"two\"]"},
+    {"cli.setting.texts %@", R"(%@ 的值应为 JSON 格式的文本列表，例如 ["one", "two"])"},
     {"cli.setting.days %@",
      "%@ 的值应为 JSON 格式的星期列表，1 为星期日，7 为星期六，例如 [2, 3, 4]"},
     {"cli.setting.shortcut %@", "%@ 的值应为 ostrel settings get 所显示形式的快捷键"},

@@ -445,7 +445,7 @@ constexpr auto kDutch = std::to_array<Entry>({
     {"cli.setting.choices %@ %@", "%@ verwacht een van deze waarden: %@"},
     {"cli.setting.text %@", "%@ verwacht een tekst"},
     {"cli.setting.texts %@",
-     "%@ verwacht een lijst met teksten als JSON, zoals [\"een\", \"twee\"]"},
+     R"(%@ verwacht een lijst met teksten als JSON, zoals ["een", "twee"])"},
     {"cli.setting.days %@",
      "%@ verwacht een lijst met dagen als JSON, 1 voor zondag tot "
      "7 voor zaterdag, zoals [2, 3, 4]"},

@@ -438,7 +438,7 @@ constexpr auto kEnglish = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ takes a number from 0 to 1"},
     {"cli.setting.choices %@ %@", "%@ takes one of these: %@"},
     {"cli.setting.text %@", "%@ takes a text"},
-    {"cli.setting.texts %@", "%@ takes a list of texts as JSON, such as [\"one\", \"two\"]"},
+    {"cli.setting.texts %@", R"(%@ takes a list of texts as JSON, such as ["one", "two"])"},
     {"cli.setting.days %@",
      "%@ takes a list of days as JSON, 1 for Sunday to 7 for Saturday, such as [2, 3, 4]"},
     {"cli.setting.shortcut %@", "%@ takes a shortcut as ostrel settings get shows it"},

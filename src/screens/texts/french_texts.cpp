@@ -452,7 +452,7 @@ constexpr auto kFrench = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ attend un nombre de 0 à 1"},
     {"cli.setting.choices %@ %@", "%@ attend l’une de ces valeurs : %@"},
     {"cli.setting.text %@", "%@ attend un texte"},
-    {"cli.setting.texts %@", "%@ attend une liste de textes en JSON, telle que [\"un\", \"deux\"]"},
+    {"cli.setting.texts %@", R"(%@ attend une liste de textes en JSON, telle que ["un", "deux"])"},
     {"cli.setting.days %@",
      "%@ attend une liste de jours en JSON, de 1 pour dimanche à 7 pour samedi, telle que [2, 3, "
      "4]"},

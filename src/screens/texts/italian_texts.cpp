@@ -447,7 +447,7 @@ constexpr auto kItalian = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ richiede un numero da 0 a 1"},
     {"cli.setting.choices %@ %@", "%@ richiede uno di questi valori: %@"},
     {"cli.setting.text %@", "%@ richiede un testo"},
-    {"cli.setting.texts %@", "%@ richiede un elenco di testi in JSON, come [\"uno\", \"due\"]"},
+    {"cli.setting.texts %@", R"(%@ richiede un elenco di testi in JSON, come ["uno", "due"])"},
     {"cli.setting.days %@",
      "%@ richiede un elenco di giorni in JSON, da 1 per domenica a 7 per sabato, come [2, 3, 4]"},
     {"cli.setting.shortcut %@", "%@ richiede una scorciatoia come la mostra ostrel settings get"},

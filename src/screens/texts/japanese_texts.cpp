@@ -421,7 +421,7 @@ constexpr auto kJapanese = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ には 0 から 1 までの数を指定します"},
     {"cli.setting.choices %@ %@", "%@ には次のいずれかを指定します：%@"},
     {"cli.setting.text %@", "%@ には文字列を指定します"},
-    {"cli.setting.texts %@", "%@ には文字列のリストをJSONで指定します（例：[\"one\", \"two\"]）"},
+    {"cli.setting.texts %@", R"(%@ には文字列のリストをJSONで指定します（例：["one", "two"]）)"},
     {"cli.setting.days %@",
      "%@ には曜日のリストをJSONで指定します。1 は日曜日、7 は土曜日です（例：[2, 3, 4]）"},
     {"cli.setting.shortcut %@",

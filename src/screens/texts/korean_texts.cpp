@@ -418,7 +418,7 @@ constexpr auto kKorean = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ 값은 0부터 1까지의 수여야 합니다"},
     {"cli.setting.choices %@ %@", "%@ 값은 다음 중 하나여야 합니다: %@"},
     {"cli.setting.text %@", "%@ 값은 텍스트여야 합니다"},
-    {"cli.setting.texts %@", "%@ 값은 텍스트 목록을 JSON으로 써야 합니다. 예: [\"one\", \"two\"]"},
+    {"cli.setting.texts %@", R"(%@ 값은 텍스트 목록을 JSON으로 써야 합니다. 예: ["one", "two"])"},
     {"cli.setting.days %@",
      "%@ 값은 요일 목록을 JSON으로 써야 합니다. 1은 일요일, 7은 토요일입니다. 예: [2, 3, 4]"},
     {"cli.setting.shortcut %@", "%@ 값은 ostrel settings get에 나오는 형식의 단축키여야 합니다"},

@@ -451,7 +451,7 @@ constexpr auto kPolish = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ przyjmuje liczbę od 0 do 1"},
     {"cli.setting.choices %@ %@", "%@ przyjmuje jedną z wartości: %@"},
     {"cli.setting.text %@", "%@ przyjmuje tekst"},
-    {"cli.setting.texts %@", "%@ przyjmuje listę tekstów w JSON, na przykład [\"jeden\", \"dwa\"]"},
+    {"cli.setting.texts %@", R"(%@ przyjmuje listę tekstów w JSON, na przykład ["jeden", "dwa"])"},
     {"cli.setting.days %@",
      "%@ przyjmuje listę dni w JSON, od 1 (niedziela) do 7 (sobota), na przykład [2, 3, 4]"},
     {"cli.setting.shortcut %@",

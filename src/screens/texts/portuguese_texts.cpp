@@ -446,7 +446,7 @@ constexpr auto kPortuguese = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ aceita um número de 0 a 1"},
     {"cli.setting.choices %@ %@", "%@ aceita um destes valores: %@"},
     {"cli.setting.text %@", "%@ aceita um texto"},
-    {"cli.setting.texts %@", "%@ aceita uma lista de textos em JSON, como [\"um\", \"dois\"]"},
+    {"cli.setting.texts %@", R"(%@ aceita uma lista de textos em JSON, como ["um", "dois"])"},
     {"cli.setting.days %@",
      "%@ aceita uma lista de dias em JSON, de 1 para domingo a 7 para sábado, como [2, 3, 4]"},
     {"cli.setting.shortcut %@", "%@ aceita um atalho como ostrel settings get o mostra"},

@@ -448,7 +448,7 @@ constexpr auto kRussian = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ принимает число от 0 до 1"},
     {"cli.setting.choices %@ %@", "%@ принимает одно из значений: %@"},
     {"cli.setting.text %@", "%@ принимает текст"},
-    {"cli.setting.texts %@", "%@ принимает список текстов в JSON, например [\"один\", \"два\"]"},
+    {"cli.setting.texts %@", R"(%@ принимает список текстов в JSON, например ["один", "два"])"},
     {"cli.setting.days %@",
      "%@ принимает список дней в JSON, от 1 (воскресенье) до 7 (суббота), например [2, 3, 4]"},
     {"cli.setting.shortcut %@",

@@ -444,7 +444,7 @@ constexpr auto kSpanish = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ admite un número de 0 a 1"},
     {"cli.setting.choices %@ %@", "%@ admite uno de estos valores: %@"},
     {"cli.setting.text %@", "%@ admite un texto"},
-    {"cli.setting.texts %@", "%@ admite una lista de textos en JSON, como [\"uno\", \"dos\"]"},
+    {"cli.setting.texts %@", R"(%@ admite una lista de textos en JSON, como ["uno", "dos"])"},
     {"cli.setting.days %@",
      "%@ admite una lista de días en JSON, de 1 para el domingo a 7 para el sábado, como [2, 3, "
      "4]"},

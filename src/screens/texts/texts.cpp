@@ -117,7 +117,7 @@ QString translated(std::string_view key, std::span<const Argument> arguments) {
         words = textIn(languages().front(), key, arguments);
     }
     const std::string_view found = words.value_or(key);
-    const QString text = QString::fromUtf8(found.data(), static_cast<qsizetype>(found.size()));
+    QString text = QString::fromUtf8(found.data(), static_cast<qsizetype>(found.size()));
     switch (current().manner) {
         case Manner::lengthened:
             return PseudoTexts::lengthened(text);

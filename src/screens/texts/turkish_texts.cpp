@@ -437,7 +437,7 @@ constexpr auto kTurkish = std::to_array<Entry>({
     {"cli.setting.choices %@ %@", "%@ için şunlardan biri gerekir: %@"},
     {"cli.setting.text %@", "%@ için bir metin gerekir"},
     {"cli.setting.texts %@",
-     "%@ için JSON olarak bir metin listesi gerekir, örneğin [\"bir\", \"iki\"]"},
+     R"(%@ için JSON olarak bir metin listesi gerekir, örneğin ["bir", "iki"])"},
     {"cli.setting.days %@",
      "%@ için JSON olarak bir gün listesi gerekir, pazar 1, cumartesi 7, örneğin [2, 3, 4]"},
     {"cli.setting.shortcut %@",

@@ -447,7 +447,7 @@ constexpr auto kUkrainian = std::to_array<Entry>({
     {"cli.setting.fraction %@", "%@ приймає число від 0 до 1"},
     {"cli.setting.choices %@ %@", "%@ приймає одне зі значень: %@"},
     {"cli.setting.text %@", "%@ приймає текст"},
-    {"cli.setting.texts %@", "%@ приймає список текстів у JSON, наприклад [\"один\", \"два\"]"},
+    {"cli.setting.texts %@", R"(%@ приймає список текстів у JSON, наприклад ["один", "два"])"},
     {"cli.setting.days %@",
      "%@ приймає список днів у JSON, від 1 (неділя) до 7 (субота), наприклад [2, 3, 4]"},
     {"cli.setting.shortcut %@",

@@ -231,7 +231,7 @@ TEST_F(ControlTest, AnImportIsTakenAsAStoredDocumentIs) {
 }
 
 TEST_F(ControlTest, TheReportHasTheFiguresAndADayEach) {
-    const WallTime before = platform.runLoop.wallNow() - wallSec(8 * 86'400);
+    const WallTime before = platform.runLoop.wallNow() - wallSec(std::int64_t{8} * 86'400);
     environment.breakLog().append({seededUuids(2)(), before, before, BreakKind::body,
                                    BreakLogEntry::Outcome::skipped, 0, 300});
     showBreak();
