@@ -14,6 +14,7 @@
 #include "menubar/menu_bar_session.h"
 #include "overlay/overlay_manager.h"
 #include "screens/texts/texts.h"
+#include "screens/texts/time_format.h"
 
 namespace ostrel {
 namespace {
@@ -29,9 +30,7 @@ QString timeOfDay(WallTime time) {
         static_cast<std::int64_t>(std::llround(secondsSinceReference(time)));
     const QDateTime local =
         QDateTime::fromSecsSinceEpoch(sinceReference + WallClock::kUnixOffsetSec);
-    // Some locales have seconds even in the short form.
-    const QString format = QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
-    return QLocale().toString(local.time(), format);
+    return QLocale().toString(local.time(), Texts::timeFormat());
 }
 
 QColor between(const QColor& one, const QColor& other, double share) {

@@ -18,6 +18,7 @@
 #include "app/desktop/status_text.h"
 #include "app/desktop/status_watch.h"
 #include "app/desktop/stored_documents.h"
+#include "app/simulator/input_text.h"
 #include "core/settings/settings_store.h"
 
 namespace ostrel {
@@ -30,19 +31,6 @@ template <class Record>
 std::optional<Record> decoded(const std::string& text) {
     const std::optional<Json> json = parseJson(text);
     return json ? JsonCodec<Record>::decode(*json) : std::nullopt;
-}
-
-std::optional<std::string> readAll(const std::string& path) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) {
-        return std::nullopt;
-    }
-    std::ifstream file;
-    if (path != "-") {
-        file.open(path, std::ios::binary);
-    }
-    std::istream& in = path == "-" ? std::cin : file;
-    return in ? std::optional(std::string(std::istreambuf_iterator<char>(in), {})) : std::nullopt;
 }
 
 int exitStatusOf(const ControlOutcome& outcome) {
@@ -208,7 +196,7 @@ int Client::setSetting() const {
 }
 
 int Client::importSettings() const {
-    const auto document = readAll(argument(0));
+    const auto document = readInput(argument(0));
     if (!document) {
         return complain({"cli.error.read %@", {argument(0)}}, ExitStatus::kFailed);
     }

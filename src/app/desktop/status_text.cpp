@@ -9,6 +9,7 @@
 #include "app/control/control_status.h"
 #include "base/checked_seconds.h"
 #include "screens/texts/texts.h"
+#include "screens/texts/time_format.h"
 
 namespace ostrel::StatusText {
 namespace {
@@ -22,9 +23,7 @@ QString countdown(std::int64_t seconds) {
 QString timeOfDay(const std::string& isoTime) {
     const QDateTime time =
         QDateTime::fromString(QString::fromStdString(isoTime), Qt::ISODateWithMs).toLocalTime();
-    // Some locales have seconds even in the short form.
-    const QString format = QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
-    return QLocale().toString(time.time(), format);
+    return QLocale().toString(time.time(), Texts::timeFormat());
 }
 
 QString breakText(const ControlStatus::OnScreen& session) {

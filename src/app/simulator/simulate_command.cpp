@@ -9,6 +9,7 @@
 #include <iterator>
 #include <optional>
 
+#include "app/simulator/input_text.h"
 #include "app/simulator/scenario.h"
 #include "app/simulator/simulator.h"
 
@@ -27,22 +28,6 @@ std::optional<std::uint64_t> parseSeed(const std::string& text) {
     const char* end = text.data() + text.size();
     const auto [rest, failure] = std::from_chars(text.data(), end, seed);
     return failure == std::errc{} && rest == end ? std::optional(seed) : std::nullopt;
-}
-
-std::optional<std::string> readAll(const std::string& path) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) {
-        return std::nullopt;
-    }
-    std::ifstream file;
-    if (path != "-") {
-        file.open(path, std::ios::binary);
-        if (!file) {
-            return std::nullopt;
-        }
-    }
-    std::istream& in = path == "-" ? std::cin : file;
-    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 struct Options {
@@ -75,7 +60,7 @@ int runSimulateCommand(const std::vector<std::string>& arguments) {
     if (!options) {
         return refuse("usage: ostrel simulate [--seed N] SCENARIO.json|-");
     }
-    const auto text = readAll(options->path);
+    const auto text = readInput(options->path);
     if (!text) {
         return refuse(options->path + ": cannot be read");
     }

@@ -30,15 +30,6 @@ QLabel* makeIcon() {
     return label;
 }
 
-QPushButton* makeButton(std::string_view key, const char* name) {
-    auto* button = new QPushButton(Texts::of(key));
-    button->setObjectName(QString::fromLatin1(name));
-#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
-    button->setAccessibleIdentifier(button->objectName());
-#endif
-    return button;
-}
-
 QLabel* makeNotice() {
     QLabel* notice = makeLabel({}, "warning");
     notice->hide();
@@ -101,7 +92,7 @@ void AboutWindow::addPrivacy(Page& page) {
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(makeLabel(Texts::of("about.privacy.folder")));
     column->addWidget(makePath(services_.documentsFolder));
-    auto* button = makeButton("about.privacy.open", "ostrel.about.open_folder");
+    auto* button = makeButton("about.privacy.open", QStringLiteral("ostrel.about.open_folder"));
     QLabel* notice = makeNotice();
     connect(button, &QPushButton::clicked, this,
             [this, notice = QPointer(notice)] { open(services_.documentsFolder, notice); });
@@ -125,7 +116,7 @@ void AboutWindow::addCrashReports(Page& page) {
     column->addWidget(makeLabel(Texts::of(
         "crash.newest %@", {QLocale().toString(report->writtenAt, QLocale::ShortFormat)})));
     column->addWidget(makePath(report->file));
-    auto* button = makeButton("crash.open", "ostrel.about.open_report");
+    auto* button = makeButton("crash.open", QStringLiteral("ostrel.about.open_report"));
     QLabel* notice = makeNotice();
     connect(button, &QPushButton::clicked, this,
             [this, notice = QPointer(notice)] { open(services_.newestReport->file, notice); });

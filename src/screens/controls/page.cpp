@@ -2,7 +2,10 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
+
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {
@@ -19,6 +22,15 @@ QLabel* makeLabel(const QString& text, const char* look) {
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     return label;
+}
+
+QPushButton* makeButton(std::string_view key, const QString& name) {
+    auto* button = new QPushButton(Texts::of(key));
+    button->setObjectName(name);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
+    button->setAccessibleIdentifier(name);
+#endif
+    return button;
 }
 
 Card::Card(QWidget* parent) : QFrame(parent), rows_(new QVBoxLayout(this)) {

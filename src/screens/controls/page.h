@@ -3,14 +3,19 @@
 #include <QFrame>
 #include <QScrollArea>
 #include <QString>
+#include <string_view>
 
 class QLabel;
+class QPushButton;
 class QVBoxLayout;
 
 namespace ostrel {
 
 // A label in one of the styles of WindowLook; long ones wrap.
 [[nodiscard]] QLabel* makeLabel(const QString& text, const char* look = "text");
+
+// A button with the text of `key`, named for tests and screen readers.
+[[nodiscard]] QPushButton* makeButton(std::string_view key, const QString& name);
 
 // A group of rows on a card: each a label, a hint under it if there is one, and its control at the
 // other end, which a screen reader knows by the label.

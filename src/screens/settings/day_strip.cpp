@@ -14,6 +14,7 @@
 #include "screens/controls/window_look.h"
 #include "screens/settings/bound_controls.h"
 #include "screens/texts/texts.h"
+#include "screens/texts/time_format.h"
 
 namespace ostrel {
 namespace {
@@ -23,9 +24,8 @@ constexpr int kMinuteSec = 60;
 constexpr int kHoursBetweenLabels = 2;
 
 QString hourText(std::int64_t minute) {
-    return QLocale().toString(
-        QTime(0, 0).addSecs(static_cast<int>(minute) * kMinuteSec),
-        QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss")));
+    return QLocale().toString(QTime(0, 0).addSecs(static_cast<int>(minute) * kMinuteSec),
+                              Texts::timeFormat());
 }
 
 }  // namespace

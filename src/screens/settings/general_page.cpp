@@ -10,6 +10,7 @@
 
 #include "core/engine/timer_engine.h"
 #include "core/settings/document.h"
+#include "screens/controls/page.h"
 #include "screens/settings/bound_controls.h"
 #include "screens/settings/pages.h"
 #include "screens/texts/languages.h"
@@ -18,12 +19,6 @@ namespace ostrel {
 namespace {
 
 constexpr int kHighestGoal = 60;
-
-QPushButton* makeButton(std::string_view key, const char* name) {
-    auto* button = new QPushButton(Texts::of(key));
-    Bound::setName(button, name);
-    return button;
-}
 
 QSpinBox* makeGoal(SettingsStore& store) {
     auto* control = new QSpinBox;
@@ -88,7 +83,8 @@ void importFrom(const QString& path, TimerEngine& engine, QLabel* problem) {
 }
 
 QPushButton* makeExport(const SettingsServices& services, QLabel* problem) {
-    QPushButton* button = makeButton("settings.general.save", "export");
+    QPushButton* button =
+        makeButton("settings.general.save", QStringLiteral("ostrel.settings.export"));
     QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
         const QString path = QFileDialog::getSaveFileName(
             button->window(), Texts::of("settings.general.export"),
@@ -101,7 +97,8 @@ QPushButton* makeExport(const SettingsServices& services, QLabel* problem) {
 }
 
 QPushButton* makeImport(const SettingsServices& services, QLabel* problem) {
-    QPushButton* button = makeButton("settings.general.open", "import");
+    QPushButton* button =
+        makeButton("settings.general.open", QStringLiteral("ostrel.settings.import"));
     QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
         const QString path =
             QFileDialog::getOpenFileName(button->window(), Texts::of("settings.general.import"), {},
@@ -118,11 +115,14 @@ QWidget* makeReset(const SettingsServices& services) {
     auto* place = new QWidget;
     auto* across = new QHBoxLayout(place);
     across->setContentsMargins(0, 0, 0, 0);
-    QPushButton* ask = makeButton("settings.general.reset.action", "reset");
+    QPushButton* ask =
+        makeButton("settings.general.reset.action", QStringLiteral("ostrel.settings.reset"));
     ask->setProperty("look", QStringLiteral("danger"));
     QLabel* warning = makeLabel(Texts::of("settings.general.reset.warning"), "warning");
-    QPushButton* confirm = makeButton("settings.general.reset.action", "reset.confirm");
-    QPushButton* cancel = makeButton("action.cancel", "reset.cancel");
+    QPushButton* confirm = makeButton("settings.general.reset.action",
+                                      QStringLiteral("ostrel.settings.reset.confirm"));
+    QPushButton* cancel =
+        makeButton("action.cancel", QStringLiteral("ostrel.settings.reset.cancel"));
     const auto setAsking = [=](bool isAsking) {
         ask->setVisible(!isAsking);
         for (QWidget* widget : {static_cast<QWidget*>(warning), static_cast<QWidget*>(confirm),
@@ -150,7 +150,8 @@ QWidget* makeReset(const SettingsServices& services) {
 void addData(Page& page, const SettingsServices& services) {
     Card* data = page.addCard(Texts::of("settings.general.data"));
     const QString folder = QString::fromStdString(services.dataFolder);
-    QPushButton* open = makeButton("settings.general.open_folder", "open_folder");
+    QPushButton* open =
+        makeButton("settings.general.open_folder", QStringLiteral("ostrel.settings.open_folder"));
     QObject::connect(open, &QPushButton::clicked, open,
                      [folder] { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
     data->addRow(Texts::of("settings.general.folder"), folder, open);

@@ -8,20 +8,11 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "screens/controls/page.h"
 #include "screens/settings/bound_controls.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
-namespace {
-
-QPushButton* makeButton(std::string_view key, const char* name) {
-    auto* button = new QPushButton(Texts::of(key));
-    Bound::setName(button, name);
-    return button;
-}
-
-}  // namespace
-
 ProgramList::ProgramList(const SettingsServices& services)
     : services_(services), list_(new QListWidget), typed_(new QLineEdit) {
     constexpr int kListHeight = 150;
@@ -31,11 +22,14 @@ ProgramList::ProgramList(const SettingsServices& services)
     Bound::setName(typed_, "deferAppBundleIDs.typed");
     typed_->setPlaceholderText(Texts::of("settings.presence.calls.typed"));
     typed_->setAccessibleName(Texts::of("settings.presence.calls.typed"));
-    QPushButton* addTyped = makeButton("settings.presence.calls.add", "deferAppBundleIDs.add");
-    QPushButton* running = makeButton("settings.presence.calls.pick", "deferAppBundleIDs.pick");
-    QPushButton* remove = makeButton("settings.presence.calls.remove", "deferAppBundleIDs.remove");
-    QPushButton* restore =
-        makeButton("settings.presence.calls.restore", "deferAppBundleIDs.restore");
+    QPushButton* addTyped = makeButton("settings.presence.calls.add",
+                                       QStringLiteral("ostrel.settings.deferAppBundleIDs.add"));
+    QPushButton* running = makeButton("settings.presence.calls.pick",
+                                      QStringLiteral("ostrel.settings.deferAppBundleIDs.pick"));
+    QPushButton* remove = makeButton("settings.presence.calls.remove",
+                                     QStringLiteral("ostrel.settings.deferAppBundleIDs.remove"));
+    QPushButton* restore = makeButton("settings.presence.calls.restore",
+                                      QStringLiteral("ostrel.settings.deferAppBundleIDs.restore"));
     auto* menu = new QMenu(running);
     running->setMenu(menu);
 

@@ -8,6 +8,7 @@
 #include "screens/settings/bound_controls.h"
 #include "screens/settings/pages.h"
 #include "screens/texts/texts.h"
+#include "screens/texts/time_format.h"
 
 namespace ostrel {
 namespace {
@@ -24,8 +25,7 @@ QTimeEdit* makeTime(SettingsStore& store, std::int64_t SettingsModel::*field, co
     Bound::setName(control, name);
     Bound::ignoreWheel(control);
     control->setWrapping(true);
-    control->setDisplayFormat(
-        QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss")));
+    control->setDisplayFormat(Texts::timeFormat());
     Bound::follow(control, store, [control, field](const SettingsModel& settings) {
         const QSignalBlocker quiet(control);
         control->setTime(timeOf(settings.*field));

@@ -18,6 +18,7 @@
 #include "screens/controls/switch.h"
 #include "screens/status_icon.h"
 #include "screens/texts/texts.h"
+#include "screens/texts/time_format.h"
 #include "screens/welcome/figure_picture.h"
 #include "screens/welcome/welcome_window.h"
 
@@ -71,9 +72,7 @@ QLabel* makeIcon(int side) {
 QString timeOfDay(std::int64_t minute) {
     constexpr std::int64_t kDay = 1440;
     const QTime time = QTime(0, 0).addSecs(static_cast<int>(minute % kDay) * 60);
-    // Some locales have seconds even in the short form.
-    const QString format = QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
-    return QLocale().toString(time, format);
+    return QLocale().toString(time, Texts::timeFormat());
 }
 
 QString textOf(const char* prefix, std::string_view name) {

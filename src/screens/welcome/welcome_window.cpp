@@ -23,15 +23,6 @@ namespace {
 constexpr QSize kSize(640, 580);
 constexpr int kFootMargin = 20;
 
-QPushButton* makeButton(std::string_view key, const char* name) {
-    auto* button = new QPushButton(Texts::of(key));
-    button->setObjectName(QString::fromLatin1(name));
-#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
-    button->setAccessibleIdentifier(button->objectName());
-#endif
-    return button;
-}
-
 }  // namespace
 
 WelcomeWindow::WelcomeWindow(Services services)
@@ -76,12 +67,12 @@ QWidget* WelcomeWindow::makeFoot() {
     thirds->setContentsMargins(kFootMargin, kFootMargin / 2, kFootMargin, kFootMargin);
     thirds->setColumnStretch(0, 1);
     thirds->setColumnStretch(2, 1);
-    skip_ = makeButton("welcome.skip", "ostrel.welcome.skip");
+    skip_ = makeButton("welcome.skip", QStringLiteral("ostrel.welcome.skip"));
     connect(skip_, &QPushButton::clicked, this, &QWidget::close);
     dots_ = new StepDots(pages_->count());
-    back_ = makeButton("welcome.back", "ostrel.welcome.back");
+    back_ = makeButton("welcome.back", QStringLiteral("ostrel.welcome.back"));
     connect(back_, &QPushButton::clicked, this, [this] { goTo(step_ - 1); });
-    next_ = makeButton("welcome.continue", "ostrel.welcome.continue");
+    next_ = makeButton("welcome.continue", QStringLiteral("ostrel.welcome.continue"));
     next_->setProperty("look", QStringLiteral("primary"));
     connect(next_, &QPushButton::clicked, this, [this] { goTo(step_ + 1); });
     auto* steps = new QHBoxLayout;
