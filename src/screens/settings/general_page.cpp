@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSaveFile>
-#include <QSpinBox>
 #include <QUrl>
 
 #include "core/engine/timer_engine.h"
@@ -14,14 +13,15 @@
 #include "screens/settings/bound_controls.h"
 #include "screens/settings/pages.h"
 #include "screens/texts/languages.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {
 
 constexpr int kHighestGoal = 60;
 
-QSpinBox* makeGoal(SettingsStore& store) {
-    auto* control = new QSpinBox;
+NumberField* makeGoal(SettingsStore& store) {
+    auto* control = new NumberField;
     Bound::setName(control, "dailyGoalBreaks");
     Bound::ignoreWheel(control);
     control->setRange(1, kHighestGoal);
@@ -36,7 +36,7 @@ QSpinBox* makeGoal(SettingsStore& store) {
     return control;
 }
 
-QComboBox* makeLanguages(SettingsStore& store) {
+Choice* makeLanguages(SettingsStore& store) {
     std::vector<std::pair<std::string, QString>> choices = {
         {"system", Texts::of("settings.general.language.system")}};
     for (const Texts::Language& language : Texts::languages()) {
