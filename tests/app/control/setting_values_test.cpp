@@ -69,6 +69,12 @@ TEST(SettingValues, AValueIsReadStrictlyAndMustBeOnOffer) {
         {"customBreakMessages", R"(["a",1])", "cli.setting.texts %@"},
         {"customBreakMessages", "[\"\xff\"]", "cli.setting.texts %@"},
         {"startBreakHotkey", R"({"keyCode":1})", "cli.setting.shortcut %@"},
+        {"startBreakHotkey", R"({"keyCode":11,"modifiers":0,"displayString":"B"})",
+         "settings.shortcuts.invalid"},
+        {"startBreakHotkey", R"({"keyCode":49,"modifiers":256,"displayString":"Space"})",
+         "settings.shortcuts.collision %@"},
+        {"startBreakHotkey", asJson(SettingsModel{}.togglePauseHotkey).dump(),
+         "settings.shortcuts.equal"},
         {"nothing", "1", "cli.setting.unknown %@"},
     };
     for (const auto& [name, text, expected] : cases) {
