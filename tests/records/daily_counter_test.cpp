@@ -21,52 +21,6 @@ struct Bench : RecordsBench {
 
 }  // namespace
 
-TEST(DailyCounterTest, CountsAndKeepsWhatItCounted) {
-    Bench bench;
-    {
-        DailyCounter counter(bench.services());
-        EXPECT_EQ(bench.stored(kKey), "nothing") << "nothing has happened yet";
-        counter.recordEyeCompleted();
-        counter.recordEyeCompleted();
-        counter.recordBodyCompleted();
-        counter.recordSkip();
-        counter.recordPostpone();
-    }
-    const std::string stored = R"({"dateKey":"2026-03-09","eyeBreaksCompleted":2,)"
-                               R"("bodyBreaksCompleted":1,"skipsToday":1,"postponesToday":1})";
-    EXPECT_EQ(bench.stored(kKey), stored);
-    DailyCounter again(bench.services());
-    EXPECT_EQ(*again.model(), (DailyCounterModel{"2026-03-09", 2, 1, 1, 1}));
-    EXPECT_EQ(bench.stored(kKey), stored);
-}
-
-TEST(DailyCounterTest, CountsOfAnotherDayAreGoneAtTheStart) {
-    Bench bench("2026-03-10T09:00:00");
-    bench.preferences.write(kKey, R"({"dateKey":"2026-03-09","eyeBreaksCompleted":2,)"
-                                  R"("bodyBreaksCompleted":1,"skipsToday":1,"postponesToday":1})");
-    DailyCounter counter(bench.services());
-    EXPECT_EQ(*counter.model(), (DailyCounterModel{"2026-03-10", 0, 0, 0, 0}));
-    EXPECT_EQ(bench.stored(kKey), R"({"dateKey":"2026-03-10","eyeBreaksCompleted":0,)"
-                                  R"("bodyBreaksCompleted":0,"skipsToday":0,"postponesToday":0})");
-}
-
-TEST(DailyCounterTest, WhatCannotBeReadIsSetAsideAtTheNextCount) {
-    for (
-        const char* bytes :
-        {R"({"dateKey":"2026-03-09","eyeBreaksCompleted":2,"bodyBreaksCompleted":1,"skipsToday":1})",
-         R"({"dateKey":"2026-03-09","eyeBreaksCompleted":2,"bodyBreaksCompleted":1,"skipsToday":1,)"
-         R"("postponesToday":true})",
-         "[]", "\xff"}) {
-        Bench bench;
-        bench.preferences.write(kKey, bytes);
-        DailyCounter counter(bench.services());
-        EXPECT_EQ(*counter.model(), (DailyCounterModel{"2026-03-09", 0, 0, 0, 0})) << bytes;
-        EXPECT_EQ(bench.stored(kKey), bytes);
-        counter.recordSkip();
-        EXPECT_EQ(bench.preferences.damaged().find(kKey)->second, bytes);
-    }
-}
-
 TEST(DailyCounterTest, MidnightsAsTheyCome) {
     struct Case {
         const char* zone;
@@ -156,19 +110,6 @@ TEST(DailyCounterTest, FollowsTheUserAcrossTheDateLine) {
     EXPECT_EQ(counter.model()->dateKey, "2026-03-10");
     bench.run(1);
     EXPECT_EQ(counter.model()->dateKey, "2026-03-11");
-}
-
-TEST(DailyCounterTest, FailureToEncodeIsToldAndTheCountGoesOn) {
-    Bench bench;
-    DailyCounter counter(bench.services());
-    std::vector<std::string> keys;
-    const Subscription watching = bench.preferences.persistenceWriteFailed.subscribe(
-        [&](const PersistenceError& error) { keys.push_back(error.key); });
-    bench.preferences.setEncoding(MemoryPreferences::Encoding::fails);
-    counter.recordEyeCompleted();
-    EXPECT_EQ(keys, (std::vector<std::string>{kKey}));
-    EXPECT_EQ(counter.model()->eyeBreaksCompleted, 1);
-    EXPECT_EQ(bench.stored(kKey), "nothing");
 }
 
 }  // namespace ostrel

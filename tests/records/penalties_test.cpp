@@ -82,44 +82,6 @@ TEST(PenaltyTest, EachSkipWithinTheHourCostsMore) {
     EXPECT_EQ(bench.skipEye(), 90);
 }
 
-TEST(PenaltyTest, BodySkipIsDearAfterEyeSkipsAndChargesNothing) {
-    Bench bench;
-    EXPECT_EQ(bench.skipBody(), 90);
-    EXPECT_EQ(bench.skipBody(), 90) << "only eye skips make it dearer";
-    EXPECT_EQ(bench.engine().recentSkipCount(), 2);
-    EXPECT_EQ(bench.pool(), 0);
-    bench.skipEye();
-    bench.skipEye();
-    EXPECT_EQ(bench.skipBody(), 300);
-    EXPECT_EQ(bench.pool(), 270);
-    EXPECT_EQ(bench.engine().recentSkipCount(), 3);
-    EXPECT_EQ(bench.ledger().skipEvents()->back(), (SkipEvent{BreakKind::body, bench.now(), 300}));
-}
-
-TEST(PenaltyTest, StreakIsToldOnlyOnRequest) {
-    Bench bench;
-    bench.setUp([](SettingsModel& settings) { settings.notifyConsecutiveSkips = false; });
-    for (int i = 0; i < 4; ++i) {
-        bench.skipEye();
-    }
-    EXPECT_EQ(bench.told, Events());
-}
-
-TEST(PenaltyTest, UnusedPenaltyLapsesAnHourAfterTheLastEyeSkip) {
-    Bench bench;
-    bench.skipEye();
-    bench.minutes(40);
-    bench.skipBody();
-    bench.minutes(20);
-    bench.engine().expireIfStale();
-    EXPECT_EQ(bench.pool(), 90) << "an hour to the second still counts";
-    bench.run(1);
-    EXPECT_EQ(bench.engine().pendingPenaltySec(), 90) << "asking forgets skips, not the pool";
-    bench.engine().expireIfStale();
-    EXPECT_EQ(bench.pool(), 0);
-    EXPECT_EQ(bench.engine().recentSkipCount(), 1);
-}
-
 TEST(PenaltyTest, SwitchedOffItForgetsAndStartsAnew) {
     Bench bench;
     bench.skipEye();
@@ -196,17 +158,6 @@ TEST(PenaltyTest, StoredRecordsAreReadStrictly) {
     EXPECT_EQ(bench.pool(), 0);
 }
 
-TEST(PenaltyTest, FailureToEncodeKeepsThePool) {
-    Bench bench;
-    Events keys;
-    const Subscription watching = bench.preferences.persistenceWriteFailed.subscribe(
-        [&](const PersistenceError& error) { keys.push_back(error.key); });
-    bench.preferences.setEncoding(MemoryPreferences::Encoding::fails);
-    bench.skipEye();
-    EXPECT_EQ(bench.pool(), 90);
-    EXPECT_EQ(keys, (Events{kLedger, "ostrel.dailyCounter.v1", kPool}));
-}
-
 TEST(PostponeTest, OneAnHour) {
     Bench bench;
     EXPECT_EQ(bench.postpones().remainingPostpones(), 1);
@@ -235,25 +186,6 @@ TEST(PostponeTest, SpanFromTheFutureIsWaitedFor) {
     EXPECT_FALSE(bench.postpones().tryPostpone());
     bench.minutes(1);
     EXPECT_TRUE(bench.postpones().tryPostpone());
-}
-
-TEST(PostponeTest, CountThatNobodyWroteIsSurvived) {
-    Bench bench;
-    bench.preferences.write(kQuota, R"({"used":-9223372036854775808,"windowStart":794739000.0})");
-    bench.launch();
-    EXPECT_GT(bench.postpones().remainingPostpones(), 0);
-    EXPECT_TRUE(bench.postpones().tryPostpone());
-}
-
-TEST(PostponeTest, UnreadableSpanIsAFreshOne) {
-    for (const char* bytes : {R"({"used":1})", R"({"used":true,"windowStart":794739000})", ""}) {
-        Bench bench;
-        bench.preferences.write(kQuota, bytes);
-        bench.launch();
-        EXPECT_EQ(bench.stored(kQuota), bytes);
-        EXPECT_TRUE(bench.postpones().tryPostpone()) << bytes;
-        EXPECT_EQ(bench.preferences.damaged().find(kQuota)->second, bytes);
-    }
 }
 
 }  // namespace ostrel

@@ -249,27 +249,6 @@ TEST(StreakTest, DayThatWasLeftOutWhileTheClockWasWrongIsJudgedAfterwards) {
     EXPECT_EQ(bench.streak(), (Streak{1, 1}));
 }
 
-TEST(StreakTest, RulesChangedInTheFirstMomentOfADayAreThatDays) {
-    Bench bench;
-    bench.setGoal(9);
-    bench.take(2);
-    bench.jumpTo("2026-03-10T00:00:00");  // and nobody has heard of it
-    bench.setGoal(2);
-    EXPECT_EQ(bench.streak(), (Streak{0, 0}));
-    bench.take(2);
-    EXPECT_EQ(bench.streak(), (Streak{1, 1}));
-}
-
-TEST(StreakTest, IsSavedAsSoonAsItCanBe) {
-    Bench bench;
-    bench.preferences.setEncoding(MemoryPreferences::Encoding::fails);
-    bench.take(2);
-    bench.preferences.setEncoding(MemoryPreferences::Encoding::works);
-    EXPECT_EQ(bench.stored(kStreak), "nothing");
-    bench.take(1);
-    EXPECT_NE(bench.stored(kStreak), "nothing");
-}
-
 TEST(StreakTest, TravellersLoseNoDayAndNoBreakCountsTwice) {
     Bench bench("2026-03-09T18:00:00", "Pacific/Honolulu");
     bench.take(2);
@@ -390,29 +369,6 @@ TEST(DayEndTest, NightsWorkIsOneDay) {
     bench.announcer().dayEnded();
     EXPECT_EQ(bench.announced, (Events{"3 of 2"})) << "that of the morning is not of the night";
     EXPECT_EQ(bench.stored(kDayEnd), R"({"dateKey":"2026-03-09"})");
-}
-
-TEST(DayEndTest, WorkHoursMayLastAllDay) {
-    for (const std::int64_t minute : {0, 540}) {
-        Bench bench("2026-03-13T10:00:00");
-        bench.setUp([minute](SettingsModel& model) {
-            model.workHoursStartMinute = model.workHoursEndMinute = minute;
-        });
-        bench.take(2);
-        bench.goTo("2026-03-14T00:00:00");
-        bench.announcer().dayEnded();
-        EXPECT_EQ(bench.announced, (Events{"2 of 2"})) << minute;
-    }
-}
-
-TEST(DayEndTest, MinuteThatNoDayHasIsSurvived) {
-    for (const std::int64_t minute :
-         {std::int64_t{-1}, std::int64_t{1440}, std::numeric_limits<std::int64_t>::min()}) {
-        Bench bench("2026-03-09T18:00:00");
-        bench.setUp([minute](SettingsModel& model) { model.workHoursStartMinute = minute; });
-        bench.announcer().dayEnded();
-        EXPECT_EQ(bench.announced, (Events{"0 of 2"}));
-    }
 }
 
 }  // namespace ostrel

@@ -162,18 +162,6 @@ TEST_F(ControlTest, APostponePutsOffWhatIsOnTheScreenOrElseWhatComesNext) {
     EXPECT_FALSE(statusJson().contains("breakOnScreen"));
 }
 
-TEST_F(ControlTest, APostponeOfAMergedBreakIsThatOfTheBodyBreak) {
-    setUp([](SettingsModel& changed) {
-        changed.activePresetID = "custom";
-        changed.eyeBreakIntervalSec = 1700;
-        changed.bodyBreakIntervalSec = 1800;
-    });
-    environment.timerEngine().applyOwnTiming(PresetCatalog::active(settings()));
-    EXPECT_EQ(statusJson()["next"], "body");
-    EXPECT_EQ(inShort(control.postpone()), "done");
-    EXPECT_EQ(left(), (std::vector<std::int64_t>{1700, 2100}));
-}
-
 TEST_F(ControlTest, APostponeIsNotSpentOnABreakThatDoesNotCome) {
     control.pause("30m");
     EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.paused");
@@ -253,28 +241,6 @@ TEST_F(ControlTest, TheReportHasTheFiguresAndADayEach) {
         << csv;
     EXPECT_EQ(csv.find("skipped"), std::string::npos);
     EXPECT_NE(control.report("monthly", "csv").text.find("body,skipped"), std::string::npos);
-}
-
-TEST_F(ControlTest, ObserversHearWhateverChangesTheStatus) {
-    int heard = 0;
-    const auto watching = control.onChange([&heard] { ++heard; });
-    const auto hears = [&heard](const auto& act) {
-        heard = 0;
-        act();
-        return heard > 0;
-    };
-    EXPECT_TRUE(hears([this] { run(1); }));
-    EXPECT_TRUE(hears([this] { control.postpone(); }));
-    EXPECT_TRUE(hears([this] { control.pause("5m"); }));
-    EXPECT_FALSE(hears([this] { run(20); }));
-    EXPECT_TRUE(hears([this] { showBreak(); }));
-    EXPECT_TRUE(hears([this] { control.setSetting("strictMode", "true"); }));
-}
-
-TEST_F(ControlTest, AWindowIsOpenedByItsName) {
-    EXPECT_EQ(inShort(control.open("report")), "done");
-    EXPECT_EQ(inShort(control.open("cellar")), "invalid cli.error.window %@");
-    EXPECT_EQ(opened, (Events{"report"}));
 }
 
 }  // namespace

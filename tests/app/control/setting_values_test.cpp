@@ -87,18 +87,6 @@ std::string timingOf(const SettingsModel& settings) {
     return timing;
 }
 
-TEST(SettingValues, OwnTimingStartsFromWhatIsInForce) {
-    SettingsModel settings;
-    settings.activePresetID = "light";  // with the standard values beside it
-    const auto set = [&settings](const char* name, const char* value) {
-        return timingOf(SettingValues::change(settings, name, value, kLanguages).settings.value());
-    };
-    EXPECT_EQ(set("bodyBreakIntervalSec", "3600"), "custom 1800 45 3600 180");
-    EXPECT_EQ(set("activePresetID", "custom"), "custom 1800 45 5400 180");
-    EXPECT_EQ(set("activePresetID", "strict"), "strict 900 90 2400 300");
-    EXPECT_EQ(set("eyeBreakDurationSec", "45"), "light 1200 120 3000 300");
-}
-
 TEST(SettingValues, ChoicesAreWhatASettingTakes) {
     for (const std::string_view name : SettingValues::names()) {
         for (const std::string& choice : SettingValues::choices(name, kLanguages)) {

@@ -103,16 +103,6 @@ TEST_F(ControlObjectTest, OtherUsersAndThoseNobodyKnowsAreRefused) {
     EXPECT_EQ(told(), 0U);
 }
 
-TEST_F(ControlObjectTest, TheBusTellsWhoseACallerIs) {
-    std::vector<std::optional<uint>> users;
-    const auto usersOf = ControlObject::usersOf(service);
-    const auto note = [&users](std::optional<uint> found) { users.push_back(found); };
-    usersOf(service.baseService(), object.get(), note);
-    usersOf(QStringLiteral(":1.9999"), object.get(), note);
-    EXPECT_TRUE(runUntil([&users] { return users.size() == 2; }));
-    EXPECT_EQ(users, (std::vector<std::optional<uint>>{getuid(), std::nullopt}));
-}
-
 TEST_F(ControlObjectTest, TheStatusIsToldOnceASecondAtMostAndOnlyWhileSomebodyWatches) {
     change(7);
     runFor(std::chrono::milliseconds(50));

@@ -124,17 +124,6 @@ TEST(SimulatorTest, TimedPauseFollowsTheClockAndSurvivesARelaunch) {
               (Events{"100 pause.changed true", "9000 pause.changed false"}));
 }
 
-TEST(SimulatorTest, DisplaysChangeUnderABreak) {
-    const auto lines = run(R"({"durationSec": 1300, "steps": [{"at": 1210, "displays": [
-        {"displayID": 5, "x": 0, "y": 0, "width": 800, "height": 600},
-        {"displayID": 6, "x": 800, "y": 0, "width": 800, "height": 600, "main": true}]}]})");
-    EXPECT_EQ(
-        events(lines, {"overlay.opened", "overlay.windows"}, {"windows"}),
-        (Events{
-            R"(1200 overlay.opened [{"displayID":1,"role":"primary"}])",
-            R"(1210 overlay.windows [{"displayID":5,"role":"secondary"},{"displayID":6,"role":"primary"}])"}));
-}
-
 TEST(SimulatorTest, PressesAreAnsweredOrRefused) {
     const auto lines = run(R"({"durationSec": 1700, "steps": [{"at": 100, "key": 53},
         {"at": 101, "overlay": "skip"}, {"at": 1201, "overlay": "done"}, {"at": 1202, "key": 35},
@@ -170,28 +159,6 @@ TEST(SimulatorTest, FailureToEncodeLosesNothing) {
     const Json& settings = lines.back()["preferences"]["ostrel.settings.v1"];
     EXPECT_EQ(settings["strictMode"], true);
     EXPECT_EQ(settings["dailyGoalBreaks"], 9);
-}
-
-TEST(SimulatorTest, ChimesSoundWhereTheModeSaysAndOverNoOther) {
-    const auto lines = run(R"({"durationSec": 2100, "steps": [
-        {"at": 0, "settings": {"eyeBreakDurationSec": 20}},
-        {"at": 100, "startNow": "eye"}, {"at": 100.5, "overlay": "skip"}, {"at": 101, "startNow": "eye"},
-        {"at": 200, "settings": {"chimeMode": "end"}}, {"at": 300, "startNow": "eye"},
-        {"at": 400, "settings": {"chimeMode": "both", "eyePresentation": "gentle"}},
-        {"at": 450, "user": "away"}, {"at": 500, "startNow": "eye"},
-        {"at": 600, "user": "active"}, {"at": 700, "startNow": "eye"},
-        {"at": 900, "settings": {"chimeMode": "off"}}, {"at": 1000, "startNow": "body"}]})");
-    // The skip of the first break made the second one 90 s longer; nobody rested beside the card of
-    // second 700.
-    EXPECT_EQ(events(lines, {"chime"}, {"which", "restarted"}),
-              (Events{"100 chime start false", "101 chime start true", "211 chime end false",
-                      "320 chime end false", "500 chime start false", "520 chime end false",
-                      "700 chime start false"}));
-}
-
-TEST(SimulatorTest, BreakOnScreenIsClosedByQuitting) {
-    EXPECT_EQ(breaks(R"({"durationSec": 2000, "steps": [{"at": 1210, "relaunchAfterSec": 10}]})"),
-              (Events{"1200 overlay.opened eye", "1210 overlay.closed eye forcedBySleep"}));
 }
 
 TEST(ScenarioTest, SaysWhatCannotBeUsedAndWhere) {

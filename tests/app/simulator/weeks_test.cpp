@@ -208,61 +208,6 @@ TEST(WeeksTest, OrdinaryWorkWeek) {
                5 * (90 + 180 + 90 + 90 + 90) + 180);
 }
 
-// The first body break that took an eye break in is skipped, so that the eye break follows within a
-// minute of it; from then on the two never meet again.
-TEST(WeeksTest, WeekOfSkippingEverything) {
-    const Week week{"Asia/Kolkata", 9, 5.5, 7};
-    constexpr double kQuit = 28'800;
-    constexpr double kAfter = 10;
-    Expected expected(week);
-    Json steps = Json::array();
-    std::int64_t chargedSec = 0;
-    for (int day = 0; day < week.dayCount; ++day) {
-        std::map<double, const char*> opens;
-        for (double at = 1200; at <= 4800; at += 1200) {
-            opens[at] = "eye";
-        }
-        for (double at = 3000; at < kQuit; at += 3000) {
-            opens[at] = "body";
-        }
-        // Cut to 60 seconds before the tick of the skip, which takes the first of them.
-        for (double at = 6000 + kAfter + 59; at < kQuit; at += 1200) {
-            opens[at] = "eye";
-        }
-        int eyeSkips = 0;
-        int pool = 0;  // too old each morning
-        for (const auto& [at, kind] : opens) {
-            const bool isEye = kind == std::string("eye");
-            // Eye breaks are 20 minutes apart: from the third on there were two within the hour.
-            const int cost = eyeSkips == 0 ? 90 : eyeSkips == 1 ? 180 : 300;
-            const int carried = isEye ? pool : 0;
-            expected.entry(day, kind, "skipped", at, at + kAfter, (isEye ? 120 : 300) + carried,
-                           carried);
-            // Of a break whose notice falls due while another is on the screen it comes after that.
-            const bool isCovered = opens.contains(at - kNoticeSec - 9);
-            expected.askForPostpones(day, at - kNoticeSec + (isCovered ? 1 : 0));
-            expected.moves(kind, 1);
-            steps.push_back({{"at", day * kDaySec + at + kAfter}, {"key", kEscape}});
-            chargedSec += carried;
-            if (isEye) {
-                ++eyeSkips;
-                pool = cost;
-            }
-            if (day + 1 == week.dayCount && at + kAfter >= kQuit - 3600) {
-                expected.skip(at + kAfter, kind, cost);
-            }
-        }
-        if (day + 1 < week.dayCount) {
-            expected.missedDay(day, kDaySec);
-            steps.push_back({{"at", day * kDaySec + kQuit}, {"relaunchAfterSec", kDaySec - kQuit}});
-        }
-    }
-    const int lastDay = week.dayCount - 1;
-    const double lastEyeSkip = 6069 + 18 * 1200 + kAfter;
-    expectWeek(week, {{"durationSec", lastDay * kDaySec + kQuit}, {"steps", steps}},
-               expected.documents(week.nine(lastDay - 1) + kQuit, 300, lastEyeSkip), chargedSec);
-}
-
 // The same day seven times, across a change to summer time, without one quit: after a night's sleep
 // both countdowns start anew.
 TEST(WeeksTest, WeekOfSleepMeetingsAndPostpones) {

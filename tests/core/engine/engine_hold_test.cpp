@@ -22,17 +22,6 @@ struct EngineHoldTest : ::testing::Test {
     EngineBench bench;
 };
 
-TEST_F(EngineHoldTest, HeldBreakOpensWhenTheMeetingIsOver) {
-    TimerEngine& engine = holdEye();
-    bench.addPenalty(90);
-    EXPECT_TRUE(engine.isDeferring());
-    EXPECT_EQ(engine.state()->eye.remainingSec, 1000) << "the cycle began when the break was due";
-    bench.run(400);
-    bench.finishMeetings();
-    EXPECT_EQ(bench.take(), (Events{"1400 hold of eye opened", "1400 open eye +90"}));
-    EXPECT_FALSE(engine.isDeferring());
-}
-
 TEST_F(EngineHoldTest, HoldLastsItsLimitAndAtLeastAMinute) {
     const std::pair<std::int64_t, std::int64_t> limits[] = {
         {900, 900}, {61, 61}, {60, 60}, {0, 60}};
@@ -69,39 +58,6 @@ TEST_F(EngineHoldTest, MeetingThatEndedUnnoticedOpensTheBreakAtTheLimit) {
     EXPECT_EQ(bench.take(), Events{}) << "the watcher's late answer belongs to an ended hold";
 }
 
-TEST_F(EngineHoldTest, VideoHoldsOnlyWhenItShould) {
-    bench.videoPlaying = true;
-    bench.setUp([](SettingsModel& settings) { settings.delayBreakOnFullscreenVideo = false; });
-    bench.launch(1000, 9000);
-    bench.run(1000);
-    EXPECT_EQ(bench.take(), (Events{"1000 open eye +0"}));
-}
-
-TEST_F(EngineHoldTest, WithoutAMeetingWatcherTheEngineLooksAgainItself) {
-    bench.setUp([](SettingsModel& settings) {
-        settings.activePresetID = "bench";
-        settings.eyeBreakIntervalSec = 1000;
-    });
-    EngineCollaborators collaborators = bench.everybody();
-    collaborators.meetingWatcher = nullptr;
-    bench.videoPlaying = true;
-    bench.launch(collaborators);
-    bench.run(1035);
-    bench.videoPlaying = false;
-    bench.run(60);
-    EXPECT_EQ(bench.take(),
-              (Events{"1000 toast held", "1060 hold of eye opened", "1060 open eye +0"}));
-}
-
-TEST_F(EngineHoldTest, SameKindFallingDueAgainIsTheSameBreak) {
-    bench.setUp([](SettingsModel& settings) { settings.maxDeferralSec = 5000; });
-    holdEye(20000);
-    bench.run(2500);
-    EXPECT_EQ(bench.take(), Events{});
-    bench.finishMeetings();
-    EXPECT_EQ(bench.take(), (Events{"3500 hold of eye opened", "3500 open eye +0"}));
-}
-
 TEST_F(EngineHoldTest, BodyBreakTakesOverTheHoldOfAnEyeBreakWithItsStart) {
     TimerEngine& engine = holdEye(1500);
     bench.run(500);
@@ -128,28 +84,16 @@ TEST_F(EngineHoldTest, BodyBreakThatTakesAnEyeBreakInOpensWhereTheMeetingIsOver)
     EXPECT_EQ(bench.take(), Events{}) << "one break, once";
 }
 
-TEST_F(EngineHoldTest, EyeBreakFoldsIntoAHeldBodyBreak) {
-    bench.meetingActive = true;
-    TimerEngine& engine = bench.launch(1000, 500);
-    bench.run(1000);
-    EXPECT_EQ(bench.take(), (Events{"500 toast held", "1000 toast merged 1"}));
-    bench.finishMeetings();
-    EXPECT_EQ(bench.take(), (Events{"1000 hold of body opened", "1000 open body +0"}));
-    EXPECT_TRUE(engine.takeMergedEyeBreak());
-}
-
-TEST_F(EngineHoldTest, WithoutMergingTheLaterBreakWaitsForTheFirst) {
-    mergingOff();
-    TimerEngine& engine = holdEye(1500);
-    bench.run(600);
-    EXPECT_EQ(engine.state()->body.remainingSec, 0);
-    bench.finishMeetings();
+TEST_F(EngineHoldTest, BodyBreakWaitsAtZeroUntilTheScreenIsFree) {
+    TimerEngine& engine = bench.launch(5000, 100);
     bench.overlayPresented = true;
-    bench.run(100);
-    EXPECT_EQ(bench.take(), (Events{"1600 hold of eye opened", "1600 open eye +0"}));
+    bench.run(250);
+    EXPECT_EQ(engine.state()->body.remainingSec, 0);
+    EXPECT_EQ(bench.take(), Events{});
     bench.overlayPresented = false;
     bench.run(1);
-    EXPECT_EQ(bench.take(), (Events{"1701 open body +0"}));
+    EXPECT_EQ(bench.take(), (Events{"251 open body +0"}));
+    EXPECT_EQ(engine.state()->body.remainingSec, 100);
 }
 
 TEST_F(EngineHoldTest, WithoutMergingAnEyeBreakWaitsForAHeldBodyBreak) {
@@ -190,29 +134,6 @@ TEST_F(EngineHoldTest, WaitingEyeBreakIsStillWaitingAfterAPauseAndGoneAfterItsOw
     bench.run(10);
     EXPECT_EQ(bench.take(), (Events{"2201 hold of body cancelled", "2201 open eye +0"}));
     EXPECT_EQ(relaunched.state()->eye.remainingSec, 990);
-}
-
-TEST_F(EngineHoldTest, WaitingEyeBreakThatIsPostponedCountsDownAgain) {
-    mergingOff();
-    bench.meetingActive = true;
-    TimerEngine& engine = bench.launch(1000, 500);
-    bench.run(1100);
-    engine.pause(PauseReason::user);
-    EXPECT_TRUE(engine.postpone(BreakKind::eye));
-    engine.endPause(PauseReason::user);
-    bench.overlayPresented = true;
-    bench.run(100);
-    EXPECT_EQ(engine.state()->eye.remainingSec, 200);
-}
-
-TEST_F(EngineHoldTest, HeldBodyBreakThatAPauseCancelsGivesItsEyeBreakBack) {
-    bench.meetingActive = true;
-    TimerEngine& engine = bench.launch(1000, 500);
-    bench.run(1000);
-    EXPECT_TRUE(engine.eyeMergedIntoBody());
-    engine.pause(PauseReason::schedule);
-    EXPECT_FALSE(engine.eyeMergedIntoBody());
-    EXPECT_EQ(engine.state()->eye.remainingSec, 60);
 }
 
 TEST_F(EngineHoldTest, PauseStartNowAndSwitchingOffCancelTheHoldForGood) {

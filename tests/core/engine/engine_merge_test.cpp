@@ -46,24 +46,6 @@ TEST_F(EngineMergeTest, WindowGrowsWithTheEyeDurationAndCanBeSwitchedOff) {
     EXPECT_EQ(bench.take(), (Events{"1200 open eye +0"}));
 }
 
-TEST_F(EngineMergeTest, FurtherEyeBreaksBeforeTheBodyBreakFoldSilently) {
-    TimerEngine& engine = bench.launch(100, 400);
-    bench.run(400);
-    EXPECT_EQ(bench.take(), (Events{"100 toast merged 6", "400 open body +0"}));
-    EXPECT_TRUE(engine.takeMergedEyeBreak());
-    EXPECT_FALSE(engine.takeMergedEyeBreak()) << "credited twice";
-}
-
-TEST_F(EngineMergeTest, AToastOnScreenIsNotReplacedByTheMergeNotice) {
-    bench.toastStays = true;
-    TimerEngine& engine = bench.launch(100, 400);
-    bench.postponesLeft = 0;
-    EXPECT_FALSE(engine.postpone(BreakKind::eye));
-    bench.run(100);
-    EXPECT_EQ(bench.take(), (Events{"0 toast none left"}));
-    EXPECT_TRUE(engine.eyeMergedIntoBody());
-}
-
 TEST_F(EngineMergeTest, EyeBreakDueWhileAnotherIsOnScreenFoldsWithoutANotice) {
     bench.overlayPresented = true;
     TimerEngine& engine = bench.launch(100, 5000);
@@ -71,39 +53,6 @@ TEST_F(EngineMergeTest, EyeBreakDueWhileAnotherIsOnScreenFoldsWithoutANotice) {
     EXPECT_EQ(bench.take(), Events{});
     EXPECT_TRUE(engine.eyeMergedIntoBody());
     EXPECT_EQ(engine.state()->eye.remainingSec, 100);
-}
-
-TEST_F(EngineMergeTest, FreshStartForgetsTheFoldedEyeBreak) {
-    const std::pair<const char*, std::function<void(TimerEngine&)>> starts[] = {
-        {"eye break now", [](TimerEngine& e) { e.startNow(BreakKind::eye); }},
-        {"long absence", [](TimerEngine& e) { e.resumeAfterLongAbsence(3601); }},
-        {"preset", [](TimerEngine& e) { e.applyPreset(PresetCatalog::light()); }},
-    };
-    for (const auto& [name, start] : starts) {
-        EngineBench fresh;
-        TimerEngine& engine = fresh.launch(100, 300);
-        fresh.run(150);
-        EXPECT_TRUE(engine.eyeMergedIntoBody());
-        start(engine);
-        EXPECT_FALSE(engine.eyeMergedIntoBody()) << name;
-    }
-    TimerEngine& engine = bench.launch(100, 300);
-    bench.run(150);
-    engine.startNow(BreakKind::body);
-    EXPECT_TRUE(engine.takeMergedEyeBreak()) << "this is the body break it was folded into";
-}
-
-TEST_F(EngineMergeTest, BodyBreakThatDidNotTakePlaceBringsTheEyeBreakWithinAMinute) {
-    TimerEngine& engine = bench.launch(1200, 1300);
-    bench.run(1300);
-    EXPECT_EQ(bench.take(), (Events{"1200 toast merged 2", "1300 open body +0"}));
-    engine.bodyBreakNotCompleted();
-    EXPECT_EQ(engine.state()->eye.remainingSec, 60);
-    EXPECT_FALSE(engine.eyeMergedIntoBody());
-
-    bench.run(30);
-    engine.bodyBreakNotCompleted();
-    EXPECT_EQ(engine.state()->eye.remainingSec, 30) << "nothing was merged, nothing is cut";
 }
 
 }  // namespace ostrel

@@ -16,23 +16,6 @@ struct SessionStateStoreTest : ::testing::Test {
     MemoryPreferences preferences;
 };
 
-TEST_F(SessionStateStoreTest, PauseBeginsWithTheFirstReasonAndEndsWithTheLast) {
-    auto store = launch();
-    store.addReason(PauseReason::user, kNow + 1h, kNow);
-    store.setPendingPauseForgottenFireAt(kNow + 1h);
-    store.addReason(PauseReason::focus, kNow + 9h, kNow + 5min);
-    EXPECT_EQ(store.current()->pausedAt, kNow);
-    EXPECT_EQ(store.current()->userPauseUntil, kNow + 1h) << "focus has no end of its own";
-    store.removeReason(PauseReason::user);
-    EXPECT_TRUE(store.isPaused());
-    EXPECT_FALSE(store.current()->userPauseUntil);
-    EXPECT_TRUE(store.current()->pendingPauseForgottenFireAt);
-    store.removeReason(PauseReason::focus);
-    SessionStateModel unpaused;
-    unpaused.lastQuitAt = kNow;
-    EXPECT_EQ(*store.current(), unpaused);
-}
-
 TEST_F(SessionStateStoreTest, OnlyATimedUserPauseWithinADaySurvivesARelaunch) {
     using Until = std::optional<WallClock::duration>;
     struct {
@@ -74,16 +57,6 @@ TEST_F(SessionStateStoreTest, OnlyATimedUserPauseWithinADaySurvivesARelaunch) {
         }
         EXPECT_EQ(*store.current(), expected) << (until ? until->count() : -1);
     }
-}
-
-TEST_F(SessionStateStoreTest, UserPauseExpiresAtItsEnd) {
-    auto store = launch();
-    EXPECT_FALSE(store.hasUserPauseExpired(kNow));
-    store.addReason(PauseReason::user, kNow + 60s, kNow);
-    EXPECT_FALSE(store.hasUserPauseExpired(kNow + 59s));
-    EXPECT_TRUE(store.hasUserPauseExpired(kNow + 60s));
-    store.addReason(PauseReason::user, std::nullopt, kNow);
-    EXPECT_FALSE(store.hasUserPauseExpired(kNow + 99h));
 }
 
 TEST_F(SessionStateStoreTest, DocumentWithoutARequiredFieldCountsAsNone) {
