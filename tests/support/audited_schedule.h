@@ -13,11 +13,11 @@ namespace ostrel {
 // is done is noted and audited at once.
 class AuditedSchedule {
   public:
-    enum class By { button, key };
-
+    // Whoever derives from it launches at the end of the construction.
     AuditedSchedule(std::string zone, WallTime start, const SettingsModel& settings, Counts& counts)
-        : AuditedSchedule(std::move(zone), start, settings, counts, Launch::later) {
-        launch();
+        : platform_(std::move(zone), start), audit_(platform_, counts) {
+        platform_.preferences.write(SettingsStore::kKey, *printJson(settings).text);
+        audit_.skips().setDisabled(settings.disableSkipPenalty);
     }
     AuditedSchedule(const AuditedSchedule&) = delete;
     AuditedSchedule& operator=(const AuditedSchedule&) = delete;
@@ -29,7 +29,6 @@ class AuditedSchedule {
         return *environment_->settingsStore().settings();
     }
     [[nodiscard]] bool isPaused() { return environment_->sessionStateStore().isPaused(); }
-    [[nodiscard]] bool isMeeting() const { return platform_.frontmost.current().has_value(); }
     [[nodiscard]] BreakKind nextKind() {
         const TimerState& timers = *engine().state();
         return timers.eye.remainingSec <= timers.body.remainingSec ? BreakKind::eye
@@ -47,7 +46,7 @@ class AuditedSchedule {
         }
     }
 
-    void press(OverlayAction action, By by) {
+    void press(OverlayAction action) {
         note("press " + std::string(nameOf(action)));
         const auto before = session();
         const bool isPossible = before && isEnabled(action, *before);
@@ -57,9 +56,7 @@ class AuditedSchedule {
                               environment_->penaltyEngine().previewPenalty(before->kind),
                               costs ? audit_.skips().costSec(now()) : 0);
         }
-        const bool isDone = by == By::button
-                                ? overlay().press(action)
-                                : overlay().handleKey(keyOf(action)) != KeyOutcome::ignored;
+        const bool isDone = overlay().press(action);
         findings().expect("press answered", isDone, isPossible);
         findings().expect("break still on screen", session().has_value(), before && !isPossible);
         check();
@@ -106,17 +103,10 @@ class AuditedSchedule {
         check();
     }
 
-    void setMeeting(bool isMeeting) {
-        note(isMeeting ? "meeting begins" : "meeting ends");
-        platform_.frontmost.set(
-            isMeeting ? std::optional(FrontmostApplication::Application{"us.zoom.xos", 4711})
-                      : std::nullopt);
-    }
-
     void pause(PauseDuration duration) {
-        note("pause " + std::string(duration.kind == PauseDuration::Kind::minutes
-                                        ? std::to_string(duration.minutes)
-                                        : "indefinitely"));
+        note(duration.kind == PauseDuration::Kind::minutes
+                 ? "pause " + std::to_string(duration.minutes)
+                 : "pause until the next morning");
         engine().pauseByUser(duration);
         stopped();
     }
@@ -140,7 +130,7 @@ class AuditedSchedule {
     void applyPreset(const PresetDefinition& preset) {
         note("preset " + preset.id);
         engine().applyPreset(preset);
-        audit_.skips().applyPreset();
+        audit_.skips().emptyPool();
         audit_.countdowns().takeMerge();
         expectRestarted();
         check();
@@ -157,9 +147,9 @@ class AuditedSchedule {
         }
         platform_.systemEvents.didWake.send();
         platform_.runLoop.runOverdueWallTimers();
-        audit_.skips().wake(seconds);
         if (seconds > 3600) {
             findings().count("long sleep");
+            audit_.skips().emptyPool();
             expectRestarted();
         }
         check();
@@ -177,15 +167,6 @@ class AuditedSchedule {
     }
 
   protected:
-    enum class Launch { later };
-    // Whoever derives from it launches at the end of the construction.
-    AuditedSchedule(std::string zone, WallTime start, const SettingsModel& settings, Counts& counts,
-                    Launch /*later*/)
-        : platform_(std::move(zone), start), audit_(platform_, counts) {
-        platform_.preferences.write(SettingsStore::kKey, *printJson(settings).text);
-        audit_.skips().setDisabled(settings.disableSkipPenalty);
-    }
-
     // For a further audit of the same.
     virtual void willLaunch() {}
     virtual void didLaunch(AppEnvironment& /*environment*/) {}
@@ -223,32 +204,10 @@ class AuditedSchedule {
     }
 
     [[nodiscard]] bool isEnabled(OverlayAction action, const ActiveOverlaySession& session) {
-        switch (action) {
-            case OverlayAction::done:
-                return session.remainingSec == 0;
-            case OverlayAction::postpone:
-                return audit_.quota().mayPostpone(now());
-            case OverlayAction::skip:
-            case OverlayAction::gentleDone:
-            case OverlayAction::gentleSkip:
-                break;
-        }
-        return true;
+        return action == OverlayAction::done       ? session.remainingSec == 0
+               : action == OverlayAction::postpone ? audit_.quota().mayPostpone(now())
+                                                   : true;
     }
-    static std::uint32_t keyOf(OverlayAction action) {
-        switch (action) {
-            case OverlayAction::done:
-                return 36;
-            case OverlayAction::postpone:
-                return 35;
-            case OverlayAction::skip:
-            case OverlayAction::gentleDone:
-            case OverlayAction::gentleSkip:
-                break;
-        }
-        return 53;
-    }
-
     // Nothing stays on the screen.
     void stopped() {
         findings().expect("break on screen after stopping", session().has_value(), false);

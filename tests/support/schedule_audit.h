@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -90,14 +89,6 @@ class ScheduleAudit {
         countdowns_.check();
         checkHistory();
         checkCounts();
-    }
-
-    void checkIdentifiers() {
-        std::set<std::string> identifiers;
-        for (const BreakLogEntry& entry : *environment_->breakLog().entries()) {
-            identifiers.insert(uuidText(entry.id));
-        }
-        findings_.expect("identifiers", identifiers.size(), records_.entries().size());
     }
 
   private:
