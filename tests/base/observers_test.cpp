@@ -52,16 +52,6 @@ TEST(SignalTest, SignalDestroyedInMidRoundEndsIt) {
     EXPECT_EQ(heard, (Heard{1}));
 }
 
-TEST(SignalTest, SubscriptionMayOutliveItsSignal) {
-    Subscription outlives;
-    {
-        const Signal<> signal;
-        outlives = signal.subscribe([] {});
-    }
-    outlives.cancel();
-    EXPECT_FALSE(outlives);
-}
-
 TEST(SignalTest, SendingFromAnObserverRunsAWholeRoundInBetween) {
     Signal<int> signal;
     Heard heard;

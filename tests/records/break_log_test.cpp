@@ -71,15 +71,10 @@ TEST(BreakLogTest, OneBadEntryCostsTheHistoryAndIsSetAsideAtTheNextAppend) {
     };
     const std::vector<std::string> damaged = {
         "",
-        "{}",
-        "null",
         good.substr(0, good.size() - 1),
-        with(R"("kind":"body")", R"("kind":"Body")"),
         with(R"("outcome":"deferred")", R"("outcome":4)"),
-        with(R"(,"durationSec":0})", "}"),
         with(R"("durationSec":0)", R"("durationSec":0.5)"),
         with(R"("penaltyAppliedSec":0)", R"("penaltyAppliedSec":9223372036854775808)"),
-        with(R"("endedAt":2.5)", R"("endedAt":"2.5")"),
         with("00000000-0000-4000-8000-000000000000", "00000000-0000-4000-8000-00000000000"),
         with("{\"id\"", "null,{\"id\""),
     };
@@ -209,34 +204,6 @@ TEST(ReportTest, OneBucketADayOldestFirst) {
     EXPECT_EQ(report.stats(Range::monthly).postponements, 1);
     EXPECT_EQ(report.stats(Range::full).postponements, 2);
     EXPECT_EQ(report.stats(Range::monthly), (ReportSummaryStats{2, 1, 1.0 / 6, 0, 1}));
-}
-
-TEST(ReportTest, DaysWithOddMidnightsHaveTheirBuckets) {
-    struct Case {
-        const char* zone;
-        const char* day;
-        const char* today;
-    };
-    // No midnight at all; a midnight that comes twice; each seen from that day and from later.
-    for (const Case& one : {Case{"Asia/Beirut", "2022-03-27", "2022-03-27T08:00:00"},
-                            Case{"Asia/Beirut", "2022-03-27", "2022-03-28T08:00:00"},
-                            Case{"America/Havana", "2022-11-06", "2022-11-06T08:00:00"},
-                            Case{"America/Havana", "2022-11-06", "2022-11-08T08:00:00"}}) {
-        Bench bench(one.today, one.zone);
-        BreakLog log = bench.load();
-        const WallTime start =
-            bench.calendar.startOfDay(bench.at((std::string(one.day) + "T12:00:00").c_str()));
-        log.append(bench.entry(start - wallSec(1)));
-        log.append(bench.entry(start, BreakKind::body));
-        log.append(bench.entry(start + wallSec(5400), BreakKind::body));
-        const std::string dayBefore = dayKey(addDays(*parseDayKey(one.day), -1));
-        EXPECT_EQ(bench.buckets(log, Range::weekly),
-                  (std::vector<std::string>{dayBefore + " 1+0", std::string(one.day) + " 0+2"}))
-            << one.zone << " from " << one.today;
-        const auto week =
-            ReportSummaryView(log, bench.calendar, bench.clock()).dayBuckets({}, Range::weekly);
-        EXPECT_EQ(week.size(), 7U) << one.zone;
-    }
 }
 
 TEST(ExportTest, FieldsAreQuotedWhereTheyNeedIt) {

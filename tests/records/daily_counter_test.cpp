@@ -72,25 +72,6 @@ TEST(DailyCounterTest, BreakAfterMidnightAndBeforeTheTimerIsTheNewDays) {
                                                      {"2026-03-10", 0, 0, 1, 0}}));
 }
 
-TEST(DailyCounterTest, HearsOfTheDayByEveryWay) {
-    const std::vector<void (*)(SystemEvents&)> ways = {
-        [](SystemEvents& events) { events.didBecomeActive.send(); },
-        [](SystemEvents& events) { events.clockChanged.send(); },
-        [](SystemEvents& events) { events.dayChanged.send(); }};
-    for (std::size_t i = 0; i < ways.size(); ++i) {
-        Bench bench;
-        DailyCounter counter(bench.services());
-        counter.recordSkip();
-        ways[i](bench.systemEvents);
-        EXPECT_EQ(counter.model()->skipsToday, 1) << i;
-        bench.jumpTo("2026-03-11T23:00:00");
-        ways[i](bench.systemEvents);
-        EXPECT_EQ(*counter.model(), (DailyCounterModel{"2026-03-11", 0, 0, 0, 0})) << i;
-        bench.run(3600);
-        EXPECT_EQ(counter.model()->dateKey, "2026-03-12") << i;
-    }
-}
-
 TEST(DailyCounterTest, FollowsTheUserAcrossTheDateLine) {
     Bench bench("2026-03-09T23:30:00", "Pacific/Honolulu");
     DailyCounter counter(bench.services());

@@ -177,15 +177,4 @@ TEST(PostponeTest, OneAnHour) {
         << "asking began the new hour";
 }
 
-TEST(PostponeTest, SpanFromTheFutureIsWaitedFor) {
-    Bench bench;
-    EXPECT_TRUE(bench.postpones().tryPostpone());
-    bench.runLoop.shiftWallClock(wallSec(-1800));
-    bench.launch();
-    bench.minutes(89);
-    EXPECT_FALSE(bench.postpones().tryPostpone());
-    bench.minutes(1);
-    EXPECT_TRUE(bench.postpones().tryPostpone());
-}
-
 }  // namespace ostrel

@@ -32,11 +32,9 @@ class EngineBench : MeetingPresenceGuarding,
     std::int64_t postponesLeft = 1;
     bool meetingActive = false;
     bool videoPlaying = false;
-    bool toastStays = false;  // a shown toast stays on the screen until it is dismissed
     bool overlayPresented = false;
     std::vector<BreakLogEntry> log;
     std::vector<std::function<void()>> meetingCompletions;
-    int housekeepings = 0;
     MemoryPreferences preferences;
 
     EngineBench() : EngineBench("2026-03-09T09:00:00", "UTC") {}
@@ -56,21 +54,24 @@ class EngineBench : MeetingPresenceGuarding,
     SessionStateStore& session() { return *session_; }
 
     // A second call is a relaunch over the same preferences.
-    TimerEngine& launch(EngineCollaborators collaborators) {
+    TimerEngine& launch() {
         engine_.reset();
         settings_ = std::make_unique<SettingsStore>(preferences);
         session_ = std::make_unique<SessionStateStore>(preferences, runLoop.wallNow());
         engine_ = std::make_unique<TimerEngine>(
-            TimerEngine::Services{*settings_, *session_, calendar, runLoop,
-                                  [this] { return runLoop.wallNow(); }, seededUuids(1),
-                                  collaborators},
+            TimerEngine::Services{*settings_,
+                                  *session_,
+                                  calendar,
+                                  runLoop,
+                                  [this] { return runLoop.wallNow(); },
+                                  seededUuids(1),
+                                  {this, this, this, this, this, this, this}},
             TimerEngine::Ticking::automatic);
         engine_->setIsOverlayPresented([this] { return overlayPresented; });
         watch();
         engine_->configure(PresetCatalog::active(*settings_->settings()));
         return *engine_;
     }
-    TimerEngine& launch() { return launch(everybody()); }
     TimerEngine& launch(std::int64_t eyeSec, std::int64_t bodySec) {
         setUp([&](SettingsModel& model) {
             model.activePresetID = "bench";
@@ -81,7 +82,6 @@ class EngineBench : MeetingPresenceGuarding,
     }
 
     TimerEngine& engine() { return *engine_; }
-    EngineCollaborators everybody() { return {this, this, this, this, this, this, this}; }
 
     void run(std::int64_t seconds) { runLoop.runFor(std::chrono::seconds(seconds)); }
     void finishMeetings() {
@@ -152,17 +152,16 @@ class EngineBench : MeetingPresenceGuarding,
         }
     }
 
-    bool isToastOnScreen() const override { return toastOnScreen_; }
+    bool isToastOnScreen() const override { return false; }
     void show(Message message, std::optional<std::int64_t> argument, const Handlers&) override {
         static constexpr const char* kNames[] = {
             "merged", "pre-break eye", "pre-break body", "pause ended", "none left",
             "held",   "dropped",       "away both",      "away eye",    "away body"};
-        toastOnScreen_ = toastStays;
         note("toast " + std::string(kNames[static_cast<std::size_t>(message)]) +
              (argument ? " " + std::to_string(*argument) : ""));
     }
-    void dismiss() override { toastOnScreen_ = false; }
-    void dismissCounting() override { toastOnScreen_ = false; }
+    void dismiss() override {}
+    void dismissCounting() override {}
 
     const Published<std::int64_t>& unconsumedPenaltySec() const override { return pool_; }
     std::int64_t consumePenalty() override {
@@ -171,7 +170,7 @@ class EngineBench : MeetingPresenceGuarding,
         return taken;
     }
     void clearPenalty() override { pool_.set(0); }
-    void expireIfStale() override { ++housekeepings; }
+    void expireIfStale() override {}
     std::int64_t previewPenalty(BreakKind) override { return 0; }
     std::int64_t registerSkip(BreakKind) override { return 0; }
     std::int64_t recentSkipCount() const override { return 0; }
@@ -183,7 +182,6 @@ class EngineBench : MeetingPresenceGuarding,
 
     Events events_;
     Published<std::int64_t> pool_;
-    bool toastOnScreen_ = false;
     bool breakSoonPosted_ = false;
     bool forgottenScheduled_ = false;
     std::unique_ptr<SettingsStore> settings_;

@@ -49,15 +49,6 @@ TEST_F(EngineHoldTest, HoldLastsItsLimitAndAtLeastAMinute) {
     }
 }
 
-TEST_F(EngineHoldTest, MeetingThatEndedUnnoticedOpensTheBreakAtTheLimit) {
-    holdEye();
-    bench.meetingActive = false;  // the watcher has not told yet
-    bench.run(900);
-    EXPECT_EQ(bench.take(), (Events{"1900 hold of eye opened", "1900 open eye +0"}));
-    bench.finishMeetings();
-    EXPECT_EQ(bench.take(), Events{}) << "the watcher's late answer belongs to an ended hold";
-}
-
 TEST_F(EngineHoldTest, BodyBreakTakesOverTheHoldOfAnEyeBreakWithItsStart) {
     TimerEngine& engine = holdEye(1500);
     bench.run(500);

@@ -104,18 +104,4 @@ TEST_F(EnginePauseTest, ReminderIsNotMadeUpForWhenTheUserPausesLater) {
     EXPECT_EQ(bench.take(), Events{});
 }
 
-TEST_F(EnginePauseTest, PauseThatARelaunchDropsLeavesNoReminder) {
-    bench.launch().pauseByUser(PauseDuration::indefinite());
-    bench.take();
-    bench.launch();
-    EXPECT_EQ(bench.take(), (Events{"0 reminder withdrawn"}));
-    EXPECT_LT(forgottenInSec(), 0);
-}
-
-TEST_F(EnginePauseTest, ReminderOfAPauseThatIsNotTheUsersNeverGetsOut) {
-    bench.launch().pause(PauseReason::schedule);
-    bench.run(3600);
-    EXPECT_EQ(bench.take(), (Events{"0 remind in 3600", "3600 reminder withdrawn"}));
-}
-
 }  // namespace ostrel

@@ -23,21 +23,6 @@ TEST_F(EngineWarningTest, EachWarningComesOnceACycleAtItsLead) {
                                     "1200 soon withdrawn", "1200 open eye +0"}));
 }
 
-TEST_F(EngineWarningTest, LeadOfNothingOrOfAWholeIntervalNeverWarns) {
-    const std::pair<std::int64_t, bool> leadsSec[] = {
-        {0, false}, {99, true}, {100, false}, {120, false}};
-    for (const auto& [lead, warns] : leadsSec) {
-        EngineBench fresh;
-        fresh.setUp([leadSec = lead](SettingsModel& settings) {
-            settings.breakSoonLeadSec = leadSec;
-            settings.preBreakToastLeadSec = 0;
-        });
-        fresh.launch(100, 9000);
-        fresh.run(99);
-        EXPECT_EQ(!fresh.take().empty(), warns) << lead;
-    }
-}
-
 TEST_F(EngineWarningTest, BreakThatWillMergeIsNotAnnounced) {
     bench.launch(1200, 1300);
     bench.run(1200);

@@ -92,10 +92,4 @@ TEST_F(SessionStateStoreTest, DatesRoundTripBitForBitAndAbsentOnesAreLeftOut) {
               R"({"isPaused":false,"lastQuitAt":794915400.0,"pauseReasons":[]})");
 }
 
-TEST_F(SessionStateStoreTest, IsPausedFollowsTheReasonsWhateverIsStored) {
-    preferences.write(SessionStateStore::kKey,
-                      R"({"isPaused":true,"lastQuitAt":1,"pauseReasons":[],"pausedAt":null})");
-    EXPECT_FALSE(launch().isPaused());
-}
-
 }  // namespace ostrel

@@ -67,10 +67,4 @@ TEST_F(SettingsStoreTest, PresetDurationsAreNormalizedOnce) {
     EXPECT_EQ(timings("mine", 5), (std::vector<std::int64_t>{60, 20, 3000, 60}));
 }
 
-TEST_F(SettingsStoreTest, CompleteOrNotADocumentThatNeedsNoRepairIsLeftAsItIs) {
-    load(R"({"strictMode":true})");
-    EXPECT_EQ(writes, 0);
-    EXPECT_EQ(preferences.read(kKey), R"({"strictMode":true})");
-}
-
 }  // namespace ostrel
