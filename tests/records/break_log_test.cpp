@@ -137,24 +137,6 @@ TEST(BreakLogTest, WhatIsStoredIsAlwaysTheWholeListAsItStands) {
     EXPECT_GT(longest, 100U);
 }
 
-TEST(BreakLogTest, ObserverThatAppendsLosesNothing) {
-    Bench bench;
-    BreakLog log = bench.load();
-    log.append(bench.entry(bench.now()));
-    bench.jumpTo("2026-06-09T09:00:00");
-    bool hasAppended = false;
-    const Subscription appending = log.entries().onChange([&](const auto&) {
-        if (!std::exchange(hasAppended, true)) {
-            log.append(bench.entry(bench.now(), BreakKind::body));
-        }
-    });
-    log.append(bench.entry(bench.now()));
-    EXPECT_EQ(log.entries()->size(), 2U);
-    log.append(bench.entry(bench.now()));
-    EXPECT_EQ(bench.stored(kKey), *printJson(*log.entries()).text);
-    EXPECT_EQ(*bench.load().entries(), *log.entries());
-}
-
 TEST(BreakLogTest, TotalsOfTheLastDays) {
     Bench bench("2026-03-09T12:00:00", "Europe/Berlin");
     BreakLog log = bench.load();

@@ -49,16 +49,6 @@ TEST(DailyCounterTest, MidnightsAsTheyCome) {
     }
 }
 
-TEST(DailyCounterTest, LessThanASecondToMidnightIsWaitedForAWholeOne) {
-    Bench bench("2026-03-09T23:59:59");
-    bench.run(0.75);
-    DailyCounter counter(bench.services());
-    bench.run(0.9);
-    EXPECT_EQ(counter.model()->dateKey, "2026-03-09");
-    bench.run(0.1);
-    EXPECT_EQ(counter.model()->dateKey, "2026-03-10");
-}
-
 TEST(DailyCounterTest, BreakAfterMidnightAndBeforeTheTimerIsTheNewDays) {
     Bench bench("2026-03-09T23:00:00");
     DailyCounter counter(bench.services());

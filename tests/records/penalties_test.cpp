@@ -1,13 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <memory>
 
 #include "records/daily_counter.h"
 #include "records/penalty_engine.h"
 #include "records/penalty_ledger.h"
 #include "records/postpone_quota.h"
 #include "records/postpone_service.h"
-#include "support/events.h"
 #include "support/records_bench.h"
 
 namespace ostrel {
@@ -28,28 +27,20 @@ class Bench : public RecordsBench, SkipStreakNotifying {
         counter_ = std::make_unique<DailyCounter>(
             DailyCounter::Services{preferences, calendar, runLoop, systemEvents, clock()});
         ledger_ = std::make_unique<PenaltyLedger>(preferences);
-        engine_ = std::make_unique<PenaltyEngine>(
-            PenaltyEngine::Services{clock(), *ledger_, settings, *counter_, this, preferences,
-                                    [this] { told.emplace_back("attention"); }});
+        engine_ = std::make_unique<PenaltyEngine>(PenaltyEngine::Services{
+            clock(), *ledger_, settings, *counter_, this, preferences, [] {}});
         quota_ = std::make_unique<PostponeQuota>(preferences, clock());
         service_ = std::make_unique<PostponeService>(clock(), *quota_, *counter_);
     }
     void minutes(double count) { run(count * 60); }
     std::int64_t skipEye() { return engine_->registerSkip(BreakKind::eye); }
-    std::int64_t skipBody() { return engine_->registerSkip(BreakKind::body); }
     [[nodiscard]] std::int64_t pool() const { return *engine_->unconsumedPenaltySec(); }
 
-    PenaltyEngine& engine() { return *engine_; }
-    PenaltyLedger& ledger() { return *ledger_; }
     DailyCounter& counter() { return *counter_; }
     PostponeService& postpones() { return *service_; }
 
-    Events told;
-
   private:
-    void postSkipStreak(std::int64_t count) override {
-        told.push_back("streak " + std::to_string(count));
-    }
+    void postSkipStreak(std::int64_t /*count*/) override {}
 
     std::unique_ptr<DailyCounter> counter_;
     std::unique_ptr<PenaltyLedger> ledger_;
@@ -59,68 +50,6 @@ class Bench : public RecordsBench, SkipStreakNotifying {
 };
 
 }  // namespace
-
-TEST(PenaltyTest, EachSkipWithinTheHourCostsMore) {
-    Bench bench;
-    for (const std::int64_t cost : {90, 180, 300, 300}) {
-        EXPECT_EQ(bench.engine().previewPenalty(BreakKind::eye), cost);
-        EXPECT_EQ(bench.engine().previewPenalty(BreakKind::body), 0);
-        EXPECT_EQ(bench.skipEye(), cost);
-        bench.minutes(10);
-    }
-    EXPECT_EQ(bench.told, (Events{"streak 3", "attention", "streak 4", "attention"}));
-    EXPECT_EQ(bench.pool(), 870);
-    EXPECT_EQ(bench.engine().consumePenalty(), 870);
-    EXPECT_EQ(bench.engine().consumePenalty(), 0) << "charged once";
-    EXPECT_EQ(bench.counter().model()->skipsToday, 4);
-
-    bench.minutes(20);  // the first was exactly an hour ago
-    EXPECT_EQ(bench.ledger().totalCount(bench.now()), 4);
-    bench.run(0.5);
-    EXPECT_EQ(bench.ledger().totalCount(bench.now()), 3);
-    bench.minutes(61);
-    EXPECT_EQ(bench.skipEye(), 90);
-}
-
-TEST(PenaltyTest, SwitchedOffItForgetsAndStartsAnew) {
-    Bench bench;
-    bench.skipEye();
-    bench.setUp([](SettingsModel& settings) { settings.strictMode = true; });
-    EXPECT_EQ(bench.pool(), 90) << "another setting is no reason";
-    bench.setUp([](SettingsModel& settings) { settings.disableSkipPenalty = true; });
-    EXPECT_EQ(bench.pool(), 0);
-    EXPECT_EQ(bench.stored(kPool), "nothing");
-    EXPECT_EQ(bench.stored(kLedger), "nothing");
-    EXPECT_EQ(bench.skipEye(), 0);
-    EXPECT_EQ(bench.engine().previewPenalty(BreakKind::eye), 0);
-    EXPECT_EQ(bench.counter().model()->skipsToday, 1) << "not counted this way";
-    EXPECT_TRUE(bench.ledger().skipEvents()->empty());
-    bench.setUp([](SettingsModel& settings) { settings.disableSkipPenalty = false; });
-    EXPECT_EQ(bench.skipEye(), 90);
-}
-
-TEST(PenaltyTest, PoolAndLedgerOutliveARelaunchForAnHour) {
-    struct Case {
-        double minutesBetween;
-        std::int64_t pool;
-        std::int64_t nextCost;
-    };
-    for (const Case& one : {Case{59, 270, 300}, Case{60, 270, 300}, Case{60.1, 0, 90}}) {
-        Bench bench;
-        bench.skipEye();
-        bench.skipEye();
-        bench.jumpTo("2026-03-09T09:00:00");
-        bench.runLoop.shiftWallClock(wallSec(static_cast<std::int64_t>(one.minutesBetween * 60)));
-        bench.launch();
-        EXPECT_EQ(bench.pool(), one.pool) << one.minutesBetween;
-        EXPECT_EQ(bench.engine().previewPenalty(BreakKind::eye), one.nextCost);
-    }
-    Bench bench;
-    bench.skipEye();
-    bench.runLoop.shiftWallClock(wallSec(-60));
-    bench.launch();
-    EXPECT_EQ(bench.pool(), 0) << "nobody knows how old a pool from the future is";
-}
 
 TEST(PenaltyTest, StoredRecordsAreReadStrictly) {
     struct Case {

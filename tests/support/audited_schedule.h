@@ -87,13 +87,12 @@ class AuditedSchedule {
     void postponeAhead(BreakKind kind) {
         note("postpone ahead " + std::string(nameOf(kind)));
         const bool isFree = !session() && !audit_.countdowns().heldKind();
-        const bool isGranted = isFree && audit_.quota().mayPostpone(now());
+        const bool isGranted = isFree && mayPostpone();
         const TimerState before = *engine().state();
         findings().expect("postponed", engine().postpone(kind), isGranted);
         TimerState after = before;
         if (isGranted) {
             (kind == BreakKind::eye ? after.eye : after.body).remainingSec += 300;
-            audit_.quota().use();
             audit_.records().add({{}, now(), now(), kind, BreakLogEntry::Outcome::postponed, 0, 0});
         }
         findings().count(isGranted ? "postponed ahead"
@@ -104,9 +103,7 @@ class AuditedSchedule {
     }
 
     void pause(PauseDuration duration) {
-        note(duration.kind == PauseDuration::Kind::minutes
-                 ? "pause " + std::to_string(duration.minutes)
-                 : "pause until the next morning");
+        note("pause " + std::to_string(duration.minutes));
         engine().pauseByUser(duration);
         stopped();
     }
@@ -196,6 +193,9 @@ class AuditedSchedule {
     [[nodiscard]] VirtualPlatform& platform() { return platform_; }
 
   private:
+    [[nodiscard]] bool mayPostpone() {
+        return environment_->postponeService().remainingPostpones() > 0;
+    }
     [[nodiscard]] OverlayManager& overlay() { return environment_->overlayManager(); }
 
     void runFor(double seconds) {
@@ -205,7 +205,7 @@ class AuditedSchedule {
 
     [[nodiscard]] bool isEnabled(OverlayAction action, const ActiveOverlaySession& session) {
         return action == OverlayAction::done       ? session.remainingSec == 0
-               : action == OverlayAction::postpone ? audit_.quota().mayPostpone(now())
+               : action == OverlayAction::postpone ? mayPostpone()
                                                    : true;
     }
     // Nothing stays on the screen.

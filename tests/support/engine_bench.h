@@ -29,9 +29,7 @@ class EngineBench : MeetingPresenceGuarding,
                     PostponeRation,
                     BreakLogging {
   public:
-    std::int64_t postponesLeft = 1;
     bool meetingActive = false;
-    bool videoPlaying = false;
     bool overlayPresented = false;
     std::vector<BreakLogEntry> log;
     std::vector<std::function<void()>> meetingCompletions;
@@ -45,22 +43,14 @@ class EngineBench : MeetingPresenceGuarding,
 
     void setUp(const std::function<void(SettingsModel&)>& change) { settings().update(change); }
 
-    SettingsStore& settings() {
-        if (!settings_) {
-            settings_ = std::make_unique<SettingsStore>(preferences);
-        }
-        return *settings_;
-    }
-    SessionStateStore& session() { return *session_; }
+    SettingsStore& settings() { return settings_; }
+    SessionStateStore& session() { return session_; }
 
-    // A second call is a relaunch over the same preferences.
+    // Anew, with the same settings.
     TimerEngine& launch() {
-        engine_.reset();
-        settings_ = std::make_unique<SettingsStore>(preferences);
-        session_ = std::make_unique<SessionStateStore>(preferences, runLoop.wallNow());
         engine_ = std::make_unique<TimerEngine>(
-            TimerEngine::Services{*settings_,
-                                  *session_,
+            TimerEngine::Services{settings_,
+                                  session_,
                                   calendar,
                                   runLoop,
                                   [this] { return runLoop.wallNow(); },
@@ -69,7 +59,7 @@ class EngineBench : MeetingPresenceGuarding,
             TimerEngine::Ticking::automatic);
         engine_->setIsOverlayPresented([this] { return overlayPresented; });
         watch();
-        engine_->configure(PresetCatalog::active(*settings_->settings()));
+        engine_->configure(PresetCatalog::active(*settings_.settings()));
         return *engine_;
     }
     TimerEngine& launch(std::int64_t eyeSec, std::int64_t bodySec) {
@@ -90,8 +80,6 @@ class EngineBench : MeetingPresenceGuarding,
             completion();
         }
     }
-    void addPenalty(std::int64_t seconds) { pool_.set(*pool_ + seconds); }
-    [[nodiscard]] std::int64_t penaltyPool() const { return *pool_; }
 
     // What has happened since the last call.
     Events take() { return std::exchange(events_, {}); }
@@ -114,11 +102,6 @@ class EngineBench : MeetingPresenceGuarding,
             [this](std::int64_t penalty) { note("open eye +" + std::to_string(penalty)); }));
         watching_.push_back(engine.shouldOpenBodyBreak.subscribe(
             [this](std::int64_t penalty) { note("open body +" + std::to_string(penalty)); }));
-        watching_.push_back(engine.shouldCloseOverlayForPause.subscribe([this] {
-            if (std::exchange(overlayPresented, false)) {
-                note("close for pause");
-            }
-        }));
         watching_.push_back(engine.holdEnded.subscribe([this](BreakKind kind, HoldEnd how) {
             note("hold of " + std::string(nameOf(kind)) + " " + std::string(nameOf(how)));
         }));
@@ -128,7 +111,7 @@ class EngineBench : MeetingPresenceGuarding,
     void waitUntilClear(std::function<void()> completion) override {
         meetingCompletions.push_back(std::move(completion));
     }
-    bool isVideoPlaying() const override { return videoPlaying; }
+    bool isVideoPlaying() const override { return false; }
 
     void postBreakSoon(BreakKind kind, std::int64_t leadSec, bool canPostpone) override {
         breakSoonPosted_ = true;
@@ -164,19 +147,15 @@ class EngineBench : MeetingPresenceGuarding,
     void dismissCounting() override {}
 
     const Published<std::int64_t>& unconsumedPenaltySec() const override { return pool_; }
-    std::int64_t consumePenalty() override {
-        const std::int64_t taken = *pool_;
-        pool_.set(0);
-        return taken;
-    }
-    void clearPenalty() override { pool_.set(0); }
+    std::int64_t consumePenalty() override { return 0; }
+    void clearPenalty() override {}
     void expireIfStale() override {}
     std::int64_t previewPenalty(BreakKind) override { return 0; }
     std::int64_t registerSkip(BreakKind) override { return 0; }
     std::int64_t recentSkipCount() const override { return 0; }
 
-    std::int64_t remainingPostpones() override { return postponesLeft; }
-    bool tryPostpone() override { return postponesLeft > 0 && postponesLeft-- > 0; }
+    std::int64_t remainingPostpones() override { return 1; }
+    bool tryPostpone() override { return true; }
 
     void append(const BreakLogEntry& entry) override { log.push_back(entry); }
 
@@ -184,8 +163,8 @@ class EngineBench : MeetingPresenceGuarding,
     Published<std::int64_t> pool_;
     bool breakSoonPosted_ = false;
     bool forgottenScheduled_ = false;
-    std::unique_ptr<SettingsStore> settings_;
-    std::unique_ptr<SessionStateStore> session_;
+    SettingsStore settings_{preferences};
+    SessionStateStore session_{preferences, runLoop.wallNow()};
     std::unique_ptr<TimerEngine> engine_;
     std::vector<Subscription> watching_;
 };

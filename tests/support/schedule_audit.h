@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "menubar/notification_ids.h"
 #include "support/countdown_audit.h"
 #include "support/records_model.h"
 #include "support/skip_model.h"
@@ -30,13 +29,6 @@ class ScheduleAudit {
             countdowns_.dropped.subscribe([this](BreakKind kind, WallTime heldSince) {
                 add({{}, heldSince, now(), kind, {}, 0, 0}, BreakLogEntry::Outcome::deferred);
             }));
-        // A notice of a break to come says whether it can be postponed.
-        watching_.push_back(
-            platform_.notifications.posted.subscribe([this](const NotificationRequest& request) {
-                if (request.id == NotificationRequestID::kBreakSoon) {
-                    static_cast<void>(quota_.mayPostpone(now()));
-                }
-            }));
         watching_.push_back(
             platform_.attentionRequested.subscribe([this] { ++attentionRequests_; }));
     }
@@ -46,7 +38,6 @@ class ScheduleAudit {
     [[nodiscard]] Findings& findings() { return findings_; }
     [[nodiscard]] CountdownAudit& countdowns() { return countdowns_; }
     [[nodiscard]] SkipModel& skips() { return skips_; }
-    [[nodiscard]] QuotaModel& quota() { return quota_; }
     [[nodiscard]] RecordsModel& records() { return records_; }
     [[nodiscard]] bool isBreakOpen() const { return open_.has_value(); }
 
@@ -54,7 +45,6 @@ class ScheduleAudit {
         environment_ = &environment;
         countdowns_.watch(environment);
         skips_.launch(now());
-        quota_.launch(now());
         comparedEntries_ = 0;
         OverlayManager& overlay = environment.overlayManager();
         watchingOverlay_.push_back(overlay.didPresent.subscribe([this] { noteOpened(); }));
@@ -140,7 +130,6 @@ class ScheduleAudit {
                 return;
             case CloseReason::postponed:
                 add(entry, Outcome::postponed);
-                quota_.use();
                 findings_.expect("seconds until it is back", countdowns_.remainingSec(kind), 300);
                 return;
             case CloseReason::forcedBySleep:
@@ -199,7 +188,6 @@ class ScheduleAudit {
     Findings findings_;
     CountdownAudit countdowns_;
     SkipModel skips_;
-    QuotaModel quota_;
     RecordsModel records_;
     AppEnvironment* environment_ = nullptr;
     std::optional<BreakLogEntry> open_;  // the break on screen, as far as it can be told

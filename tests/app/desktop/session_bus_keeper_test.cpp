@@ -54,24 +54,6 @@ struct Heard {
     Subscription lost;
 };
 
-TEST(SessionBusKeeper, ComesBackWithTheBusEachTime) {
-    RestartedBus bus;
-    bus.start();
-    SessionBusKeeper keeper(bus.connect(QStringLiteral("first")), bus.address());
-    const Heard heard(keeper);
-    ASSERT_TRUE(keeper.bus());
-    for (int restart = 1; restart <= 3; ++restart) {
-        bus.end();
-        EXPECT_TRUE(runUntil([&] { return heard.losses == restart; }));
-        EXPECT_FALSE(keeper.bus());
-        bus.start();
-        EXPECT_TRUE(runUntil([&] { return heard.comings == restart; }));
-        ASSERT_TRUE(keeper.bus());
-        EXPECT_TRUE(keeper.bus()->isConnected());
-    }
-    QDBusConnection::disconnectFromBus(QStringLiteral("first"));
-}
-
 TEST(SessionBusKeeper, FindsABusThatStartsLater) {
     RestartedBus bus;
     SessionBusKeeper keeper(bus.connect(QStringLiteral("none")), bus.address());

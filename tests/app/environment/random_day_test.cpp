@@ -206,13 +206,6 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         presence_.pause(now() + wallSec(minutes * 60));
         pause(PauseDuration::forMinutes(minutes));
     }
-    void pauseUntilNextMorning() {
-        const std::int64_t start =
-            settings().workHoursEnabled ? settings().workHoursStartMinute : 540;
-        presence_.pause(platform().calendar.nextMatching(now(), static_cast<int>(start / 60),
-                                                         static_cast<int>(start % 60)));
-        pause(PauseDuration::untilNextMorning());
-    }
     void endPause() {
         presence_.endUserPause();
         resume();
@@ -343,7 +336,7 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
                                               {4, &Day::becomeActive},
                                               {1, &Day::switchOff},
                                               {6, &Day::changeSettings},
-                                              {1, &Day::pauseUntilNextMorning},
+
                                               {8, &Day::changeFrontBeforeBodyBreak}};
         std::int64_t total = 0;
         for (const Action& action : kActions) {

@@ -34,38 +34,18 @@ struct Damage {
     const Scene& scene;
 };
 
-// Named to whoever has to look into it, also when the program dies of it.
-class CaseInHand {
-  public:
-    explicit CaseInHand(const std::string& text) {
-        state().text = text;
-        struct sigaction action {};
-        action.sa_handler = [](int signal) {
-            [[maybe_unused]] const auto told =
-                write(STDERR_FILENO, state().text.data(), state().text.size());
-            sigaction(signal, &state().before[signal], nullptr);
-        };
-        sigaction(SIGABRT, &action, &state().before[SIGABRT]);
-        sigaction(SIGSEGV, &action, &state().before[SIGSEGV]);
-    }
-    CaseInHand(const CaseInHand&) = delete;
-    CaseInHand& operator=(const CaseInHand&) = delete;
-    ~CaseInHand() {
-        for (const auto& [signal, before] : state().before) {
-            sigaction(signal, &before, nullptr);
-        }
-    }
+// The case in hand is named to whoever has to look into it, also when the program dies of it.
+std::string inHand;
+std::map<int, struct sigaction> before;
 
-  private:
-    struct State {
-        std::string text;
-        std::map<int, struct sigaction> before;
+void nameCaseOn(int signal) {
+    struct sigaction action {};
+    action.sa_handler = [](int which) {
+        [[maybe_unused]] const auto told = write(STDERR_FILENO, inHand.data(), inHand.size());
+        sigaction(which, &before[which], nullptr);
     };
-    static State& state() {
-        static State state;
-        return state;
-    }
-};
+    sigaction(signal, &action, &before[signal]);
+}
 
 // The records that follow from the damaged one and may change with it.
 Documents withoutFollowers(Documents documents, const std::string& key) {
@@ -157,9 +137,8 @@ void workADay(Desk& desk, std::mt19937& random) {
 
 // Returns whether the damaged document had to be set aside.
 bool tryOut(const std::string& name, const Damage& damage, std::mt19937& random) {
-    const std::string description = name + ": " + testing::PrintToString(damage.bytes);
-    const CaseInHand inHand(description);
-    const testing::ScopedTrace trace(__FILE__, __LINE__, description);
+    inHand = name + ": " + testing::PrintToString(damage.bytes);
+    const testing::ScopedTrace trace(__FILE__, __LINE__, inHand);
     const auto json = parseJson(damage.bytes);
     Desk desk(damage.scene.documents, damage.scene.start, {{damage.key, damage.bytes}});
     EXPECT_EQ(withoutFollowers(desk.documents(), damage.key),
@@ -193,6 +172,8 @@ bool tryOut(const std::string& name, const Damage& damage, std::mt19937& random)
 TEST(RandomDocumentTest, DamageStopsNothingAndReachesNoOtherRecord) {
     const int runs = randomRuns(200, 5'000);
     const char* only = std::getenv("OSTREL_TEST_CASE");
+    nameCaseOn(SIGABRT);
+    nameCaseOn(SIGSEGV);
     for (std::size_t document = 0; document < kKeys.size() && !HasFailure(); ++document) {
         const std::string key = kKeys[document];
         int setAside = 0;

@@ -68,17 +68,6 @@ TEST(SimulatorTest, SameScenarioPrintsTheSame) {
     EXPECT_EQ(run(scenario), run(scenario));
 }
 
-TEST(SimulatorTest, StepRunsBeforeTheTimersOfItsInstant) {
-    const auto remaining = [](const char* at) {
-        const auto lines = run(R"({"durationSec": 100, "steps": [{"at": )" + std::string(at) +
-                               R"(, "snapshot": true}]})");
-        return lines[lines.size() - 2]["timer"]["eye"]["remainingSec"].get<int>();
-    };
-    EXPECT_EQ(remaining("0"), 1200);
-    EXPECT_EQ(remaining("10"), 1191);
-    EXPECT_EQ(remaining("10.5"), 1190);
-}
-
 TEST(SimulatorTest, SleepClosesTheBreakAndALongOneStartsOver) {
     EXPECT_EQ(breaks(R"({"durationSec": 8000, "steps": [{"at": 1210, "sleepSec": 3600},
                         {"at": 2000, "key": 53}]})"),
@@ -122,19 +111,6 @@ TEST(SimulatorTest, TimedPauseFollowsTheClockAndSurvivesARelaunch) {
               (Events{"100 pause.changed true"}));
     EXPECT_EQ(pauses(R"({"at": 100, "pause": "untilNextMorning"}, {"at": 9000, "resume": true})"),
               (Events{"100 pause.changed true", "9000 pause.changed false"}));
-}
-
-TEST(SimulatorTest, PressesAreAnsweredOrRefused) {
-    const auto lines = run(R"({"durationSec": 1700, "steps": [{"at": 100, "key": 53},
-        {"at": 101, "overlay": "skip"}, {"at": 1201, "overlay": "done"}, {"at": 1202, "key": 35},
-        {"at": 1503, "key": 35}, {"at": 1504, "overlay": "postpone"},
-        {"at": 1622.5, "overlay": "done"}]})");
-    EXPECT_EQ(events(lines, {"overlay.key", "press.refused", "overlay.closed"},
-                     {"keyCode", "outcome", "action", "reason"}),
-              (Events{"100 overlay.key 53 ignored", "101 press.refused skip",
-                      "1201 press.refused done", "1202 overlay.closed postponed",
-                      "1202 overlay.key 35 postpone", "1503 overlay.key 35 ignored",
-                      "1504 press.refused postpone", "1622.5 overlay.closed done"}));
 }
 
 TEST(SimulatorTest, FailureToEncodeLosesNothing) {

@@ -16,33 +16,6 @@ struct EnginePauseTest : ::testing::Test {
     EngineBench bench;
 };
 
-TEST_F(EnginePauseTest, EndOfAPauseRestartsTheCountdownsOnlyOnRequest) {
-    TimerEngine& engine = bench.launch(1200, 1500);
-    bench.run(1250);
-    EXPECT_TRUE(engine.eyeMergedIntoBody());
-    engine.pause(PauseReason::schedule);
-    engine.endPause(PauseReason::schedule);
-    EXPECT_EQ(engine.state()->body.remainingSec, 250);
-    EXPECT_TRUE(engine.eyeMergedIntoBody());
-    engine.pause(PauseReason::schedule);
-    engine.endPause(PauseReason::schedule, TimerEngine::Countdowns::restart);
-    EXPECT_EQ(engine.state()->body.remainingSec, 1500);
-    EXPECT_EQ(engine.state()->eye.remainingSec, 1200);
-    EXPECT_FALSE(engine.eyeMergedIntoBody());
-}
-
-TEST_F(EnginePauseTest, ReasonThatIsSaidAgainLeavesABreakThatWasStartedMeanwhile) {
-    TimerEngine& engine = bench.launch();
-    engine.pause(PauseReason::schedule);
-    bench.take();
-    engine.startNow(BreakKind::eye);
-    bench.overlayPresented = true;
-    engine.pause(PauseReason::schedule);
-    EXPECT_EQ(bench.take(), (Events{"0 open eye +0"}));
-    engine.pause(PauseReason::focus);
-    EXPECT_EQ(bench.take(), (Events{"0 close for pause"}));
-}
-
 TEST_F(EnginePauseTest, NextMorningIsTheNextStartOfWorkOnTheUsersClock) {
     struct {
         const char* zone;

@@ -68,32 +68,4 @@ TEST_F(EngineWarningTest, WarningsWaitForAFreeScreenAndSayTheSecondsThatAreLeft)
     EXPECT_EQ(bench.take(), (Events{"1151 soon eye 49 or later", "1190 toast pre-break eye 10"}));
 }
 
-TEST_F(EngineWarningTest, AwayCreditCountsTheBreaksThatFitIntoTheAbsence) {
-    struct {
-        std::int64_t awaySec;
-        const char* toast;
-        std::int64_t eyeSec;
-        std::int64_t bodySec;
-    } const cases[] = {
-        {0, "", 200, 2000},
-        {119, "", 200, 2000},
-        {120, "1000 toast away eye 2", 1200, 2000},
-        {299, "1000 toast away eye 4", 1200, 2000},
-        {300, "1000 toast away both 5", 1200, 3000},
-        {43'200, "1000 toast away both 720", 1200, 3000},
-        {43'201, "", 200, 2000},
-    };
-    for (const auto& [awaySec, toast, eyeSec, bodySec] : cases) {
-        EngineBench fresh;
-        fresh.setUp(quiet);
-        TimerEngine& engine = fresh.launch();
-        fresh.run(1000);
-        engine.markUserIdle();
-        engine.markUserReturned(awaySec);
-        EXPECT_EQ(fresh.take(), *toast ? Events{toast} : Events{}) << awaySec;
-        EXPECT_EQ(engine.state()->eye, (BreakTimer{eyeSec, true, false, 0})) << awaySec;
-        EXPECT_EQ(engine.state()->body, (BreakTimer{bodySec, true, false, 0})) << awaySec;
-    }
-}
-
 }  // namespace ostrel

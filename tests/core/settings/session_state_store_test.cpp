@@ -81,15 +81,4 @@ TEST_F(SessionStateStoreTest, DocumentWithoutARequiredFieldCountsAsNone) {
     EXPECT_EQ(preferences.damaged().size(), 1U);
 }
 
-TEST_F(SessionStateStoreTest, DatesRoundTripBitForBitAndAbsentOnesAreLeftOut) {
-    const double seconds[] = {794'915'400.123456, 0.1, -1e9 / 3, 794'915'400.0};
-    for (const double value : seconds) {
-        auto store = launch();
-        store.setLastQuitAt(wallTimeAt(value));
-        EXPECT_EQ(launch().current()->lastQuitAt, wallTimeAt(value));
-    }
-    EXPECT_EQ(preferences.read(SessionStateStore::kKey),
-              R"({"isPaused":false,"lastQuitAt":794915400.0,"pauseReasons":[]})");
-}
-
 }  // namespace ostrel
