@@ -82,16 +82,4 @@ TEST(PublishedTest, EverybodyHearsTheNewestValueOnceWhenAnObserverSetsIt) {
     EXPECT_EQ(second, (Heard{10}));
 }
 
-TEST(PublishedTest, MayBeDestroyedByItsOwnObserver) {
-    auto value = std::make_unique<Published<int>>(0);
-    int calls = 0;
-    const auto destroyer = value->onChange([&](int) {
-        ++calls;
-        value.reset();
-    });
-    const auto after = value->onChange([&](int) { ++calls; });
-    value->set(1);
-    EXPECT_EQ(calls, 1);
-}
-
 }  // namespace ostrel

@@ -16,7 +16,7 @@ constexpr const char* kPool = "ostrel.penaltyPool.v1";
 constexpr const char* kLedger = "ostrel.penaltyLedger.v1";
 constexpr const char* kQuota = "ostrel.postponeQuota.v1";
 
-class Bench : public RecordsBench, SkipStreakNotifying {
+class Bench : public RecordsBench {
   public:
     Bench() { launch(); }
 
@@ -28,7 +28,7 @@ class Bench : public RecordsBench, SkipStreakNotifying {
             DailyCounter::Services{preferences, calendar, runLoop, systemEvents, clock()});
         ledger_ = std::make_unique<PenaltyLedger>(preferences);
         engine_ = std::make_unique<PenaltyEngine>(PenaltyEngine::Services{
-            clock(), *ledger_, settings, *counter_, this, preferences, [] {}});
+            clock(), *ledger_, settings, *counter_, nullptr, preferences, [] {}});
         quota_ = std::make_unique<PostponeQuota>(preferences, clock());
         service_ = std::make_unique<PostponeService>(clock(), *quota_, *counter_);
     }
@@ -40,8 +40,6 @@ class Bench : public RecordsBench, SkipStreakNotifying {
     PostponeService& postpones() { return *service_; }
 
   private:
-    void postSkipStreak(std::int64_t /*count*/) override {}
-
     std::unique_ptr<DailyCounter> counter_;
     std::unique_ptr<PenaltyLedger> ledger_;
     std::unique_ptr<PenaltyEngine> engine_;

@@ -7,13 +7,10 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "app/environment/app_environment.h"
 #include "app/simulator/virtual_platform.h"
-#include "menubar/menu_bar_context.h"
-#include "menubar/menu_bar_tooltip.h"
 #include "platform/calendar/local_time.h"
 #include "records/break_log_export.h"
 
@@ -99,11 +96,6 @@ class Desk : DayEndNotifying {
         static_cast<void>(environment_->reportSummary().dayBuckets(entries, Range::full));
         static_cast<void>(exportCsv(entries, platform_.calendar));
         static_cast<void>(exportJson(entries, platform_.calendar));
-        const auto context =
-            menuBarContext(environment_->timerEngine(), environment_->sessionStateStore(),
-                           environment_->settingsStore());
-        static_cast<void>(MenuBarFormatter::format(context));
-        static_cast<void>(menuBarTooltip(context));
     }
 
     [[nodiscard]] WallTime now() const { return platform_.runLoop.wallNow(); }

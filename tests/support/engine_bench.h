@@ -48,6 +48,7 @@ class EngineBench : MeetingPresenceGuarding,
 
     // Anew, with the same settings.
     TimerEngine& launch() {
+        engine_.reset();
         engine_ = std::make_unique<TimerEngine>(
             TimerEngine::Services{settings_,
                                   session_,

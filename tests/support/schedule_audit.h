@@ -50,10 +50,6 @@ class ScheduleAudit {
         watchingOverlay_.push_back(overlay.didPresent.subscribe([this] { noteOpened(); }));
         watchingOverlay_.push_back(overlay.didClose.subscribe(
             [this](BreakKind kind, CloseReason reason) { noteClosed(kind, reason); }));
-        watchingOverlay_.push_back(overlay.penaltyAppliedPublisher.subscribe([this](auto sec) {
-            findings_.expect("penalty told of", sec > 0, true);
-            publishedSec_ += sec;
-        }));
         watchingOverlay_.push_back(overlay.activeSession().onChange([this](const auto& session) {
             findings_.expect("break below zero", session && session->remainingSec < 0, false);
         }));
@@ -71,7 +67,6 @@ class ScheduleAudit {
         findings_.expect("penalty of the eye countdown", timers.eye.pendingPenaltySec,
                          skips_.poolSec());
         findings_.expect("penalty of the body countdown", timers.body.pendingPenaltySec, 0);
-        findings_.expect("penalty charged in all", publishedSec_, chargedSec_);
         findings_.expect("requests for attention", attentionRequests_, attentionsDue_);
         findings_.expect("break on screen",
                          environment_->overlayManager().activeSession()->has_value(),
@@ -98,7 +93,6 @@ class ScheduleAudit {
         const std::int64_t totalSec =
             penaltySec +
             (kind == BreakKind::eye ? settings.eyeBreakDurationSec : settings.bodyBreakDurationSec);
-        chargedSec_ += penaltySec;
         findings_.expect("another break on screen", open_.has_value(), false);
         findings_.expect("penalty of the break", session.penaltySec, penaltySec);
         findings_.expect("seconds of the break", session.remainingSec, totalSec);
@@ -143,7 +137,7 @@ class ScheduleAudit {
 
     void creditMerged(BreakLogEntry body) {
         if (body.kind == BreakKind::body && countdowns_.takeMerge()) {
-            findings_.count("merged eye break credited");
+            findings_.count("merge credited");
             body.kind = BreakKind::eye;
             body.penaltyAppliedSec = 0;
             add(body, Outcome::completed);
@@ -171,9 +165,6 @@ class ScheduleAudit {
         const DailyCounterModel& counts = *environment_->dailyCounter().model();
         if (counts != comparedCounts_ || countedEntries_ != records_.entries().size()) {
             findings_.expect("counts of the day", counts, records_.countsOf(counts.dateKey));
-            if (!comparedCounts_.dateKey.empty() && counts.dateKey != comparedCounts_.dateKey) {
-                findings_.count("midnight");
-            }
             comparedCounts_ = counts;
             countedEntries_ = records_.entries().size();
         }
@@ -191,8 +182,6 @@ class ScheduleAudit {
     RecordsModel records_;
     AppEnvironment* environment_ = nullptr;
     std::optional<BreakLogEntry> open_;  // the break on screen, as far as it can be told
-    std::int64_t chargedSec_ = 0;
-    std::int64_t publishedSec_ = 0;
     int attentionRequests_ = 0;
     int attentionsDue_ = 0;
     std::size_t comparedEntries_ = 0;

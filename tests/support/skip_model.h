@@ -51,7 +51,7 @@ class SkipModel {
         if (kind == BreakKind::body) {
             return 0;
         }
-        counts_["eye break carried a penalty"] += poolSec_ > 0 ? 1 : 0;
+        counts_["penalty carried"] += poolSec_ > 0 ? 1 : 0;
         return std::exchange(poolSec_, 0);
     }
 

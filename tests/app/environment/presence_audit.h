@@ -107,7 +107,7 @@ class PresenceAudit {
         if (isInside_) {
             const bool wasHeld = reasons_.erase(PauseReason::schedule) > 0;
             if (!wasInside && !wasHeld && reasons_.empty()) {
-                noteRestart("work began after its pause was ended");
+                noteRestart();
             }
             return;
         }
@@ -273,7 +273,7 @@ class PresenceAudit {
         const auto released = std::exchange(released_, std::nullopt);
         isStartedByUser_ = isStartingNow_;
         if (isStartingNow_) {
-            findings().count(isPaused() ? "break started in a pause" : "break started");
+            findings().count(isPaused() ? "started in a pause" : "break started");
             return;
         }
         settle();
@@ -314,11 +314,11 @@ class PresenceAudit {
         settle();
         const auto before = std::exchange(seenReasons_, reasons);
         if (before.contains(PauseReason::schedule) && reasons.empty() && isInside_) {
-            noteRestart("work began");
+            noteRestart();
         }
     }
-    void noteRestart(const char* why) {
-        findings().count(why);
+    void noteRestart() {
+        findings().count("work began");
         audit_.countdowns().takeMerge();
         hasRestarted_ = true;
     }

@@ -6,16 +6,13 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <map>
 #include <random>
-#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "support/document_mutations.h"

@@ -80,18 +80,6 @@ TEST(SimulatorTest, SleepClosesTheBreakAndALongOneStartsOver) {
                       "6010 overlay.opened eye"}));
 }
 
-TEST(SimulatorTest, LateStepsRunAfterOverduePausesAndTheEndCutsWhatWouldPassIt) {
-    EXPECT_EQ(events(run(R"({"durationSec": 1000, "steps": [{"at": 10, "pause": {"minutes": 1}},
-                        {"at": 20.7, "sleepSec": 100.1}, {"at": 50, "snapshot": "in the sleep"},
-                        {"at": 200, "relaunchAfterSec": 50}, {"at": 230, "snapshot": "in the gap"},
-                        {"at": 900, "sleepSec": 5000}, {"at": 950, "snapshot": "late"},
-                        {"at": 1001, "snapshot": "never"}]})"),
-                     {"pause.changed", "snapshot", "launched", "end"}, {"isPaused", "label"}),
-              (Events{"0 launched", "10 pause.changed true", "120.8 pause.changed false",
-                      "120.8 snapshot in the sleep", "250 launched", "250 snapshot in the gap",
-                      "1000 snapshot late", "1000 end"}));
-}
-
 TEST(SimulatorTest, TimedPauseFollowsTheClockAndSurvivesARelaunch) {
     const auto pauses = [](const std::string& steps) {
         return events(run(R"({"durationSec": 20000, "steps": [)" + steps + "]}"), {"pause.changed"},
@@ -109,8 +97,6 @@ TEST(SimulatorTest, TimedPauseFollowsTheClockAndSurvivesARelaunch) {
         (Events{"100 pause.changed true", "800 pause.changed true", "3700 pause.changed false"}));
     EXPECT_EQ(pauses(R"({"at": 100, "pause": "indefinite"}, {"at": 200, "relaunchAfterSec": 600})"),
               (Events{"100 pause.changed true"}));
-    EXPECT_EQ(pauses(R"({"at": 100, "pause": "untilNextMorning"}, {"at": 9000, "resume": true})"),
-              (Events{"100 pause.changed true", "9000 pause.changed false"}));
 }
 
 TEST(SimulatorTest, FailureToEncodeLosesNothing) {

@@ -7,12 +7,6 @@
 namespace ostrel {
 
 struct EngineWarningTest : ::testing::Test {
-    void leads(std::int64_t soonSec, std::int64_t toastSec) {
-        bench.setUp([&](SettingsModel& settings) {
-            settings.breakSoonLeadSec = soonSec;
-            settings.preBreakToastLeadSec = toastSec;
-        });
-    }
     EngineBench bench;
 };
 
