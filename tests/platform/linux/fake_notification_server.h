@@ -1,58 +1,36 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusMessage>
-#include <QDBusVirtualObject>
-#include <QStringList>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/linux/private_bus.h"
-#include "support/events.h"
+#include "platform/linux/fake_bus_service.h"
 
 namespace ostrel {
 
-// A notification server with nothing to see, on a connection of its own: destroying it is its
-// death.
-class FakeNotificationServer : public QDBusVirtualObject {
+// A notification server with nothing to see.
+class FakeNotificationServer : public FakeBusService {
   public:
     enum class Answers { well, late, withError, withNonsense };
 
-    FakeNotificationServer(PrivateBus& bus, QString connection)
-        : connection_(std::move(connection)), bus_(bus.connection(connection_)) {
-        EXPECT_TRUE(bus_.registerVirtualObject(kPath, this));
-    }
-    FakeNotificationServer(const FakeNotificationServer&) = delete;
-    FakeNotificationServer& operator=(const FakeNotificationServer&) = delete;
-    ~FakeNotificationServer() override {
-        bus_.unregisterObject(kPath);
-        QDBusConnection::disconnectFromBus(connection_);
-    }
-
-    // Takes the place of a server that is there.
-    void appear() {
-        EXPECT_TRUE(bus_.interface()->registerService(
-            kService, QDBusConnectionInterface::ReplaceExistingService,
-            QDBusConnectionInterface::AllowReplacement));
-    }
+    FakeNotificationServer(PrivateBus& bus, const QString& connection)
+        : FakeBusService(bus, connection, kService) {}
 
     bool handleMessage(const QDBusMessage& call, const QDBusConnection&) override {
         if (call.member() == QStringLiteral("GetCapabilities")) {
-            ++questions;
-            answer(call, abilityAnswers, abilities);
+            answerTo(call, abilityAnswers, abilities);
         } else if (call.member() == QStringLiteral("Notify")) {
-            handleNotify(call);
+            lastNotify = call.arguments();
+            const uint replaces = lastNotify.value(1).toUInt();
+            calls.push_back("Notify " + std::to_string(replaces) + " " +
+                            lastNotify.value(3).toString().toStdString());
+            answerTo(call, notifyAnswers, replaces != 0 ? replaces : ++lastNumber_);
         } else {
             calls.push_back(call.member().toStdString() + " " +
                             std::to_string(call.arguments().value(0).toUInt()));
         }
         return true;
     }
-    QString introspect(const QString&) const override { return {}; }
 
     void answerLate() {
         for (const auto& [call, value] : std::exchange(unanswered_, {})) {
@@ -61,13 +39,12 @@ class FakeNotificationServer : public QDBusVirtualObject {
     }
 
     void invoke(uint number, const char* action) {
-        send("ActionInvoked", {number, QString::fromUtf8(action)});
+        tell("ActionInvoked", {number, QString::fromUtf8(action)});
     }
-    void tellClosed(uint number, uint reason) { send("NotificationClosed", {number, reason}); }
-    void send(const char* signal, const QVariantList& arguments) {
-        QDBusMessage message = QDBusMessage::createSignal(kPath, kService, QLatin1String(signal));
-        message.setArguments(arguments);
-        bus_.send(message);
+    void tellClosed(uint number, uint reason) { tell("NotificationClosed", {number, reason}); }
+    void tell(const char* signal, const QVariantList& arguments) {
+        send(QStringLiteral("/org/freedesktop/Notifications"), kService, QLatin1String(signal),
+             arguments);
     }
 
     Events takeCalls() { return std::exchange(calls, {}); }
@@ -75,23 +52,13 @@ class FakeNotificationServer : public QDBusVirtualObject {
     QStringList abilities{QStringLiteral("body"), QStringLiteral("actions")};
     Answers abilityAnswers = Answers::well;
     Answers notifyAnswers = Answers::well;
-    int questions = 0;  // for the abilities
-    Events calls;       // all the others
+    Events calls;  // but for the questions for the abilities
     QVariantList lastNotify;
 
     inline static const QString kService = QStringLiteral("org.freedesktop.Notifications");
-    inline static const QString kPath = QStringLiteral("/org/freedesktop/Notifications");
 
   private:
-    void handleNotify(const QDBusMessage& call) {
-        lastNotify = call.arguments();
-        const uint replaces = lastNotify.value(1).toUInt();
-        calls.push_back("Notify " + std::to_string(replaces) + " " +
-                        lastNotify.value(3).toString().toStdString());
-        answer(call, notifyAnswers, replaces != 0 ? replaces : ++lastNumber_);
-    }
-
-    void answer(const QDBusMessage& call, Answers how, const QVariant& value) {
+    void answerTo(const QDBusMessage& call, Answers how, const QVariant& value) {
         switch (how) {
             case Answers::well:
                 bus_.send(call.createReply(value));
@@ -108,8 +75,6 @@ class FakeNotificationServer : public QDBusVirtualObject {
         }
     }
 
-    QString connection_;
-    QDBusConnection bus_;
     uint lastNumber_ = 0;
     std::vector<std::pair<QDBusMessage, QVariant>> unanswered_;
 };

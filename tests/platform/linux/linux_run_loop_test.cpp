@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractEventDispatcher>
-#include <cerrno>
 #include <ctime>
 #include <limits>
 #include <string>
@@ -48,19 +47,6 @@ TEST_F(LinuxRunLoopTest, TimersFireOnceDueAndInTheOrderOfTheirTimes) {
     EXPECT_GE(late, 20ms);
 }
 
-TEST_F(LinuxRunLoopTest, NothingFiresInsideTheCallThatArmsIt) {
-    std::vector<Timer> timers;
-    timers.push_back(loop.callAfter(-5s, [&] {
-        log += '(';
-        timers.push_back(loop.callAfter(0s, note('1')));
-        timers.push_back(loop.callAt(wallTimeAt(0), note('2')));
-        log += ')';
-    }));
-    EXPECT_EQ(log, "");
-    ASSERT_TRUE(runUntil([&] { return log.size() == 4; }));
-    EXPECT_EQ(log.substr(0, 2), "()");
-}
-
 TEST_F(LinuxRunLoopTest, RepeatingTimersKeepTheirGridAndSkipWhatWasMissed) {
     std::vector<RunLoopClock::duration> at;
     const RunLoopTime began = loop.now();
@@ -84,8 +70,6 @@ TEST_F(LinuxRunLoopTest, WakesOnlyForTimersThatAreDueAndOnceForTimersOfOneMoment
     std::vector<Timer> stopped;
     for (int i = 1; i < 50; ++i) {
         stopped.push_back(loop.callAfter(i * 3ms, note('x')));
-        stopped.push_back(
-            loop.callAt(systemWallTime() + WallClock::duration{i * 0.003}, note('x')));
     }
     stopped.clear();
     int wakeUps = 0;
@@ -112,16 +96,6 @@ TEST_F(LinuxRunLoopTest, TimersStoppedByOthersOrByThemselvesDoNotFire) {
     const Timer end = loop.callAfter(30ms, note('e'));
     ASSERT_TRUE(runUntil([&] { return log.find('e') != std::string::npos; }));
     EXPECT_EQ(log, "ae");
-}
-
-TEST_F(LinuxRunLoopTest, AnEventLoopInsideACallbackKeepsAllTimersRunning) {
-    const Timer ticking = loop.repeat(10ms, 10ms, note('t'));
-    const Timer modal = loop.callAfter(15ms, [&] {
-        EXPECT_TRUE(runUntil([&] { return log.size() >= 3; }));
-        log += 'm';
-    });
-    ASSERT_TRUE(runUntil([&] { return !log.empty() && log.find('m') < log.size() - 1; }));
-    EXPECT_GE(log.find('m'), 3U);
 }
 
 TEST_F(LinuxRunLoopTest, ATimerThatArmsItselfForThePastLeavesOthersTheirTurn) {
@@ -161,12 +135,9 @@ TEST(LinuxRunLoopClockTest, TheSystemTellsOfAClockThatIsSet) {
     for (int round = 1; round <= 2; ++round) {
         timespec now{};
         clock_gettime(CLOCK_REALTIME, &now);
-        ASSERT_EQ(clock_settime(CLOCK_REALTIME, &now), 0) << std::generic_category().message(errno);
+        ASSERT_EQ(clock_settime(CLOCK_REALTIME, &now), 0);
         EXPECT_TRUE(runUntil([&] { return told == round; }, 2s));
     }
-    const Timer timer =
-        loop.callAt(systemWallTime() + WallClock::duration{0.02}, [&] { told = 9; });
-    EXPECT_TRUE(runUntil([&] { return told == 9; }));
 }
 
 }  // namespace

@@ -18,13 +18,13 @@
 namespace ostrel {
 
 // The notifications under test on a bus of their own, in virtual time.
-struct NotificationsBench : ::testing::Test {
+struct NotificationsBench : BusTest {
     using Authorization = SystemNotifications::Authorization;
 
-    void SetUp() override {
-        if (!bus.isThere()) {
-            GTEST_SKIP() << "no dbus-daemon to start";
-        }
+    [[nodiscard]] std::unique_ptr<FakeNotificationServer> appeared(const QString& name = kServer) {
+        auto made = std::make_unique<FakeNotificationServer>(bus, name);
+        made->appear();
+        return made;
     }
 
     // One run of the program, from now on; the categories are registered.
@@ -62,23 +62,33 @@ struct NotificationsBench : ::testing::Test {
     }
 
     // Until everything is said between the program and this server, which is there.
-    void settle(const QString& server = kServer) {
+    void settle(const QString& name = kServer) {
         for (int round = 0; round < 4; ++round) {
-            bus.settle(server, kClient);
-            bus.settle(kClient, server);
+            bus.settle(name, kClient);
+            bus.settle(kClient, name);
         }
+    }
+
+    // What the server was called, and what the program was told, since the last time.
+    Events takeCalls() {
+        settle();
+        return server->takeCalls();
+    }
+    Events takeTold() {
+        settle();
+        return std::exchange(told, {});
     }
 
     inline static const QString kClient = QStringLiteral("client");
     inline static const QString kServer = QStringLiteral("server");
     inline static const QString kNextServer = QStringLiteral("next server");
 
-    PrivateBus bus;
     VirtualRunLoop loop{wallTimeAt(794'915'400)};  // 2026-03-11 09:50 UTC, a Wednesday
     ZonedCalendar calendar{[] { return "UTC"; }};
     SystemEvents events;
     MemoryPreferences preferences;
     Events told;  // the responses
+    std::unique_ptr<FakeNotificationServer> server;
     std::unique_ptr<LinuxNotifications> notifications;
 
   private:

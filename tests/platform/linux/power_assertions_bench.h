@@ -20,21 +20,16 @@
 namespace ostrel {
 
 // LinuxPowerAssertions over a session bus and a system bus of the test's own.
-struct PowerAssertionsBench : ::testing::Test {
+struct PowerAssertionsBench : BusTest {
     using Holders = std::set<std::int64_t>;
 
-    PrivateBus session;
+    PrivateBus& session = bus;
     PrivateBus system;
     VirtualRunLoop loop{wallTimeAt(0)};
     FakeProcesses processes;
     VirtualScreenWindows windows;
     std::unique_ptr<LinuxPowerAssertions> assertions;
 
-    void SetUp() override {
-        if (!session.isThere() || !system.isThere()) {
-            GTEST_SKIP() << "no dbus-daemon to start";
-        }
-    }
     void TearDown() override { assertions.reset(); }
 
     void launch() {

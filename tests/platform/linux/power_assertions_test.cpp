@@ -15,10 +15,6 @@
 namespace ostrel {
 namespace {
 
-using std::chrono::seconds;
-
-const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
-
 // As the login manager lists them.
 struct Inhibitor {
     QString what;
@@ -47,19 +43,20 @@ struct LoginInhibitorsTest : PowerAssertionsTest {
     void appear() {
         qDBusRegisterMetaType<Inhibitor>();
         qDBusRegisterMetaType<QList<Inhibitor>>();
-        login = std::make_unique<FakeBusService>(system.connection(QStringLiteral("login")),
+        login = std::make_unique<FakeBusService>(system, QStringLiteral("login"),
                                                  QStringLiteral("org.freedesktop.login1"));
+        answerWell();
+        login->appear();
+    }
+    void answerWell() {
         login->answers["ListInhibitors"] = [this](const QDBusMessage&) {
             return QVariantList{QVariant::fromValue(inhibitors)};
         };
-        login->appear();
     }
     void announce(const char* property) {
-        login->announce(
-            QStringLiteral("/org/freedesktop/login1"), kProperties,
-            QStringLiteral("PropertiesChanged"),
-            {QStringLiteral("org.freedesktop.login1.Manager"),
-             QVariantMap{{QLatin1String(property), QStringLiteral("idle")}}, QStringList()});
+        login->tellProperties(QStringLiteral("/org/freedesktop/login1"),
+                              QStringLiteral("org.freedesktop.login1.Manager"),
+                              {{QLatin1String(property), QStringLiteral("idle")}});
     }
     void settleSystem() {
         for (int step = 0; step < 3; ++step) {
@@ -107,21 +104,17 @@ TEST_F(LoginInhibitorsTest, WhoeverStartedAProgramWithAWindowDoesNotCount) {
 TEST_F(LoginInhibitorsTest, ItIsAskedWithEachAnswerButNotMoreOftenThanEveryFiveSeconds) {
     appear();
     launch();
-    EXPECT_TRUE(runUntil([&] { return login->calls("ListInhibitors") == 1; }));
+    EXPECT_TRUE(runUntil([&] { return login->timesAsked("ListInhibitors") == 1; }));
     settleSystem();
-    EXPECT_EQ(holders(), Holders());
-    settleSystem();
-    EXPECT_EQ(login->calls("ListInhibitors"), 2);
     inhibitors = {{QStringLiteral("idle"), QStringLiteral("block"), 200}};
-    loop.runFor(seconds(5) - std::chrono::milliseconds(1));
     EXPECT_EQ(holders(), Holders());
-    settleSystem();
-    EXPECT_EQ(login->calls("ListInhibitors"), 2);
-    loop.runFor(std::chrono::milliseconds(1));
     EXPECT_TRUE(becomes({200}));
-    EXPECT_EQ(login->calls("ListInhibitors"), 3);
-    settleSystem();
-    EXPECT_EQ(login->calls("ListInhibitors"), 3) << "at rest nothing is asked";
+    for (const auto& [wait, asked] : {std::pair(4999, 2), std::pair(1, 3)}) {
+        loop.runFor(std::chrono::milliseconds(wait));
+        EXPECT_EQ(holders(), Holders{200});
+        settleSystem();
+        EXPECT_EQ(login->timesAsked("ListInhibitors"), asked);
+    }
 }
 
 TEST_F(LoginInhibitorsTest, ItsAnnouncementsAreFollowedAndItsEndEndsAll) {
@@ -131,35 +124,17 @@ TEST_F(LoginInhibitorsTest, ItsAnnouncementsAreFollowedAndItsEndEndsAll) {
     appear();
     EXPECT_TRUE(becomes({200})) << "it appears late";
     settleSystem();
-    inhibitors.clear();
+    login->answer("ListInhibitors", {QStringList{QStringLiteral("idle")}});
     announce("IdleHint");
     settleSystem();
     EXPECT_EQ(holders(), Holders{200}) << "another property";
     announce("BlockInhibited");
-    EXPECT_TRUE(becomes({}));
-    inhibitors = {{QStringLiteral("idle"), QStringLiteral("block"), 200}};
+    EXPECT_TRUE(becomes({})) << "an answer without sense";
+    answerWell();
     announce("BlockInhibited");
     EXPECT_TRUE(becomes({200}));
     login.reset();
     EXPECT_TRUE(becomes({}));
-}
-
-TEST_F(LoginInhibitorsTest, NonsenseIsNoInhibitor) {
-    inhibitors = {{QStringLiteral("idle"), QStringLiteral("block"), 200}};
-    appear();
-    launch();
-    EXPECT_TRUE(becomes({200}));
-    for (const QVariantList& nonsense :
-         {QVariantList(), QVariantList{7}, QVariantList{QStringList{QStringLiteral("idle")}}}) {
-        login->answers["ListInhibitors"] = [&](const QDBusMessage&) { return nonsense; };
-        announce("BlockInhibited");
-        EXPECT_TRUE(becomes({}));
-        login->answers["ListInhibitors"] = [this](const QDBusMessage&) {
-            return QVariantList{QVariant::fromValue(inhibitors)};
-        };
-        announce("BlockInhibited");
-        EXPECT_TRUE(becomes({200}));
-    }
 }
 
 struct SessionManagerTest : PowerAssertionsTest {
@@ -168,14 +143,13 @@ struct SessionManagerTest : PowerAssertionsTest {
         quint32 flags = 0;
         const char* reason = "Video Wake Lock";
     };
-    static constexpr const char* kPath = "/org/gnome/SessionManager";
     std::unique_ptr<FakeBusService> manager;
     std::map<QString, Held> held;
 
     void appear() {
         processes.setExecutable(100, "/usr/lib/chromium/chromium");
         processes.setExecutable(200, "/usr/bin/totem");
-        manager = std::make_unique<FakeBusService>(session.connection(QStringLiteral("manager")),
+        manager = std::make_unique<FakeBusService>(session, QStringLiteral("manager"),
                                                    QStringLiteral("org.gnome.SessionManager"));
         manager->answers["GetInhibitors"] = [this](const QDBusMessage&) {
             QList<QDBusObjectPath> paths;
@@ -196,9 +170,9 @@ struct SessionManagerTest : PowerAssertionsTest {
         manager->appear();
     }
     void announce(const char* signal, const char* path) {
-        manager->announce(QLatin1String(kPath), QStringLiteral("org.gnome.SessionManager"),
-                          QLatin1String(signal),
-                          {QVariant::fromValue(QDBusObjectPath(QLatin1String(path)))});
+        manager->send(QStringLiteral("/org/gnome/SessionManager"),
+                      QStringLiteral("org.gnome.SessionManager"), QLatin1String(signal),
+                      {QVariant::fromValue(QDBusObjectPath(QLatin1String(path)))});
     }
     void hold(const char* path, const Held& inhibitor) {
         held[QLatin1String(path)] = inhibitor;
@@ -215,7 +189,6 @@ TEST_F(SessionManagerTest, TheProgramsThatKeepTheSessionBusyCountWhileTheyDo) {
     EXPECT_TRUE(becomes({100, 200}));
     announce("InhibitorRemoved", "/i/1");
     EXPECT_TRUE(becomes({200}));
-    announce("InhibitorRemoved", "/i/7");
     hold("/i/3", {"/usr/lib/chromium/chromium", 4});
     hold("/i/4", {"unknown", 8});
     hold("/i/5", {"/usr/lib/chromium/chromium", 8, "audio-playing"});
@@ -227,39 +200,23 @@ TEST_F(SessionManagerTest, TheProgramsThatKeepTheSessionBusyCountWhileTheyDo) {
     EXPECT_TRUE(becomes({}));
 }
 
-TEST_F(SessionManagerTest, SandboxedProgramCountsWithAllItsProcesses) {
+TEST_F(SessionManagerTest, SandboxedProgramCountsWithAllItsProcessesHoweverItIsNamed) {
     for (const int process : {300, 301, 302}) {
         processes.write(process, "root/.flatpak-info",
                         process == 302 ? "[Application]\nname=org.example.Other\n"
                                        : "[Application]\nname=org.example.Player\n");
     }
     processes.setExecutable(300, "/usr/bin/xdg-dbus-proxy");
-    held[QStringLiteral("/i/1")] = {"xdg-dbus-proxy", 8};
+    processes.setExecutable(301, "/app/bin/start");
     appear();
     launch();
-    EXPECT_TRUE(becomes({300, 301}));
-}
-
-TEST_F(SessionManagerTest, SandboxedProgramIsKnownByItsIdentifierWhateverItsExecutableIsCalled) {
-    for (const int process : {300, 301}) {
-        processes.write(process, "root/.flatpak-info", "[Application]\nname=org.example.Player\n");
-        processes.setExecutable(process, "/app/bin/start");
+    settle();
+    for (const char* name : {"xdg-dbus-proxy", "org.example.Player"}) {
+        hold("/i/1", {name, 8});
+        EXPECT_TRUE(becomes({300, 301})) << name;
+        announce("InhibitorRemoved", "/i/1");
+        EXPECT_TRUE(becomes({}));
     }
-    held[QStringLiteral("/i/1")] = {"org.example.Player", 8};
-    appear();
-    launch();
-    EXPECT_TRUE(becomes({300, 301}));
-}
-
-TEST_F(SessionManagerTest, OneThatAppearsLateIsAskedAndOneThatAnswersNothingIsSurvived) {
-    launch();
-    held[QStringLiteral("/i/1")] = {"totem", 8};
-    appear();
-    EXPECT_TRUE(becomes({200}));
-    manager->answers.clear();
-    hold("/i/2", {"chromium", 8});
-    announce("InhibitorRemoved", "/i/1");
-    EXPECT_TRUE(becomes({}));
 }
 
 TEST(MediaPlayersTest, ADesktopFileTellsWhetherAPlayerIsForVideos) {
@@ -267,9 +224,7 @@ TEST(MediaPlayersTest, ADesktopFileTellsWhetherAPlayerIsForVideos) {
         {"[Desktop Entry]\nCategories=AudioVideo;Audio;Video;Player;\n", true},
         {"[Desktop Entry]\nCategories=AudioVideo;Player;\nMimeType=audio/x;video/mp4;\n", true},
         {"[Desktop Entry]\nCategories=AudioVideo;Audio;\nMimeType=video/mp4;\n", false},
-        {"[Desktop Entry]\nCategories=AudioVideo;\nMimeType=audio/ogg;\n", false},
         {"[Desktop Entry]\nName=x\n[Desktop Action y]\nCategories=Video;\n", false},
-        {"Categories=Video;\n", false},
         {"", false},
     };
     for (const auto& [text, expected] : cases) {
@@ -282,17 +237,9 @@ TEST(MediaPlayersTest, TheNameOfAFileTellsWhetherItIsMusic) {
         {"file:///songs/a%20song.MP3", true},
         {"https://example.org/song.ogg?from=1", true},
         {"https://example.org/watch?v=song.mp3", false},
-        {"file:///songs/No.%201.mpc", true},
         {"/songs/Symphony #5.flac", true},
         {"/songs/Why?.mp2", true},
-        {"/films/Who #1.mkv", false},
-        {"Symphony #5.aif", true},
-        {"/songs/a.amr", true},
         {"/songs.mp3/film.webm", false},
-        {"file:///songs/a.ac3", true},
-        {"file:///songs/a.dts", true},
-        {"file:///songs/a.mid", true},
-        {"file:///songs/a.mka", true},
         {"file:///films/amid", false},
         {"", false},
     };
@@ -323,11 +270,9 @@ struct MediaPlayersOnBusTest : PowerAssertionsTest {
 
     std::unique_ptr<FakeBusService> player(const char* name, const QString& desktopEntry) {
         auto service = std::make_unique<FakeBusService>(
-            session.connection(QLatin1String(name)),
+            session, QLatin1String(name),
             QStringLiteral("org.mpris.MediaPlayer2.") + QLatin1String(name));
-        service->answers["Get"] = [desktopEntry](const QDBusMessage&) {
-            return QVariantList{QVariant::fromValue(QDBusVariant(desktopEntry))};
-        };
+        service->answer("Get", {QVariant::fromValue(QDBusVariant(desktopEntry))});
         service->answers["GetAll"] = [this](const QDBusMessage&) {
             return QVariantList{QVariantMap{{kStatus, status}, {kMetadata, metadata()}}};
         };
@@ -336,9 +281,9 @@ struct MediaPlayersOnBusTest : PowerAssertionsTest {
     }
     void change(FakeBusService& service, const QVariantMap& changed,
                 const QStringList& invalidated = {}) {
-        service.announce(QStringLiteral("/org/mpris/MediaPlayer2"), kProperties,
-                         QStringLiteral("PropertiesChanged"),
-                         {QStringLiteral("org.mpris.MediaPlayer2.Player"), changed, invalidated});
+        service.tellProperties(QStringLiteral("/org/mpris/MediaPlayer2"),
+                               QStringLiteral("org.mpris.MediaPlayer2.Player"), changed,
+                               invalidated);
     }
 
     QVariantMap metadata() const { return {{QStringLiteral("xesam:url"), url}}; }
@@ -349,18 +294,16 @@ struct MediaPlayersOnBusTest : PowerAssertionsTest {
 };
 
 TEST_F(MediaPlayersOnBusTest, AVideoPlayerCountsWhileItPlays) {
+    const auto music = player("music", QStringLiteral("ostrel-test-Audio"));
     const auto first = player("first", QStringLiteral("ostrel-test-Video"));
     launch();
     EXPECT_TRUE(becomes(kUs)) << "it was there before us";
     change(*first, {{kStatus, QStringLiteral("Paused")}});
-    EXPECT_TRUE(becomes({}));
+    EXPECT_TRUE(becomes({})) << "the player of music does not count";
     change(*first, {}, {kStatus});
     EXPECT_TRUE(becomes(kUs));
-    change(*first, {{QStringLiteral("Volume"), 1.0}});
-    const auto other = player("other", QStringLiteral("ostrel-test-Audio"));
-    change(*other, {{kStatus, QStringLiteral("Paused")}});
-    ASSERT_TRUE(runUntil([&] { return other->calls("GetAll") == 1; }));
-    session.settle(QStringLiteral("client"), QStringLiteral("other"));
+    change(*music, {{kStatus, QStringLiteral("Paused")}});
+    session.settle(QStringLiteral("client"), QStringLiteral("music"));
     EXPECT_EQ(holders(), kUs) << "another player's state";
     status = QStringLiteral("Stopped");
     change(*first, {}, {kStatus});
@@ -372,60 +315,22 @@ TEST_F(MediaPlayersOnBusTest, AVideoPlayerCountsWhileItPlays) {
     EXPECT_TRUE(becomes({}));
 }
 
-TEST_F(MediaPlayersOnBusTest, APlayerOfMusicDoesNotCount) {
-    const auto music = player("music", QStringLiteral("ostrel-test-Audio"));
-    const auto unknown = player("unknown", QStringLiteral("ostrel-test-None"));
-    launch();
-    ASSERT_TRUE(
-        runUntil([&] { return music->calls("GetAll") == 1 && unknown->calls("GetAll") == 1; }));
-    settle();
-    EXPECT_EQ(holders(), Holders());
-}
-
 TEST_F(MediaPlayersOnBusTest, AVideoPlayerDoesNotCountWhileItPlaysMusic) {
     url = QStringLiteral("file:///songs/a%20song.MP3");
     const auto both = player("both", QStringLiteral("ostrel-test-Video"));
     launch();
-    ASSERT_TRUE(runUntil([&] { return both->calls("GetAll") == 1; }));
+    ASSERT_TRUE(runUntil([&] { return both->timesAsked("GetAll") == 1; }));
     settle();
     EXPECT_EQ(holders(), Holders());
-    url = QStringLiteral("https://example.org/watch?v=song.mp3");
-    change(*both, {{kMetadata, metadata()}});
-    EXPECT_TRUE(becomes(kUs));
-    url = QStringLiteral("/songs/song.ogg");
-    change(*both, {}, {kMetadata});
-    EXPECT_TRUE(becomes({}));
-}
-
-TEST_F(MediaPlayersOnBusTest, MetadataOfAnotherTypeTellsNothing) {
-    using Texts = QMap<QString, QString>;
-    qDBusRegisterMetaType<Texts>();
-    url = QStringLiteral("/songs/song.ogg");
-    const QVariant nonsense[] = {
-        QVariant::fromValue(Texts{{QStringLiteral("xesam:url"), url}}),
-        url,
-        7,
-        QStringList{url},
-        QVariant::fromValue(QDBusVariant(url)),
-        QVariantList{metadata()},
-    };
-    const auto both = player("both", QStringLiteral("ostrel-test-Video"));
-    launch();
-    ASSERT_TRUE(runUntil([&] { return both->calls("GetAll") == 1; }));
-    settle();
-    for (const QVariant& other : nonsense) {
-        ASSERT_EQ(holders(), Holders()) << "it plays music";
+    const QVariantMap music = metadata();
+    const QVariantMap film{
+        {QStringLiteral("xesam:url"), QStringLiteral("https://example.org/watch?v=song.mp3")}};
+    for (const QVariant& other :
+         {QVariant(film), QVariant(url), QVariant(7), QVariant(QVariantList{music})}) {
         change(*both, {{kMetadata, other}});
-        EXPECT_TRUE(becomes(kUs)) << other.typeName();
-        change(*both, {{kMetadata, metadata()}});
-        ASSERT_TRUE(becomes({}));
-        both->answers["GetAll"] = [&](const QDBusMessage&) {
-            return QVariantList{QVariantMap{{kStatus, status}, {kMetadata, other}}};
-        };
+        EXPECT_TRUE(becomes(kUs)) << other.typeName() << ": what makes no sense is no music";
         change(*both, {}, {kMetadata});
-        EXPECT_TRUE(becomes(kUs)) << other.typeName();
-        change(*both, {{kMetadata, metadata()}});
-        ASSERT_TRUE(becomes({}));
+        EXPECT_TRUE(becomes({}));
     }
 }
 
@@ -434,21 +339,17 @@ TEST_F(MediaPlayersOnBusTest, APlayerThatDoesNotTellItsStateIsHeardLater) {
     const auto refuses = player("refuses", QStringLiteral("ostrel-test-Video"));
     refuses->answers.erase("GetAll");
     launch();
-    ASSERT_TRUE(runUntil([&] { return refuses->calls("GetAll") == 1; }));
+    ASSERT_TRUE(runUntil([&] { return refuses->timesAsked("GetAll") == 1; }));
     settle();
     EXPECT_EQ(holders(), Holders());
     change(*refuses, playing);
     EXPECT_TRUE(becomes(kUs));
     change(*refuses, {}, {kStatus});
     EXPECT_TRUE(becomes({})) << "it may have stopped";
-    change(*refuses, playing);
-    EXPECT_TRUE(becomes(kUs));
-    change(*refuses, {{kStatus, QStringLiteral("Paused")}});
-    EXPECT_TRUE(becomes({}));
 
     const auto silent = player("silent", QStringLiteral("ostrel-test-Video"));
     silent->answers["GetAll"] = nullptr;
-    ASSERT_TRUE(runUntil([&] { return silent->calls("GetAll") == 1; }));
+    ASSERT_TRUE(runUntil([&] { return silent->timesAsked("GetAll") == 1; }));
     change(*silent, playing);
     EXPECT_TRUE(becomes(kUs));
 }

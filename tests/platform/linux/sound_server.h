@@ -56,25 +56,23 @@ class SoundServer {
 
     // Until it answers and is being listened to.
     [[nodiscard]] bool start() {
+        const QStringList modules{
+            QStringLiteral(
+                "module-null-sink sink_name=out rate=48000 channels=1 format=s16le norewinds=1"),
+            QStringLiteral(
+                "module-native-protocol-unix auth-anonymous=1 auth-cookie-enabled=0 socket=") +
+                socket_};
         server_.start(
             QStringLiteral("pulseaudio"),
-            {QStringLiteral("-n"), QStringLiteral("--daemonize=no"),
-             QStringLiteral("--exit-idle-time=-1"), QStringLiteral("--use-pid-file=no"),
-             QStringLiteral("-L"),
-             QStringLiteral(
-                 "module-null-sink sink_name=out rate=48000 channels=1 format=s16le norewinds=1"),
-             QStringLiteral("-L"),
-             QStringLiteral("module-native-protocol-unix auth-anonymous=1 "
-                            "auth-cookie-enabled=0 socket=") +
-                 socket_});
+            QStringLiteral("-n --daemonize=no --exit-idle-time=-1 --use-pid-file=no").split(u' ') +
+                QStringList{QStringLiteral("-L"), modules[0], QStringLiteral("-L"), modules[1]});
         if (!runUntil([this] { return answers(); })) {
             return false;
         }
-        recorder_.start(
-            QStringLiteral("parec"),
-            {QStringLiteral("--device=out.monitor"), QStringLiteral("--latency-msec=20"),
-             QStringLiteral("--raw"), QStringLiteral("--rate=48000"),
-             QStringLiteral("--channels=1"), QStringLiteral("--format=s16le")});
+        recorder_.start(QStringLiteral("parec"),
+                        QStringLiteral("--device=out.monitor --latency-msec=20 --raw --rate=48000 "
+                                       "--channels=1 --format=s16le")
+                            .split(u' '));
         recorded_.clear();
         heard_.clear();
         return runUntil([this] { return !heard().empty(); });

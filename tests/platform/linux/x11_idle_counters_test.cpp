@@ -16,22 +16,17 @@ namespace {
 
 using Bytes = std::vector<std::byte>;
 
-// As the server lists it: the counter, its resolution, the length of its name and the name, filled
-// up to a multiple of four bytes.
-Bytes entry(std::uint32_t counter, std::string_view name) {
-    const auto length = static_cast<std::uint16_t>(name.size());
-    Bytes bytes((14 + name.size() + 3) / 4 * 4);
-    std::memcpy(bytes.data(), &counter, sizeof counter);
-    std::memcpy(bytes.data() + 12, &length, sizeof length);
-    std::memcpy(bytes.data() + 14, name.data(), name.size());
-    return bytes;
-}
-
-Bytes listOf(const std::vector<std::pair<std::uint32_t, const char*>>& counters) {
+// As the server lists them: the counter, its resolution, the length of its name and the name,
+// filled up to a multiple of four bytes.
+Bytes listOf(const std::vector<std::pair<std::uint32_t, std::string_view>>& counters) {
     Bytes list;
     for (const auto& [counter, name] : counters) {
-        const Bytes bytes = entry(counter, name);
-        list.insert(list.end(), bytes.begin(), bytes.end());
+        const auto length = static_cast<std::uint16_t>(name.size());
+        const std::size_t begin = list.size();
+        list.resize(begin + (14 + name.size() + 3) / 4 * 4);
+        std::memcpy(list.data() + begin, &counter, sizeof counter);
+        std::memcpy(list.data() + begin + 12, &length, sizeof length);
+        std::memcpy(list.data() + begin + 14, name.data(), name.size());
     }
     return list;
 }
@@ -42,7 +37,6 @@ const Bytes kList = listOf({{1, "SERVERTIME"},
                             {3, "DEVICEIDLETIME 2"},
                             {8, "x"},
                             {4, "DEVICEIDLETIME 3"},
-                            {7, ""},
                             {5, "DEVICEIDLETIME 4"},
                             {6, "DEVICEIDLETIME 5"}});
 const X11IdleCounters kCounters{1, 2, {3, 4, 5, 6}};
@@ -61,10 +55,6 @@ TEST(X11IdleCountersTest, AListThatIsCutOffOrLiesAboutItsLengthsIsReadNoFurther)
     Bytes lying = kList;
     lying[12] = lying[13] = std::byte{0xFF};
     EXPECT_EQ(idleCountersIn(lying), std::nullopt);
-    const Bytes last = entry(7, "tail");
-    Bytes longer = kList;
-    longer.insert(longer.end(), last.begin(), last.end() - 3);
-    EXPECT_EQ(idleCountersIn(longer), kCounters);
 }
 
 TEST(X11IdleReadingTest, AResetIsWhatSetsBackAllDevices) {
@@ -95,9 +85,8 @@ TEST(X11IdleReadingTest, AnAlarmFromBeforeTheResetTellsOfInputAlsoWhereTheServer
         std::uint32_t alarmTimeMs = 0;
         std::optional<std::int64_t> sinceMs;
     } cases[] = {
-        {50'000, 1000, 48'999, 1001},           {50'000, 1000, 49'000, std::nullopt},
-        {50'000, 1000, 49'003, std::nullopt},   {500, 1000, kMost - 600, 1101},
-        {500, 1000, kMost - 400, std::nullopt}, {500, 100, kMost - 400, 901},
+        {50'000, 1000, 48'999, 1001},   {50'000, 1000, 49'000, std::nullopt},
+        {500, 1000, kMost - 600, 1101}, {500, 1000, kMost - 400, std::nullopt},
         {500, 1000, 3, std::nullopt},
     };
     for (const auto& [serverTimeMs, inputMs, alarmTimeMs, sinceMs] : cases) {
