@@ -29,13 +29,12 @@ class FakeBusService : public QDBusVirtualObject {
         : bus_(bus.connection(connection)),
           connection_(std::move(connection)),
           name_(std::move(name)) {
-        EXPECT_TRUE(
-            bus_.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath));
+        EXPECT_TRUE(bus_.registerVirtualObject("/", this, QDBusConnection::SubPath));
     }
     FakeBusService(const FakeBusService&) = delete;
     FakeBusService& operator=(const FakeBusService&) = delete;
     ~FakeBusService() override {
-        bus_.unregisterObject(QStringLiteral("/"));
+        bus_.unregisterObject("/");
         QDBusConnection::disconnectFromBus(connection_);
     }
 
@@ -77,8 +76,8 @@ class FakeBusService : public QDBusVirtualObject {
     }
     void tellProperties(const QString& path, const QString& interface,
                         const QVariantMap& changed = {}, const QStringList& invalidated = {}) {
-        send(path, QStringLiteral("org.freedesktop.DBus.Properties"),
-             QStringLiteral("PropertiesChanged"), {interface, changed, invalidated});
+        send(path, "org.freedesktop.DBus.Properties", "PropertiesChanged",
+             {interface, changed, invalidated});
     }
 
     bool handleMessage(const QDBusMessage& call, const QDBusConnection&) override {
@@ -105,7 +104,7 @@ class FakeBusService : public QDBusVirtualObject {
             found = answers.find(call.member().toStdString());
         }
         if (found == answers.end()) {
-            bus_.send(call.createErrorReply(QDBusError::UnknownProperty, QStringLiteral("none")));
+            bus_.send(call.createErrorReply(QDBusError::UnknownProperty, "none"));
         } else if (found->second) {
             bus_.send(call.createReply(found->second(call)));
         }

@@ -21,16 +21,15 @@ class FakeDesktop {
                                              {"gnome-shell", "GNOME"},
                                              {"plain", "Nobody"}};
         const auto& [name, vendor] = kNames[static_cast<std::size_t>(kind)];
-        server.answer("GetServerInformation", {QLatin1String(name), QLatin1String(vendor),
-                                               QStringLiteral("1"), QStringLiteral("1.2")});
+        server.answer("GetServerInformation", {name, vendor, "1", "1.2"});
         startKeeper();
     }
 
     void startKeeper() {
         if (kind_ == Kind::xfce || kind_ == Kind::gnome) {
-            keeper = std::make_unique<FakeBusService>(
-                bus_, connection(kind_) + QStringLiteral(".keeper"),
-                kind_ == Kind::xfce ? kXfconf : QStringLiteral("ca.desrt.dconf"));
+            keeper =
+                std::make_unique<FakeBusService>(bus_, connection(kind_) + ".keeper",
+                                                 kind_ == Kind::xfce ? kXfconf : "ca.desrt.dconf");
             keeper->appear();
         }
     }
@@ -45,7 +44,7 @@ class FakeDesktop {
         } else if (kind_ == Kind::xfce) {
             keeper->answer("GetProperty xfce4-notifyd /do-not-disturb", wrapped);
         } else if (kind_ == Kind::gnome) {
-            QFile file(bus_.folder() + QStringLiteral("/show-banners"));
+            QFile file(bus_.folder() + "/show-banners");
             EXPECT_TRUE(file.open(QIODevice::WriteOnly));
             file.write(value.toBool() ? "false\n" : "true\n");
         }
@@ -53,18 +52,17 @@ class FakeDesktop {
 
     // Says that it may have changed.
     void tell() {
-        const QString path = QStringLiteral("/org/freedesktop/Notifications");
+        const QString path = "/org/freedesktop/Notifications";
         if (kind_ == Kind::kde) {
             server.tellProperties(path, kService);
         } else if (kind_ == Kind::dunst) {
-            server.tellProperties(path, QStringLiteral("org.dunstproject.cmd0"));
+            server.tellProperties(path, "org.dunstproject.cmd0");
         } else if (kind_ == Kind::xfce) {
-            keeper->send(QStringLiteral("/org/xfce/Xfconf"), kXfconf,
-                         QStringLiteral("PropertyChanged"),
-                         {QStringLiteral("xfce4-notifyd"), QStringLiteral("/do-not-disturb"),
-                          QVariant::fromValue(QDBusVariant(true))});
+            keeper->send(
+                "/org/xfce/Xfconf", kXfconf, "PropertyChanged",
+                {"xfce4-notifyd", "/do-not-disturb", QVariant::fromValue(QDBusVariant(true))});
         } else if (kind_ == Kind::gnome) {
-            tellWrite(QStringLiteral("/org/gnome/desktop/notifications/show-banners"), {""});
+            tellWrite("/org/gnome/desktop/notifications/show-banners", {""});
         }
     }
 
@@ -75,15 +73,14 @@ class FakeDesktop {
 
     // Of dconf.
     void tellWrite(const QString& prefix, const QStringList& changes) {
-        keeper->send(QStringLiteral("/ca/desrt/dconf/Writer/user"),
-                     QStringLiteral("ca.desrt.dconf.Writer"), QStringLiteral("Notify"),
-                     {prefix, changes, QStringLiteral("tag")});
+        keeper->send("/ca/desrt/dconf/Writer/user", "ca.desrt.dconf.Writer", "Notify",
+                     {prefix, changes, "tag"});
     }
 
     // A program `gsettings` for a bus: it prints what was answered last, after `first` is done, and
     // leaves a line in "runs".
     static QString gsettings(PrivateBus& bus, const QByteArray& first = {}) {
-        QFile file(bus.folder() + QStringLiteral("/gsettings"));
+        QFile file(bus.folder() + "/gsettings");
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         const QByteArray folder = bus.folder().toUtf8();
         file.write("#!/bin/sh\necho run >>" + folder + "/runs\n" + first +
@@ -95,14 +92,14 @@ class FakeDesktop {
     }
 
     [[nodiscard]] static QString connection(Kind kind) {
-        return QStringLiteral("desktop%1").arg(static_cast<int>(kind));
+        return QString("desktop%1").arg(static_cast<int>(kind));
     }
 
     FakeBusService server;
     std::unique_ptr<FakeBusService> keeper;  // xfconf's or dconf's service
 
-    inline static const QString kService = QStringLiteral("org.freedesktop.Notifications");
-    inline static const QString kXfconf = QStringLiteral("org.xfce.Xfconf");
+    inline static const QString kService = "org.freedesktop.Notifications";
+    inline static const QString kXfconf = "org.xfce.Xfconf";
 
   private:
     Kind kind_;

@@ -18,10 +18,9 @@ DesktopFacts complete() {
             .hasActiveWindow = true,
             .hasTray = true,
             .hasSoundServer = true,
-            .names = {QStringLiteral("org.freedesktop.login1"),
-                      QStringLiteral("org.freedesktop.Notifications"),
-                      QStringLiteral("org.xfce.ScreenSaver")},
-            .notificationServer = QStringLiteral("dunst"),
+            .names = {"org.freedesktop.login1", "org.freedesktop.Notifications",
+                      "org.xfce.ScreenSaver"},
+            .notificationServer = "dunst",
             .notificationVendor = {}};
 }
 
@@ -54,23 +53,19 @@ TEST(LinuxCapabilitiesTest, EachTellsWhatItLacks) {
          [](DesktopFacts& facts) { facts.hasActiveWindow = facts.hasIdleTime = false; },
          "away missing, calls missing, films missing"},
         {"no login manager",
-         [](DesktopFacts& facts) { facts.names.remove(QStringLiteral("org.freedesktop.login1")); },
+         [](DesktopFacts& facts) { facts.names.remove("org.freedesktop.login1"); },
          "films partly, sleep partly, lock partly"},
         {"another notification server",
-         [](DesktopFacts& facts) { facts.notificationServer = QStringLiteral("mako"); },
-         "do_not_disturb missing"},
+         [](DesktopFacts& facts) { facts.notificationServer = "mako"; }, "do_not_disturb missing"},
         {"no notification server",
-         [](DesktopFacts& facts) {
-             facts.names.remove(QStringLiteral("org.freedesktop.Notifications"));
-         },
+         [](DesktopFacts& facts) { facts.names.remove("org.freedesktop.Notifications"); },
          "do_not_disturb missing, notifications missing"},
         {"a locker that tells nobody",
-         [](DesktopFacts& facts) { facts.names.remove(QStringLiteral("org.xfce.ScreenSaver")); },
-         "lock partly"},
+         [](DesktopFacts& facts) { facts.names.remove("org.xfce.ScreenSaver"); }, "lock partly"},
         {"a new panel",
          [](DesktopFacts& facts) {
              facts.hasTray = false;
-             facts.names.insert(QStringLiteral("org.kde.StatusNotifierWatcher"));
+             facts.names.insert("org.kde.StatusNotifierWatcher");
          },
          ""},
         {"silence", [](DesktopFacts& facts) { facts.hasSoundServer = false; }, "chimes missing"},
@@ -86,14 +81,12 @@ TEST(LinuxCapabilitiesTest, EachTellsWhatItLacks) {
 using CapabilitiesOnBusTest = BusTest;
 
 TEST_F(CapabilitiesOnBusTest, ServerThatHangsIsWaitedForOnlyAWhile) {
-    FakeBusService server(bus, QStringLiteral("server"),
-                          QStringLiteral("org.freedesktop.Notifications"));
+    FakeBusService server(bus, "server", "org.freedesktop.Notifications");
     server.hangs = true;
     server.appear();
     QObject receiver;
     std::vector<std::vector<Capability>> told;
-    findCapabilities(bus.connection(QStringLiteral("asking")),
-                     QDBusConnection(QStringLiteral("none")), &receiver,
+    findCapabilities(bus.connection("asking"), QDBusConnection("none"), &receiver,
                      [&](std::vector<Capability> found) { told.push_back(std::move(found)); });
     ASSERT_TRUE(runUntil([&] { return !told.empty(); }));
     EXPECT_NE(lacking(told[0]).find("do_not_disturb missing"), std::string::npos);

@@ -15,7 +15,7 @@ namespace {
 using Kind = FakeDesktop::Kind;
 using namespace std::chrono_literals;
 
-const QString kClient = QStringLiteral("client");
+const QString kClient = "client";
 constexpr Kind kKindsWithSwitch[] = {Kind::kde, Kind::dunst, Kind::xfce, Kind::gnome};
 
 struct LinuxDoNotDisturbTest : BusTest {
@@ -49,7 +49,7 @@ struct LinuxDoNotDisturbTest : BusTest {
 
     // Whatever is on its way, an answer to an answer included, has arrived.
     void settle() {
-        const QString other = QStringLiteral("other");
+        const QString other = "other";
         for (int turn = 0; turn < 6; ++turn) {
             bus.settle(kClient, other);
             bus.settle(other, kClient);
@@ -77,7 +77,7 @@ TEST_F(LinuxDoNotDisturbTest, EveryDesktopsSwitchIsAnnouncedWhenFirstKnownAndWhe
 }
 
 TEST_F(LinuxDoNotDisturbTest, WithoutASwitchAServerOrABusItIsOff) {
-    const LinuxDoNotDisturb nothing(QDBusConnection(QStringLiteral("none")));
+    const LinuxDoNotDisturb nothing(QDBusConnection("none"));
     launch();
     EXPECT_EQ(heard(1), Events{"off"});
     auto plain = started(Kind::plain, false);
@@ -171,7 +171,7 @@ TEST_F(LinuxDoNotDisturbTest, NonsenseIsTakenForOff) {
     launch();
     EXPECT_EQ(heard(1), Events{"on"});
     for (const QVariant& nonsense :
-         {QVariant(1), QVariant(QStringLiteral("true")), QVariant(QStringList{"true"})}) {
+         {QVariant(1), QVariant("true"), QVariant(QStringList{"true"})}) {
         desktop->answer(nonsense);
         desktop->tell();
         EXPECT_EQ(heard(1), Events{"off"}) << nonsense.typeName();
@@ -187,7 +187,7 @@ struct GnomeBannersTest : LinuxDoNotDisturbTest {
     std::unique_ptr<FakeDesktop> desktop;
 
     void prepare() override { desktop = std::make_unique<FakeDesktop>(bus, Kind::gnome); }
-    [[nodiscard]] qsizetype runs() const { return bus.linesIn(QStringLiteral("/runs")); }
+    [[nodiscard]] qsizetype runs() const { return bus.linesIn("/runs"); }
     [[nodiscard]] static bool runUntilIs(const GnomeBanners& banners, bool isOn) {
         return runUntil([&] { return *banners.isOn() == isOn; });
     }
@@ -197,22 +197,21 @@ TEST_F(GnomeBannersTest, OnlyAWriteToTheKeyIsReadAgain) {
     desktop->answer(false);
     const GnomeBanners banners(bus.connection(kClient), FakeDesktop::gsettings(bus));
     ASSERT_TRUE(runUntilIs(banners, false));
-    const QString folder = QStringLiteral("/org/gnome/desktop/notifications/");
+    const QString folder = "/org/gnome/desktop/notifications/";
     desktop->answer(true);
-    desktop->tellWrite(folder, {QStringLiteral("show-in-lock-screen")});
-    desktop->tellWrite(folder + QStringLiteral("show-banners-not"), {QString()});
-    desktop->tellWrite(QStringLiteral("/org/gnome/desktop/interface/"), {QString()});
+    desktop->tellWrite(folder, {"show-in-lock-screen"});
+    desktop->tellWrite(folder + "show-banners-not", {QString()});
+    desktop->tellWrite("/org/gnome/desktop/interface/", {QString()});
     desktop->tellWrite(folder, {});
     settle();
     runFor(20ms);
     EXPECT_EQ(runs(), 1);
     EXPECT_EQ(*banners.isOn(), false);
 
-    const std::pair<QString, QStringList> writes[] = {
-        {folder, {QStringLiteral("other"), QStringLiteral("show-banners")}},
-        {QStringLiteral("/"), {QString()}},
-        {folder, {QString()}},
-        {folder + QStringLiteral("show-banners"), {QString()}}};
+    const std::pair<QString, QStringList> writes[] = {{folder, {"other", "show-banners"}},
+                                                      {"/", {QString()}},
+                                                      {folder, {QString()}},
+                                                      {folder + "show-banners", {QString()}}};
     bool isOn = false;
     for (const auto& [prefix, changes] : writes) {
         isOn = !isOn;
@@ -225,7 +224,7 @@ TEST_F(GnomeBannersTest, OnlyAWriteToTheKeyIsReadAgain) {
 
 TEST_F(GnomeBannersTest, AWriteWhileItIsBeingReadIsReadAfterwards) {
     desktop->answer(false);
-    const QString hold = bus.folder() + QStringLiteral("/hold");
+    const QString hold = bus.folder() + "/hold";
     const GnomeBanners banners(
         bus.connection(kClient),
         FakeDesktop::gsettings(bus, "while [ -e " + hold.toUtf8() + " ]; do sleep 0.01; done"));
@@ -265,10 +264,10 @@ TEST_F(GnomeBannersTest, WhatCannotBeReadIsOff) {
 TEST_F(GnomeBannersTest, AReadingThatIsUnderWayEndsWithItsOwner) {
     const QString script = FakeDesktop::gsettings(bus, "echo $$ >\"$0.pid\"; exec sleep 1000");
     auto banners = std::make_unique<GnomeBanners>(bus.connection(kClient), script);
-    QFile file(script + QStringLiteral(".pid"));
+    QFile file(script + ".pid");
     ASSERT_TRUE(runUntil([&] { return file.exists() && file.size() > 0; }));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QString process = QStringLiteral("/proc/") + QString::fromUtf8(file.readAll().trimmed());
+    const QString process = "/proc/" + QString::fromUtf8(file.readAll().trimmed());
     ASSERT_TRUE(QFile::exists(process));
     banners.reset();
     EXPECT_FALSE(QFile::exists(process));

@@ -16,16 +16,16 @@ namespace {
 
 using Groups = QMap<QString, QVariantMap>;
 
-const QString kClientName = QStringLiteral("client");
-const QString kPortalName = QStringLiteral("portal");
-const QString kGnome = QStringLiteral("org.gnome.desktop.interface");
-const QString kGnomeKey = QStringLiteral("enable-animations");
+const QString kClientName = "client";
+const QString kPortalName = "portal";
+const QString kGnome = "org.gnome.desktop.interface";
+const QString kGnomeKey = "enable-animations";
 
 // The settings portal of a desktop.
 class Portal : public FakeBusService {
   public:
     explicit Portal(PrivateBus& bus)
-        : FakeBusService(bus, kPortalName, QStringLiteral("org.freedesktop.portal.Desktop")) {
+        : FakeBusService(bus, kPortalName, "org.freedesktop.portal.Desktop") {
         qDBusRegisterMetaType<Groups>();
     }
 
@@ -35,8 +35,7 @@ class Portal : public FakeBusService {
     // Also what it answers from now on: a question may be on its way.
     void announce(const QString& group, const QString& key, const QVariant& value) {
         set(group, key, value);
-        send(QStringLiteral("/org/freedesktop/portal/desktop"),
-             QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"),
+        send("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged",
              {group, key, QVariant::fromValue(QDBusVariant(value))});
     }
 
@@ -64,9 +63,9 @@ TEST_F(PortalSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
         {"org.gnome.desktop.interface", "enable-animations", nested, true},
         {"org.freedesktop.appearance", "reduced-motion", 1U, true},
         {"org.freedesktop.appearance", "reduced-motion", 0U, false},
-        {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("0"), true},
+        {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", "0", true},
         {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", 0.0, true},
-        {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("0.5"), false},
+        {"org.kde.kdeglobals.KDE", "AnimationDurationFactor", "0.5", false},
     };
     Portal portal(bus);
     portal.appear();
@@ -97,9 +96,8 @@ TEST_F(PortalSettingsTest, APortalThatAppearsLaterIsAskedAndItsChangesAreFollowe
 
     portal.announce(kGnome, kGnomeKey, true);
     EXPECT_TRUE(runUntil([&] { return !settings.reduceMotion(); }));
-    portal.announce(QStringLiteral("org.freedesktop.appearance"), QStringLiteral("reduced-motion"),
-                    1U);
-    portal.announce(kGnome, QStringLiteral("cursor-blink"), false);
+    portal.announce("org.freedesktop.appearance", "reduced-motion", 1U);
+    portal.announce(kGnome, "cursor-blink", false);
     EXPECT_TRUE(runUntil([&] { return settings.reduceMotion(); }));
 }
 
@@ -114,7 +112,7 @@ TEST_F(PortalSettingsTest, NonsenseAnswersAndAMissingBusLeaveAnimationsOn) {
         bus.settle(kClientName, kPortalName);
         EXPECT_FALSE(settings.reduceMotion());
     }
-    const PortalSettings none(QDBusConnection(QStringLiteral("none")));
+    const PortalSettings none(QDBusConnection("none"));
     EXPECT_FALSE(PortalMotionSettings(none).reduceMotion());
     qputenv("OSTREL_REDUCE_MOTION", "1");
     EXPECT_TRUE(PortalMotionSettings(none).reduceMotion());
@@ -124,8 +122,8 @@ TEST_F(PortalSettingsTest, NonsenseAnswersAndAMissingBusLeaveAnimationsOn) {
 TEST_F(PortalSettingsTest, TheColourSchemeIsToldAndAMissingOneIsNoPreference) {
     Portal portal(bus);
     portal.appear();
-    const QString group = QStringLiteral("org.freedesktop.appearance");
-    const QString key = QStringLiteral("color-scheme");
+    const QString group = "org.freedesktop.appearance";
+    const QString key = "color-scheme";
     portal.set(group, key, 1U);
     const PortalSettings source(bus.connection(kClientName));
     const PortalAppearanceSettings settings(source);
@@ -136,7 +134,7 @@ TEST_F(PortalSettingsTest, TheColourSchemeIsToldAndAMissingOneIsNoPreference) {
     EXPECT_TRUE(runUntil([&] { return settings.prefersDark() == true; }));
     portal.announce(group, key, 2U);
     EXPECT_TRUE(runUntil([&] { return settings.prefersDark() == false; }));
-    portal.announce(group, key, QStringLiteral("dark"));
+    portal.announce(group, key, "dark");
     EXPECT_TRUE(runUntil([&] { return !settings.prefersDark(); })) << "not understood";
     EXPECT_EQ(changes, 3);
 }

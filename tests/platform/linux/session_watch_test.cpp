@@ -12,19 +12,18 @@
 namespace ostrel {
 namespace {
 
-const QString kSession = QStringLiteral("org.freedesktop.login1.Session");
-const QString kSessionPath = QStringLiteral("/org/freedesktop/login1/session/_32");
+const QString kSession = "org.freedesktop.login1.Session";
+const QString kSessionPath = "/org/freedesktop/login1/session/_32";
 
 struct SessionWatchTest : BusTest {
     void prepare() override {
-        login.emplace(bus, QStringLiteral("login"), QStringLiteral("org.freedesktop.login1"));
+        login.emplace(bus, "login", "org.freedesktop.login1");
         login->answer("GetSession", {QVariant::fromValue(QDBusObjectPath(kSessionPath))});
         describe(true, false);
     }
     void describe(bool isActive, bool isLocked) {
         login->answer("GetAll " + kSession.toStdString(),
-                      {QVariantMap{{QStringLiteral("Active"), isActive},
-                                   {QStringLiteral("LockedHint"), isLocked}}});
+                      {QVariantMap{{"Active", isActive}, {"LockedHint", isLocked}}});
     }
     void change(bool isActive, bool isLocked) {
         describe(isActive, isLocked);
@@ -32,10 +31,9 @@ struct SessionWatchTest : BusTest {
     }
     void start() {
         login->appear();
-        watch.emplace(events, bus.connection(QStringLiteral("watch")),
-                      bus.connection(QStringLiteral("watch")));
+        watch.emplace(events, bus.connection("watch"), bus.connection("watch"));
         ASSERT_TRUE(runUntil([this] { return login->timesAsked("GetAll") > 0; }));
-        bus.settle(QStringLiteral("login"), QStringLiteral("watch"));
+        bus.settle("login", "watch");
     }
     [[nodiscard]] bool becomes(bool isOnScreen) {
         return runUntil([&] { return *events.isSessionOnScreen == isOnScreen; });
@@ -68,9 +66,9 @@ TEST_F(SessionWatchTest, LockThatIsThereAtTheStartCountsUntilTheLoginManagerIsGo
 
 TEST_F(SessionWatchTest, RequestToLockCountsAtOnceAndUntilItIsTakenBack) {
     start();
-    login->send(kSessionPath, kSession, QStringLiteral("Lock"), {});
+    login->send(kSessionPath, kSession, "Lock", {});
     EXPECT_TRUE(becomes(false));
-    login->send(kSessionPath, kSession, QStringLiteral("Unlock"), {});
+    login->send(kSessionPath, kSession, "Unlock", {});
     EXPECT_TRUE(becomes(true));
 }
 
@@ -80,15 +78,15 @@ TEST_F(SessionWatchTest, EveryDesktopsScreenSaverCounts) {
          {"org.gnome.ScreenSaver", "org.freedesktop.ScreenSaver", "org.xfce.ScreenSaver",
           "org.mate.ScreenSaver", "org.cinnamon.ScreenSaver"}) {
         SCOPED_TRACE(name);
-        const QString service = QLatin1String(name);
+        const QString service = name;
         const QString path = u'/' + QString(service).replace(u'.', u'/');
-        std::optional<FakeBusService> saver(std::in_place, bus, QStringLiteral("saver"), service);
+        std::optional<FakeBusService> saver(std::in_place, bus, "saver", service);
         saver->answer("GetActive", {true});
         saver->appear();
         EXPECT_TRUE(becomes(false)) << "active when it appears";
         for (const bool isActive : {false, true}) {
             saver->answer("GetActive", {isActive});
-            saver->send(path, service, QStringLiteral("ActiveChanged"), {isActive});
+            saver->send(path, service, "ActiveChanged", {isActive});
             EXPECT_TRUE(becomes(!isActive));
         }
         saver.reset();

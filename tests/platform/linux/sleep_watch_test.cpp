@@ -21,7 +21,7 @@ namespace {
 class LoginManager : public FakeBusService {
   public:
     explicit LoginManager(PrivateBus& bus)
-        : FakeBusService(bus, QStringLiteral("manager"), QStringLiteral("org.freedesktop.login1")) {
+        : FakeBusService(bus, "manager", "org.freedesktop.login1") {
         answers["Inhibit"] = [this](const QDBusMessage&) {
             std::array<int, 2> ends{};
             EXPECT_EQ(pipe(ends.data()), 0);
@@ -40,8 +40,7 @@ class LoginManager : public FakeBusService {
         return ourEnd_ >= 0 && ::poll(&end, 1, 0) == 0;
     }
     void announce(bool isAboutToSleep) {
-        send(QStringLiteral("/org/freedesktop/login1"),
-             QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("PrepareForSleep"),
+        send("/org/freedesktop/login1", "org.freedesktop.login1.Manager", "PrepareForSleep",
              {isAboutToSleep});
     }
 
@@ -60,8 +59,7 @@ struct SleepWatchTest : BusTest {
     }
     void appear() { manager.emplace(bus); }
     void watch() {
-        sleepWatch.emplace(events, runLoop, bus.connection(QStringLiteral("client")),
-                           [this] { return asleepSec; });
+        sleepWatch.emplace(events, runLoop, bus.connection("client"), [this] { return asleepSec; });
     }
 
     LinuxRunLoop runLoop{systemWallTime};

@@ -34,11 +34,11 @@ class SoundServer {
         bindToTest(recorder_);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "PULSE_SERVER"}) {
-            environment.remove(QLatin1String(name));
+            environment.remove(name);
         }
         for (const char* name :
              {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "PULSE_RUNTIME_PATH"}) {
-            environment.insert(QLatin1String(name), path());
+            environment.insert(name, path());
         }
         server_.setProcessEnvironment(environment);
     }
@@ -50,29 +50,24 @@ class SoundServer {
     }
 
     static bool isInstalled() {
-        return !QStandardPaths::findExecutable(QStringLiteral("pulseaudio")).isEmpty() &&
-               !QStandardPaths::findExecutable(QStringLiteral("parec")).isEmpty();
+        return !QStandardPaths::findExecutable("pulseaudio").isEmpty() &&
+               !QStandardPaths::findExecutable("parec").isEmpty();
     }
 
     // Until it answers and is being listened to.
     [[nodiscard]] bool start() {
         const QStringList modules{
-            QStringLiteral(
-                "module-null-sink sink_name=out rate=48000 channels=1 format=s16le norewinds=1"),
-            QStringLiteral(
-                "module-native-protocol-unix auth-anonymous=1 auth-cookie-enabled=0 socket=") +
-                socket_};
-        server_.start(
-            QStringLiteral("pulseaudio"),
-            QStringLiteral("-n --daemonize=no --exit-idle-time=-1 --use-pid-file=no").split(u' ') +
-                QStringList{QStringLiteral("-L"), modules[0], QStringLiteral("-L"), modules[1]});
+            "module-null-sink sink_name=out rate=48000 channels=1 format=s16le norewinds=1",
+            "module-native-protocol-unix auth-anonymous=1 auth-cookie-enabled=0 socket=" + socket_};
+        server_.start("pulseaudio",
+                      "-n --daemonize=no --exit-idle-time=-1 --use-pid-file=no".split(u' ') +
+                          QStringList{"-L", modules[0], "-L", modules[1]});
         if (!runUntil([this] { return answers(); })) {
             return false;
         }
-        recorder_.start(QStringLiteral("parec"),
-                        QStringLiteral("--device=out.monitor --latency-msec=20 --raw --rate=48000 "
-                                       "--channels=1 --format=s16le")
-                            .split(u' '));
+        recorder_.start("parec",
+                        "--device=out.monitor --latency-msec=20 --raw --rate=48000 "
+                        "--channels=1 --format=s16le".split(u' '));
         recorded_.clear();
         heard_.clear();
         return runUntil([this] { return !heard().empty(); });
@@ -130,7 +125,7 @@ class SoundServer {
     }
 
     TemporaryFolder folder_;
-    QString socket_ = path() + QStringLiteral("/socket");
+    QString socket_ = path() + "/socket";
     QByteArray recorded_;  // what is not yet a whole sample
     Samples heard_;
     QProcess server_;

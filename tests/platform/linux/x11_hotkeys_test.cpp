@@ -15,7 +15,7 @@ constexpr std::uint8_t kKeycodeOfB = 56;
 
 struct X11HotkeysTest : ::testing::Test {
     void SetUp() override {
-        if (QGuiApplication::platformName() != QStringLiteral("xcb")) {
+        if (QGuiApplication::platformName() != "xcb") {
             GTEST_SKIP() << "needs an X server in DISPLAY";
         }
     }

@@ -33,11 +33,7 @@ struct X11InputIdleOnX11 : ::testing::Test {
         }
         ASSERT_TRUE(runUntil([&] { return idleSec() >= 0.3; }));
     }
-    static void press() {
-        ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"),
-                                    {QStringLiteral("key"), QStringLiteral("Shift_L")}),
-                  0);
-    }
+    static void press() { ASSERT_EQ(QProcess::execute("xdotool", {"key", "Shift_L"}), 0); }
     // The server has done it when it returns.
     static void reset() {
         EXPECT_EQ(
@@ -141,10 +137,10 @@ struct QtDisplaysOnX11 : ::testing::Test {
     static QByteArray xrandr(std::initializer_list<const char*> arguments) {
         QStringList list;
         for (const char* argument : arguments) {
-            list.push_back(QLatin1String(argument));
+            list.push_back(argument);
         }
         QProcess process;
-        process.start(QStringLiteral("xrandr"), list);
+        process.start("xrandr", list);
         process.waitForFinished();
         return process.readAllStandardOutput();
     }

@@ -51,8 +51,7 @@ struct X11WindowsOnX11 : ::testing::Test {
     // A program with a window of its own.
     static std::unique_ptr<QProcess> terminal(const QStringList& arguments) {
         auto process = std::make_unique<QProcess>();
-        process->start(QStringLiteral("xterm"),
-                       arguments + QStringList{QStringLiteral("-e"), QStringLiteral("sleep 60")});
+        process->start("xterm", arguments + QStringList{"-e", "sleep 60"});
         EXPECT_TRUE(process->waitForStarted());
         return process;
     }
@@ -107,11 +106,11 @@ struct X11WindowsOnX11 : ::testing::Test {
 };
 
 TEST_F(X11WindowsOnX11, TheProgramWhoseWindowIsActiveIsInFrontByItsIdentifier) {
-    const auto slack = terminal({QStringLiteral("-class"), QStringLiteral("Slack")});
+    const auto slack = terminal({"-class", "Slack"});
     ASSERT_TRUE(runUntil([&] { return isInFront(slack->processId()); }));
     EXPECT_EQ(frontmost.current()->bundleIdentifier, "com.tinyspeck.slackmacgap");
 
-    const auto other = terminal({QStringLiteral("-name"), QStringLiteral("instance")});
+    const auto other = terminal({"-name", "instance"});
     ASSERT_TRUE(runUntil([&] { return isInFront(other->processId()); }));
     EXPECT_EQ(frontmost.current()->bundleIdentifier, "XTerm");
     end(*other);
@@ -121,7 +120,7 @@ TEST_F(X11WindowsOnX11, TheProgramWhoseWindowIsActiveIsInFrontByItsIdentifier) {
 }
 
 TEST_F(X11WindowsOnX11, AFullScreenWindowIsAsLargeAsItsDisplayWhateverTheScale) {
-    const auto player = terminal({QStringLiteral("-fullscreen")});
+    const auto player = terminal({"-fullscreen"});
     const QtDisplays displays;
     const auto isLarge = [&] {
         const auto windows = windowsOf(player->processId());
@@ -137,7 +136,7 @@ TEST_F(X11WindowsOnX11, AFullScreenWindowIsAsLargeAsItsDisplayWhateverTheScale) 
 }
 
 TEST_F(X11WindowsOnX11, AMinimisedWindowIsNotOnTheScreenNorOneOfAnotherWorkspace) {
-    if (outputOf(QStringLiteral("xdotool"), {QStringLiteral("version")}).isEmpty()) {
+    if (outputOf("xdotool", {"version"}).isEmpty()) {
         GTEST_SKIP() << "needs xdotool";
     }
     const auto program = terminal({});
@@ -150,13 +149,13 @@ TEST_F(X11WindowsOnX11, AMinimisedWindowIsNotOnTheScreenNorOneOfAnotherWorkspace
     ASSERT_NE(client, clients->end());
     const QString number = QString::number(client->window);
     const auto tool = [&](const char* what, const QStringList& more = {}) {
-        outputOf(QStringLiteral("xdotool"), QStringList{QLatin1String(what), number} + more);
+        outputOf("xdotool", QStringList{what, number} + more);
     };
     tool("windowminimize");
     EXPECT_TRUE(runUntil([&] { return !isShown(); }));
     tool("windowactivate");
     EXPECT_TRUE(runUntil(isShown));
-    tool("set_desktop_for_window", {QStringLiteral("1")});
+    tool("set_desktop_for_window", {"1"});
     EXPECT_TRUE(runUntil([&] { return !isShown(); }));
     end(*program);
 }
@@ -173,9 +172,7 @@ TEST_F(X11WindowsOnX11, TheDesktopsOwnWindowsAreLeftOutAndAProgramCannotLieAbout
         // In the window manager's list, which tells that it has made up its mind.
         const QByteArray listed = "0x" + QByteArray::number(window, 16);
         ASSERT_TRUE(runUntil([&] {
-            return outputOf(QStringLiteral("xprop"),
-                            {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST_STACKING")})
-                .contains(listed);
+            return outputOf("xprop", {"-root", "_NET_CLIENT_LIST_STACKING"}).contains(listed);
         })) << type;
         EXPECT_TRUE(runUntil([&] { return windowsOf(getpid()).size() == expected; })) << type;
         EXPECT_EQ(X11Windows().processOf(window), getpid());
