@@ -241,37 +241,5 @@ TEST_F(GnomeBannersTest, AWriteWhileItIsBeingReadIsReadAfterwards) {
     EXPECT_TRUE(runUntil([this] { return runs() == 3; }));
 }
 
-TEST_F(GnomeBannersTest, WhatCannotBeReadIsOff) {
-    desktop->answer(true);
-    const QString readable = FakeDesktop::gsettings(bus);
-    GnomeBanners banners(bus.connection(kClient), readable, 500ms);
-    for (const char* trouble : {"echo false; exit 1", "kill -9 $$", "exec sleep 1000"}) {
-        FakeDesktop::gsettings(bus);
-        desktop->tell();
-        ASSERT_TRUE(runUntilIs(banners, true));
-        FakeDesktop::gsettings(bus, trouble);
-        desktop->tell();
-        EXPECT_TRUE(runUntilIs(banners, false)) << trouble;
-    }
-    FakeDesktop::gsettings(bus);
-    desktop->tell();
-    ASSERT_TRUE(runUntilIs(banners, true));
-    QFile::remove(readable);
-    desktop->tell();
-    EXPECT_TRUE(runUntilIs(banners, false)) << "there is none";
-}
-
-TEST_F(GnomeBannersTest, AReadingThatIsUnderWayEndsWithItsOwner) {
-    const QString script = FakeDesktop::gsettings(bus, "echo $$ >\"$0.pid\"; exec sleep 1000");
-    auto banners = std::make_unique<GnomeBanners>(bus.connection(kClient), script);
-    QFile file(script + ".pid");
-    ASSERT_TRUE(runUntil([&] { return file.exists() && file.size() > 0; }));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QString process = "/proc/" + QString::fromUtf8(file.readAll().trimmed());
-    ASSERT_TRUE(QFile::exists(process));
-    banners.reset();
-    EXPECT_FALSE(QFile::exists(process));
-}
-
 }  // namespace
 }  // namespace ostrel

@@ -5,6 +5,9 @@
 
 #include <QGuiApplication>
 #include <memory>
+#include <set>
+
+#include "platform/linux/virtual_keys.h"
 
 namespace ostrel {
 namespace {
@@ -68,6 +71,17 @@ TEST_F(X11HotkeysTest, OneHolderAtATimeAndNobodyElsesKeys) {
     bound.reset();
     EXPECT_FALSE(press(1000));
     EXPECT_EQ(presses, 0);
+}
+
+TEST(VirtualKeysTest, EveryCodeHasAKeyOfItsOwn) {
+    std::set<std::uint8_t> keys;
+    for (std::uint32_t code = 0; code < 300; ++code) {
+        const auto key = x11KeycodeOf(code);
+        EXPECT_TRUE(!key || keys.insert(*key).second) << code;
+    }
+    EXPECT_EQ(x11KeycodeOf(54), std::nullopt) << "a modifier";
+    EXPECT_EQ(x11KeycodeOf(122), 67) << "F1";
+    EXPECT_EQ(x11KeycodeOf(111), 96) << "F12";
 }
 
 }  // namespace
