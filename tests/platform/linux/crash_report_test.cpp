@@ -107,18 +107,6 @@ TEST_F(CrashReportTest, OfAnExceptionThatNobodyCatchesTheTypeAloneIsWritten) {
     EXPECT_EQ(report().find("private words"), std::string::npos);
 }
 
-TEST_F(CrashReportTest, WhereNoReportCanBeWrittenTheProcessEndsAllTheSame) {
-    EXPECT_EQ(signalThatEnds([this] {
-                  fs::remove_all(state());
-                  raise(SIGSEGV);
-              }),
-              SIGSEGV);
-    EXPECT_FALSE(CrashReports(state()).newest());
-
-    std::ofstream(folder.path() / "file") << "no folder";
-    EXPECT_NE(installCrashHandler(folder.path() / "file" / "ostrel", "1"), 0);
-}
-
 TEST_F(CrashReportTest, TheNewestFiveAreKeptAndEachIsToldOfOnce) {
     const CrashReports reports(state());
     EXPECT_FALSE(reports.takeUnseen()) << "no folder";

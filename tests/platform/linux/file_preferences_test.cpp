@@ -10,13 +10,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QtGlobal>
 #include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <random>
 #include <string>
@@ -204,28 +204,10 @@ TEST_F(RandomKillTest, AProcessKilledAtAnyMomentLeavesWholeDocuments) {
     }
 }
 
-// Runs `body` in a child process, where it may change what holds for a whole process. Its failed
-// expectations fail this test too; a body that returns false could not be set up.
-template <class Body>
-bool passesInChild(Body body) {
-    constexpr int kSkipped = 77;
-    const pid_t child = fork();
-    if (child == 0) {
-        const bool ran = body();
-        std::fflush(nullptr);
-        _exit(::testing::Test::HasFailure() ? 1 : ran ? 0 : kSkipped);
-    }
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_TRUE(WIFEXITED(status) && (WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == kSkipped))
-        << "the child failed, status " << status;
-    return !(WIFEXITED(status) && WEXITSTATUS(status) == kSkipped);
-}
-
 // What a store on a failing disk does, whatever makes it fail; `full` breaks the disk for anything
 // of more than a few bytes, `mend` repairs it.
-template <class Full, class Mend>
-void goesOnThroughAFailingDisk(const fs::path& folder, Full full, Mend mend) {
+void goesOnThroughAFailingDisk(const fs::path& folder, const std::function<void()>& full,
+                               const std::function<void()>& mend) {
     VirtualRunLoop loop(wallTimeAt(0));
     FilePreferences store(folder, loop);
     std::vector<PersistenceError> told;
@@ -264,53 +246,65 @@ void goesOnThroughAFailingDisk(const fs::path& folder, Full full, Mend mend) {
     EXPECT_EQ(onDisk(kLog), large + "2") << "tried again at the next write of another key";
 }
 
-// False where this user may not mount anything in a view of the file system of its own.
+// Runs `body` in a child process, where it may change what holds for a whole process. Its failed
+// expectations fail this test too; a body that returns false could not be set up.
+void inChild(const std::function<bool()>& body) {
+    constexpr int kSkipped = 77;
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool ran = body();
+        std::fflush(nullptr);
+        _exit(::testing::Test::HasFailure() ? 1 : ran ? 0 : kSkipped);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kSkipped) {
+        GTEST_SKIP() << "this user may not mount anything";
+    }
+    EXPECT_EQ(status, 0) << "the child failed";
+}
+
+// Gives this process a view of the file system of its own, and tells whether it may mount there.
 bool maySetUpMounts() {
     const int spaces = geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
     return unshare(spaces) == 0 && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-TEST(FilePreferencesFailureTest, AFullDiskIsToldOnceAndTriedAgain) {
-    const TemporaryFolder folder;
-    const std::string path = folder.path();
-    const bool ran = passesInChild([&] {
+struct FailingDiskTest : ::testing::Test {
+    TemporaryFolder folder;
+    std::string path = folder.path();
+};
+
+TEST_F(FailingDiskTest, AFullDiskIsToldOnceAndTriedAgain) {
+    inChild([&] {
         if (!maySetUpMounts() || mount("tmpfs", path.c_str(), "tmpfs", 0, "size=2m") != 0) {
             return false;
         }
-        const fs::path filler = folder.path() / "filler";
         const auto fill = [&] {
-            std::ofstream file(filler, std::ios::binary);
+            std::ofstream file(path + "/filler", std::ios::binary);
             while (file.write(std::string(4096, 'f').data(), 4096).flush()) {
             }
         };
-        goesOnThroughAFailingDisk(folder.path(), fill, [&] { fs::remove(filler); });
+        goesOnThroughAFailingDisk(path, fill, [&] { fs::remove(path + "/filler"); });
         return true;
     });
-    if (!ran) {
-        GTEST_SKIP() << "this user may not mount a file system to fill";
-    }
 }
 
-TEST(FilePreferencesFailureTest, AWriteCutOffAtAnyLengthIsToldOnceAndTriedAgain) {
-    const TemporaryFolder folder;
-    EXPECT_TRUE(passesInChild([&] {
+TEST_F(FailingDiskTest, AWriteCutOffAtAnyLengthIsToldOnceAndTriedAgain) {
+    inChild([&] {
         signal(SIGXFSZ, SIG_IGN);
         const auto limitTo = [](rlim_t bytes) {
-            rlimit limit{};
-            getrlimit(RLIMIT_FSIZE, &limit);
-            limit.rlim_cur = bytes;
+            const rlimit limit{bytes, RLIM_INFINITY};
             EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
         };
         goesOnThroughAFailingDisk(
-            folder.path(), [&] { limitTo(100'000); }, [&] { limitTo(RLIM_INFINITY); });
+            path, [&] { limitTo(100'000); }, [&] { limitTo(RLIM_INFINITY); });
         return true;
-    }));
+    });
 }
 
-TEST(FilePreferencesFailureTest, AReadOnlyFolderIsToldOnceAndTriedAgain) {
-    const TemporaryFolder folder;
-    const std::string path = folder.path();
-    const bool ran = passesInChild([&] {
+TEST_F(FailingDiskTest, AReadOnlyFolderIsToldOnceAndTriedAgain) {
+    inChild([&] {
         const auto protect = [&] {
             const unsigned long readOnly = MS_REMOUNT | MS_BIND | MS_RDONLY;
             return mount(path.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) == 0 &&
@@ -322,12 +316,9 @@ TEST(FilePreferencesFailureTest, AReadOnlyFolderIsToldOnceAndTriedAgain) {
         }
         release();
         goesOnThroughAFailingDisk(
-            folder.path(), [&] { EXPECT_TRUE(protect()); }, release);
+            path, [&] { EXPECT_TRUE(protect()); }, release);
         return true;
     });
-    if (!ran) {
-        GTEST_SKIP() << "this user may not mount a folder read-only";
-    }
 }
 
 }  // namespace

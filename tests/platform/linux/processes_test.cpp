@@ -1,10 +1,8 @@
 #include "platform/linux/application_identifier.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -92,14 +90,8 @@ TEST(CallProgramsTest, TheProgramsOfTheDefaultListAreKnownByTheirNamesHere) {
         EXPECT_EQ(callProgramIdentifier(name), identifier) << name;
         EXPECT_NE(std::ranges::find(defaults, identifier), defaults.end()) << identifier;
     }
-}
-
-TEST(CallProgramsTest, OtherNamesAreNotMistakenForThem) {
-    for (const char* name :
-         {"", "zoomer", "Google-chrome", "crx_abc", "abcdefghijklmnopabcdefghijklmnop",
-          "crx_abcdefghijklmnopabcdefghijklmnopa", "crx_abcdefghijklmnopabcdefghijklmnoz"}) {
-        EXPECT_EQ(callProgramIdentifier(name), std::nullopt) << name;
-        EXPECT_FALSE(isWebApplication(name)) << name;
+    for (const char* other : {"", "zoomer", "Google-chrome", "crx_abc"}) {
+        EXPECT_EQ(callProgramIdentifier(other), std::nullopt) << other;
     }
 }
 
@@ -152,15 +144,6 @@ TEST(ProcessTableTest, AProgramIsFoundByItsPathItsNameAndItsIdentifier) {
     for (const char* name : {"firefox", "", "org."}) {
         EXPECT_EQ(table.running(name), Processes{}) << name;
     }
-}
-
-TEST(ProcessTableTest, TheRealOneKnowsThisProcess) {
-    const ProcessTable table;
-    const auto self = std::filesystem::read_symlink("/proc/self/exe").string();
-    const Processes found = table.running(self);
-    EXPECT_NE(std::ranges::find(found, getpid()), found.end());
-    const Processes ancestors = table.ancestors(getpid());
-    EXPECT_TRUE(ancestors.empty() || ancestors.front() == getppid());
 }
 
 }  // namespace

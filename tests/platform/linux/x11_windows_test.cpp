@@ -220,25 +220,5 @@ TEST_F(X11WindowsOnX11, WhoeverSuspendsTheServersScreenSaverIsKnownUntilItResume
     EXPECT_TRUE(runUntil([&] { return !isKnown(); }));
 }
 
-TEST_F(X11WindowsOnX11, AWindowThatIsGoneTellsNothingAndLongTextsAreCut) {
-    const xcb_window_t window = makeWindow();
-    const std::string endless(100'000, 'x');
-    const auto setText = [&](xcb_atom_t property, xcb_atom_t type, std::string_view text) {
-        xcb_change_property(qtX11Connection(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
-                            static_cast<std::uint32_t>(text.size()), text.data());
-    };
-    setText(atom("_GTK_APPLICATION_ID"), atom("UTF8_STRING"), endless);
-    setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, "unfinished");
-    const X11Windows windows;
-    const X11Windows::Names names = windows.namesOf(window);
-    EXPECT_EQ(names.gtkApplication, endless.substr(0, names.gtkApplication.size()));
-    EXPECT_LT(names.gtkApplication.size(), 2000U);
-    EXPECT_EQ(names.instance, "unfinished");
-
-    xcb_destroy_window(qtX11Connection(), window);
-    EXPECT_EQ(windows.namesOf(window), X11Windows::Names());
-    EXPECT_EQ(windows.processOf(window + 0x10000000), std::nullopt);
-}
-
 }  // namespace
 }  // namespace ostrel
