@@ -18,8 +18,6 @@ using Groups = QMap<QString, QVariantMap>;
 
 const QString kClientName = "client";
 const QString kPortalName = "portal";
-const QString kGnome = "org.gnome.desktop.interface";
-const QString kGnomeKey = "enable-animations";
 
 // The settings portal of a desktop.
 class Portal : public FakeBusService {
@@ -37,13 +35,6 @@ class Portal : public FakeBusService {
         set(group, key, value);
         send("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged",
              {group, key, QVariant::fromValue(QDBusVariant(value))});
-    }
-
-    // Since the last time; waits for it.
-    [[nodiscard]] bool wasAsked() {
-        const bool asked = runUntil([this] { return !questions.empty(); });
-        questions.clear();
-        return asked;
     }
 };
 
@@ -75,7 +66,8 @@ TEST_F(PortalSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
         const PortalSettings source(bus.connection(kClientName));
         const PortalMotionSettings settings(source);
         EXPECT_FALSE(settings.reduceMotion()) << "before any answer";
-        ASSERT_TRUE(portal.wasAsked());
+        ASSERT_TRUE(runUntil([&] { return !portal.questions.empty(); }));
+        portal.questions.clear();
         bus.settle(kClientName, kPortalName);
         EXPECT_TRUE(!c.reduce || runUntil([&] { return settings.reduceMotion(); })) << label;
         EXPECT_EQ(settings.reduceMotion(), c.reduce) << label;
@@ -84,43 +76,15 @@ TEST_F(PortalSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
 
 TEST_F(PortalSettingsTest, APortalThatAppearsLaterIsAskedAndItsChangesAreFollowed) {
     const PortalSettings source(bus.connection(kClientName));
-    const PortalMotionSettings settings(source);
-    bus.settle(kClientName, kPortalName);
-    EXPECT_FALSE(settings.reduceMotion());
-
-    Portal portal(bus);
-    portal.set(kGnome, kGnomeKey, false);
-    portal.appear();
-    ASSERT_TRUE(portal.wasAsked());
-    EXPECT_TRUE(runUntil([&] { return settings.reduceMotion(); }));
-
-    portal.announce(kGnome, kGnomeKey, true);
-    EXPECT_TRUE(runUntil([&] { return !settings.reduceMotion(); }));
-    portal.announce("org.freedesktop.appearance", "reduced-motion", 1U);
-    portal.announce(kGnome, "cursor-blink", false);
-    EXPECT_TRUE(runUntil([&] { return settings.reduceMotion(); }));
-}
-
-TEST_F(PortalSettingsTest, AMissingBusLeavesAnimationsOnUnlessTheEnvironmentForbidsThem) {
-    const PortalSettings none(QDBusConnection("none"));
-    EXPECT_FALSE(PortalMotionSettings(none).reduceMotion());
-    qputenv("OSTREL_REDUCE_MOTION", "1");
-    EXPECT_TRUE(PortalMotionSettings(none).reduceMotion());
-    qunsetenv("OSTREL_REDUCE_MOTION");
-}
-
-TEST_F(PortalSettingsTest, TheColourSchemeIsToldAndAMissingOneIsNoPreference) {
-    Portal portal(bus);
-    portal.appear();
-    const QString group = "org.freedesktop.appearance";
-    const QString key = "color-scheme";
-    portal.set(group, key, 1U);
-    const PortalSettings source(bus.connection(kClientName));
     const PortalAppearanceSettings settings(source);
     int changes = 0;
     const Subscription counting = settings.changed.subscribe([&changes] { ++changes; });
-    EXPECT_EQ(settings.prefersDark(), std::nullopt) << "before any answer";
-    ASSERT_TRUE(portal.wasAsked());
+    EXPECT_EQ(settings.prefersDark(), std::nullopt);
+    const QString group = "org.freedesktop.appearance";
+    const QString key = "color-scheme";
+    Portal portal(bus);
+    portal.set(group, key, 1U);
+    portal.appear();
     EXPECT_TRUE(runUntil([&] { return settings.prefersDark() == true; }));
     portal.announce(group, key, 2U);
     EXPECT_TRUE(runUntil([&] { return settings.prefersDark() == false; }));

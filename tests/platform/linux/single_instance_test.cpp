@@ -1,13 +1,10 @@
 #include "platform/linux/single_instance.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
-#include <csignal>
 
 #include "platform/linux/event_loop.h"
 #include "platform/linux/temporary_folder.h"
@@ -46,24 +43,6 @@ TEST_F(SingleInstanceTest, ASecondProcessBringsTheFirstForward) {
     const TemporaryFolder other;
     EXPECT_EQ(SingleInstance(other.path()).role(), Role::first);
     EXPECT_EQ(SingleInstance("/proc/self").role(), Role::first) << "which can hold no lock";
-}
-
-TEST_F(SingleInstanceTest, TheLockGoesWithAProcessThatIsKilled) {
-    std::array<int, 2> ready{};
-    ASSERT_EQ(pipe2(ready.data(), O_CLOEXEC), 0);
-    const pid_t first = fork();
-    if (first == 0) {
-        const SingleInstance instance(folder.path());
-        static_cast<void>(write(ready[1], "", 1));
-        pause();
-        _exit(0);
-    }
-    char byte = 0;
-    ASSERT_EQ(read(ready[0], &byte, 1), 1);
-    EXPECT_EQ(SingleInstance(folder.path()).role(), Role::second);
-    kill(first, SIGKILL);
-    waitpid(first, nullptr, 0);
-    EXPECT_EQ(SingleInstance(folder.path()).role(), Role::first);
 }
 
 TEST_F(SingleInstanceTest, AFirstProcessThatHangsDoesNotHangTheSecond) {

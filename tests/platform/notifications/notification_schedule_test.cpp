@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/api/iso_time.h"
 #include "platform/calendar/local_time.h"
 #include "platform/calendar/zoned_calendar.h"
 #include "platform/virtual/virtual_run_loop.h"
@@ -25,10 +25,10 @@ constexpr EveryWeek kMondayAtNine{2, 9};
 
 NotificationRequest request(const std::string& id, NotificationTrigger trigger) {
     return {.id = id,
-            .category = "category",
+            .category = {},
             .title = {"title", {}},
             .body = {"body", {"3"}},
-            .userInfo = {{"kind", "eye"}},
+            .userInfo = {},
             .trigger = trigger};
 }
 
@@ -47,11 +47,8 @@ struct NotificationScheduleTest : ::testing::Test {
     // "Mon 09:00:00"
     [[nodiscard]] std::string localTimeNow() const {
         constexpr const char* kDays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-        const Calendar::Components shown = calendar.components(loop.wallNow());
-        char text[24];
-        std::snprintf(text, sizeof text, "%s %02d:%02d:%02d", kDays[shown.weekday - 1], shown.hour,
-                      shown.minute, shown.second);
-        return text;
+        const int weekday = calendar.components(loop.wallNow()).weekday;
+        return kDays[weekday - 1] + (" " + isoLocalTime(calendar, loop.wallNow()).substr(11, 8));
     }
 
     [[nodiscard]] Pending pending() const { return schedule->pending().get(); }
