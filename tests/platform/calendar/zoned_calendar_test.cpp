@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
 #include <string>
-#include <vector>
 
 #include "platform/api/iso_time.h"
 
@@ -13,8 +10,6 @@ namespace ostrel {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 constexpr WallClock::duration part(double sec) {
     return WallClock::duration{sec};
@@ -52,15 +47,12 @@ struct OddMidnight {
 };
 
 constexpr OddMidnight kOddMidnights[] = {
-    {"Asia/Beirut", 1'648'288'800, "2022-03-27T01:00:00+03:00"},        // missing
-    {"America/Havana", 1'678'554'000, "2023-03-12T01:00:00-04:00"},     // missing
-    {"Africa/Cairo", 1'714'039'200, "2024-04-26T01:00:00+03:00"},       // missing
-    {"America/Sao_Paulo", 1'507'993'200, "2017-10-15T01:00:00-02:00"},  // missing
-    {"America/Havana", 1'667'664'000, "2022-11-06T00:00:00-04:00"},     // twice
-    {"Atlantic/Azores", 1'792'843'200, "2026-10-25T00:00:00+00:00"},    // twice
-    {"Africa/Cairo", 1'698'310'800, "2023-10-27T00:00:00+02:00"},       // 23:xx twice before it
-    {"Pacific/Apia", 1'325'196'000, "2011-12-31T00:00:00+14:00"},       // a date is missing
-    {"Asia/Kathmandu", 1'714'456'800, "2024-05-01T00:00:00+05:45"},     // an ordinary one
+    {"Asia/Beirut", 1'648'288'800, "2022-03-27T01:00:00+03:00"},      // missing
+    {"America/Havana", 1'678'554'000, "2023-03-12T01:00:00-04:00"},   // missing
+    {"America/Havana", 1'667'664'000, "2022-11-06T00:00:00-04:00"},   // twice
+    {"Atlantic/Azores", 1'792'843'200, "2026-10-25T00:00:00+00:00"},  // twice
+    {"Africa/Cairo", 1'698'310'800, "2023-10-27T00:00:00+02:00"},     // 23:xx twice before it
+    {"Pacific/Apia", 1'325'196'000, "2011-12-31T00:00:00+14:00"},     // a date is missing
 };
 
 TEST_F(ZonedCalendarTest, DayBeginsAtItsFirstInstantAndTheMidnightTimerFindsIt) {
@@ -71,12 +63,10 @@ TEST_F(ZonedCalendarTest, DayBeginsAtItsFirstInstantAndTheMidnightTimerFindsIt) 
         const WallTime start = walkToNextDay(calendar, before);
         EXPECT_EQ(text(start), odd.start);
         EXPECT_EQ(text(calendar.nextMatching(before, 0, 0)), odd.start);
-        for (const auto into : {0s, 1s, 1800s, 3600s, 5400s, 43200s}) {
-            EXPECT_EQ(text(calendar.startOfDay(start + into)), odd.start) << into.count();
-        }
         EXPECT_EQ(text(calendar.startOfDay(start - part(0.25))), text(calendar.startOfDay(before)));
         // From the first instant on it is the following midnight's turn, also at a second 00:00.
         for (const auto into : {0s, 1800s, 3600s, 4000s}) {
+            EXPECT_EQ(text(calendar.startOfDay(start + into)), odd.start) << into.count();
             EXPECT_EQ(text(calendar.nextMatching(start + into, 0, 0)),
                       text(walkToNextDay(calendar, start + 12h)))
                 << into.count();
@@ -102,7 +92,6 @@ TEST_F(ZonedCalendarTest, NextMatchIsStrictlyLaterAndFollowsGapsAndRepeats) {
         // 02:00 to 03:00 comes twice on 2026-10-25: the first time only.
         {"Europe/Berlin", 1'792'879'200, 2, 30, "2026-10-25T02:30:00+02:00"},
         {"Europe/Berlin", 1'792'888'200, 2, 30, "2026-10-26T02:30:00+01:00"},
-        {"Europe/Berlin", 1'792'890'000, 2, 30, "2026-10-26T02:30:00+01:00"},
         // 2011-12-30 does not exist: 09:00 of the 29th is followed by that of the 31st.
         {"Pacific/Apia", 1'325'185'200, 9, 0, "2011-12-31T09:00:00+14:00"},
         // Half past eleven to half past midnight is missing: also the next day's can be landed on.
@@ -113,22 +102,6 @@ TEST_F(ZonedCalendarTest, NextMatchIsStrictlyLaterAndFollowsGapsAndRepeats) {
         EXPECT_EQ(text(calendar.nextMatching(unixTime(c.after), c.hour, c.minute)), c.expected)
             << c.zone << " after " << text(unixTime(c.after));
     }
-    zone = "Europe/Berlin";
-    EXPECT_EQ(text(calendar.nextMatching(unixTime(1'773'044'100) - part(0.001), 9, 15)),
-              "2026-03-09T09:15:00+01:00");
-}
-
-TEST_F(ZonedCalendarTest, ComponentsAreThoseOfTheZone) {
-    zone = "Asia/Kolkata";
-    const auto local =
-        calendar.components(unixTime(1'773'079'199) + part(0.999));  // Monday 17:59:59 UTC
-    EXPECT_EQ(dayKey(local.day), "2026-03-09");
-    EXPECT_EQ(local.weekday, 2);
-    EXPECT_EQ(local.hour, 23);
-    EXPECT_EQ(local.minute, 29);
-    EXPECT_EQ(local.second, 59);
-    EXPECT_EQ(calendar.components(unixTime(1'772'993'400)).weekday, 1);  // Sunday
-    EXPECT_EQ(calendar.components(unixTime(-1)).second, 59);
 }
 
 TEST_F(ZonedCalendarTest, WholeDaysAreCountedOnTheCalendarNotInHours) {
@@ -146,53 +119,18 @@ TEST_F(ZonedCalendarTest, WholeDaysAreCountedOnTheCalendarNotInHours) {
 }
 
 TEST_F(ZonedCalendarTest, FollowsAChangedZoneAndTakesUnknownOnesForUtc) {
-    const WallTime time = unixTime(1'773'044'110);
-    EXPECT_EQ(text(time), "2026-03-09T08:15:10+00:00");
-    zone = "America/New_York";
-    EXPECT_EQ(text(time), "2026-03-09T04:15:10-04:00");
-    EXPECT_EQ(calendar.utcOffsetSec(time), -14'400);
-    for (const char* unknown : {"Mars/Olympus", "", "../../etc/passwd", "CET-1CEST,M3.5.0"}) {
-        zone = unknown;
-        EXPECT_EQ(text(time), "2026-03-09T08:15:10+00:00") << unknown;
-        EXPECT_EQ(text(calendar.nextMatching(time, 0, 0)), "2026-03-10T00:00:00+00:00") << unknown;
-    }
-}
-
-TEST_F(ZonedCalendarTest, IsoTimeShowsMillisecondsOnlyWhenThereAreAny) {
-    zone = "Europe/Berlin";
-    const WallTime time = unixTime(1'773'044'110);
-    EXPECT_EQ(text(time), "2026-03-09T09:15:10+01:00");
-    EXPECT_EQ(text(time + part(0.5)), "2026-03-09T09:15:10.500+01:00");
-    EXPECT_EQ(text(time + part(0.0004)), "2026-03-09T09:15:10+01:00");
-    EXPECT_EQ(text(time + part(0.9996)), "2026-03-09T09:15:11+01:00");
-    zone = "America/St_Johns";
-    EXPECT_EQ(text(time), "2026-03-09T05:45:10-02:30");
-    EXPECT_EQ(text(unixTime(-3'000'000'000)), "1874-12-07T15:09:08-03:30:52");
-}
-
-TEST_F(ZonedCalendarTest, AbsurdTimesAreSurvived) {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    for (const char* name : {"Europe/Berlin", "Pacific/Apia", "UTC", "none"}) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"UTC", "2026-03-09T08:15:10.500+00:00"},
+        {"America/St_Johns", "2026-03-09T05:45:10.500-02:30"},
+        {"Mars/Olympus", "2026-03-09T08:15:10.500+00:00"},
+        {"../../etc/passwd", "2026-03-09T08:15:10.500+00:00"},
+        {"", "2026-03-09T08:15:10.500+00:00"},
+    };
+    for (const auto& [name, shown] : cases) {
         zone = name;
-        for (const double sec : {nan, kInfinity, -kInfinity, 1e300, -1e300, 1e12, -1e12, 9.3e18}) {
-            const WallTime time = wallTimeAt(sec);
-            EXPECT_EQ(calendar.nextMatching(time, 12, 0), std::nullopt) << name << sec;
-            EXPECT_EQ(calendar.addDays(time, 1), std::nullopt) << name << sec;
-            EXPECT_TRUE(std::isfinite(secondsSinceReference(calendar.startOfDay(time))));
-            const CalendarDay reference = calendar.components(WallTime{}).day;
-            EXPECT_EQ(calendar.components(time).day.year, std::isnan(sec) ? reference.year
-                                                          : sec < 0       ? 1
-                                                                          : 9999)
-                << name << sec;
-            EXPECT_EQ(calendar.daysBetween(time, time), 0);
-            EXPECT_FALSE(text(time).empty());
-        }
-        for (const std::int64_t days :
-             {std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min(),
-              std::int64_t{3'000'000}, std::int64_t{-3'000'000}}) {
-            EXPECT_EQ(calendar.addDays(WallTime{}, days), std::nullopt) << days;
-        }
+        EXPECT_EQ(text(unixTime(1'773'044'110) + part(0.5)), shown) << name;
     }
+    EXPECT_EQ(text(unixTime(1'773'044'110) + part(0.9996)), "2026-03-09T08:15:11+00:00");
 }
 
 }  // namespace

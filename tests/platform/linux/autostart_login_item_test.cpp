@@ -35,30 +35,14 @@ struct AutostartLoginItemTest : ::testing::Test {
         fs::create_directories(file.parent_path());
         std::ofstream(file) << text;
     }
-    static std::string read(const fs::path& file) {
-        std::ifstream stream(file);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    std::string lineOf(const std::string& key) const {
-        const std::string text = read(userFile());
-        const auto at = text.find("\n" + key + "=");
-        return at == std::string::npos ? "" : text.substr(at + 1, text.find('\n', at + 1) - at - 1);
+    bool hasLine(const std::string& line) const {
+        std::ifstream stream(userFile());
+        const std::string text(std::istreambuf_iterator<char>(stream), {});
+        return text.find("\n" + line + "\n") != std::string::npos;
     }
 
     TemporaryFolder folder;
 };
-
-TEST_F(AutostartLoginItemTest, IsOnFromTheFirstSwitchToTheNextAndLeavesNothing) {
-    EXPECT_FALSE(item().isEnabled());
-    EXPECT_TRUE(item().setEnabled(true));
-    EXPECT_TRUE(item().isEnabled());
-    EXPECT_EQ(lineOf("Type"), "Type=Application");
-    EXPECT_EQ(lineOf("Exec"), "Exec=\"" + program().string() + "\"");
-    EXPECT_TRUE(item().setEnabled(false));
-    EXPECT_FALSE(item().isEnabled());
-    EXPECT_TRUE(fs::is_empty(user()));
-    EXPECT_TRUE(item().setEnabled(false)) << "off already";
-}
 
 // Twice quoted: as an argument of the command line, and as a value of the file.
 TEST_F(AutostartLoginItemTest, AnyPathIsOneArgumentOfTheCommandLine) {
@@ -67,16 +51,14 @@ TEST_F(AutostartLoginItemTest, AnyPathIsOneArgumentOfTheCommandLine) {
         const char* exec;
         const char* tryExec;
     } cases[] = {
-        {"/opt/my apps/ostrel", R"("/opt/my apps/ostrel")", "/opt/my apps/ostrel"},
-        {"/opt/100%/ostrel", R"("/opt/100%%/ostrel")", "/opt/100%/ostrel"},
+        {"/opt/my apps/100%/ostrel", R"("/opt/my apps/100%%/ostrel")", "/opt/my apps/100%/ostrel"},
         {R"(/opt/$a`b"c/o)", R"("/opt/\\$a\\`b\\"c/o")", R"(/opt/$a`b"c/o)"},
         {R"(/opt/a\b/o)", R"("/opt/a\\\\b/o")", R"(/opt/a\\b/o)"},
-        {"/opt/a\nb/o", R"("/opt/a\nb/o")", R"(/opt/a\nb/o)"},
     };
     for (const auto& [path, exec, tryExec] : cases) {
         EXPECT_TRUE(item(path).setEnabled(true));
-        EXPECT_EQ(lineOf("Exec"), std::string("Exec=") + exec);
-        EXPECT_EQ(lineOf("TryExec"), std::string("TryExec=") + tryExec);
+        EXPECT_TRUE(hasLine(std::string("Exec=") + exec)) << exec;
+        EXPECT_TRUE(hasLine(std::string("TryExec=") + tryExec)) << tryExec;
     }
 }
 
@@ -87,19 +69,11 @@ TEST_F(AutostartLoginItemTest, ReadsWhatTheDesktopsToolsMakeOfTheFile) {
         bool isEnabled;
     } cases[] = {
         {entry, true},
-        {entry + "Hidden=true\n", false},
         {entry + "Hidden = true\r\n", false},
-        {entry + "Hidden=false\n", true},
-        {entry + "#Hidden=true\n", true},
-        {entry + "[Desktop Action x]\nHidden=true\n", true},
+        {entry + "#Hidden=true\n[Desktop Action x]\nHidden=true\n", true},
         {entry + "X-GNOME-Autostart-enabled=false\n", false},
-        {entry + "OnlyShowIn=GNOME;XFCE;\n", true},
         {entry + "OnlyShowIn=GNOME;KDE;\n", false},
-        {entry + "NotShowIn=XFCE;\n", false},
-        {entry + "NotShowIn=KDE\n", true},
-        {entry + "TryExec=" + program().string() + "\n", true},
         {entry + "TryExec=/nonexistent/ostrel\n", false},
-        {entry + "TryExec=sh\n", true},
         {"[Desktop Entry]\nType=Application\n", false},
         {"", false},
     };
@@ -108,29 +82,26 @@ TEST_F(AutostartLoginItemTest, ReadsWhatTheDesktopsToolsMakeOfTheFile) {
         EXPECT_EQ(item().isEnabled(), isEnabled) << text;
         EXPECT_TRUE(item().setEnabled(true));
         EXPECT_TRUE(item().isEnabled()) << "after " << text;
+        EXPECT_TRUE(item().setEnabled(false));
+        EXPECT_TRUE(fs::is_empty(user()));
     }
 }
 
-TEST_F(AutostartLoginItemTest, AnEntryForEverybodyIsHiddenForThisUser) {
+TEST_F(AutostartLoginItemTest, AnEntryForEverybodyIsHiddenForThisUserWhereThatCanBeWritten) {
     write(system() / "ostrel.desktop", "[Desktop Entry]\nType=Application\nExec=ostrel\n");
-    EXPECT_TRUE(item().isEnabled());
     EXPECT_TRUE(item().setEnabled(false));
     EXPECT_FALSE(item().isEnabled());
-    EXPECT_EQ(lineOf("Hidden"), "Hidden=true");
     EXPECT_TRUE(fs::exists(system() / "ostrel.desktop"));
     EXPECT_TRUE(item().setEnabled(true));
     EXPECT_TRUE(item().isEnabled());
-}
 
-TEST_F(AutostartLoginItemTest, WhereNothingCanBeWrittenNothingChanges) {
+    fs::remove_all(folder.path() / "config");
     write(folder.path() / "config", "a file where the folder belongs");
-    EXPECT_FALSE(item().setEnabled(true));
-    EXPECT_FALSE(item().isEnabled());
-    EXPECT_TRUE(item().setEnabled(false));
-
-    write(system() / "ostrel.desktop", "[Desktop Entry]\nType=Application\nExec=ostrel\n");
     EXPECT_FALSE(item().setEnabled(false));
     EXPECT_TRUE(item().isEnabled());
+    fs::remove(system() / "ostrel.desktop");
+    EXPECT_FALSE(item().setEnabled(true));
+    EXPECT_FALSE(item().isEnabled());
 }
 
 }  // namespace

@@ -1,28 +1,50 @@
 #include "platform/linux/file_preferences.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QByteArray>
 #include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iterator>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "platform/linux/temporary_folder.h"
 #include "platform/virtual/virtual_run_loop.h"
+#include "support/random_runs.h"
 
 namespace ostrel {
 namespace {
 
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
+using namespace std::chrono_literals;
 
 constexpr const char* kSettings = "ostrel.settings.v1";
-constexpr const char* kPool = "ostrel.penaltyPool.v1";
+constexpr const char* kLog = "ostrel.breakLog.v1";
+
+// A document of round `round` that shows any missing or foreign byte.
+std::string document(int round) {
+    const std::string number = std::to_string(round) + ";";
+    std::string text;
+    for (int i = 0; i < 200 + round % 7 * 3000; ++i) {
+        text += number;
+    }
+    return text;
+}
 
 struct FilePreferencesTest : ::testing::Test {
     TemporaryFolder temporary;
@@ -54,50 +76,26 @@ TEST_F(FilePreferencesTest, EveryKeyIsAFileThatTheUserAloneCanRead) {
         EXPECT_EQ(store.read(kSettings), std::nullopt);
         store.write(kSettings, "old and longer than what replaces it");
         store.write(kSettings, bytes);
-        store.write(kPool, "");
+        store.write(kLog, "");
     }
     FilePreferences store(folder, loop);
     EXPECT_EQ(store.read(kSettings), bytes);
-    EXPECT_EQ(store.read(kPool), "");
-    EXPECT_EQ(files(), (Names{"ostrel.penaltyPool.v1.json", "ostrel.settings.v1.json"}));
+    EXPECT_EQ(store.read(kLog), "");
+    EXPECT_EQ(files(), (Names{"ostrel.breakLog.v1.json", "ostrel.settings.v1.json"}));
     struct stat status {};
     ASSERT_EQ(stat(folder.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0700U);
     ASSERT_EQ(stat((folder / "ostrel.settings.v1.json").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
+    put("notes.txt", "x");
+    put(".json", "x");
     store.remove(kSettings);
-    store.remove("ostrel.neverThere");
     EXPECT_EQ(store.read(kSettings), std::nullopt);
-    EXPECT_EQ(files(), Names{"ostrel.penaltyPool.v1.json"});
-}
-
-TEST_F(FilePreferencesTest, KeysAreTheJsonFilesOnly) {
-    for (const char* name : {"ostrel.settings.v1.json.damaged", "notes.txt", ".json", ".hidden"}) {
-        put(name, "x");
-    }
-    fs::create_directories(folder / "folder.json");
-    put("ostrel.settings.v1.json", "{}");
-    EXPECT_EQ(FilePreferences(folder, loop).keys(), Names{kSettings});
-}
-
-TEST_F(FilePreferencesTest, EqualBytesAreNotWrittenAgain) {
-    FilePreferences store(folder, loop);
-    const auto inode = [this] {
-        struct stat status {};
-        EXPECT_EQ(stat((folder / "ostrel.settings.v1.json").c_str(), &status), 0);
-        return status.st_ino;
-    };
-    store.write(kSettings, "{}");
-    const auto first = inode();
-    store.write(kSettings, "{}");
-    EXPECT_EQ(inode(), first);
-    store.write(kSettings, "{ }");
-    EXPECT_NE(inode(), first);
+    EXPECT_EQ(store.keys(), Names{kLog});
 }
 
 TEST_F(FilePreferencesTest, SettingAsideNeverOverwritesWhatWasSetAsideBefore) {
     FilePreferences store(folder, loop);
-    store.setAside(kSettings);  // nothing there
     for (const char* bytes : {"one", "two", "three"}) {
         store.write(kSettings, bytes);
         store.setAside(kSettings);
@@ -108,21 +106,19 @@ TEST_F(FilePreferencesTest, SettingAsideNeverOverwritesWhatWasSetAsideBefore) {
                      "ostrel.settings.v1.json.damaged-c"}));
     EXPECT_EQ(contentsOf("ostrel.settings.v1.json.damaged"), "one");
     EXPECT_EQ(contentsOf("ostrel.settings.v1.json.damaged-c"), "three");
-    EXPECT_EQ(store.keys(), Names{});
 }
 
 TEST_F(FilePreferencesTest, WhatCannotBeReadCountsAsAbsentAndIsSetAsideBeforeItIsReplaced) {
     fs::create_directories(folder / "ostrel.settings.v1.json" / "inside");
-    ASSERT_EQ(mkfifo((folder / "ostrel.penaltyPool.v1.json").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((folder / "ostrel.breakLog.v1.json").c_str(), 0600), 0);
     FilePreferences store(folder, loop);
-    for (const char* key : {kSettings, kPool}) {
+    for (const char* key : {kSettings, kLog}) {
         EXPECT_EQ(store.read(key), std::nullopt) << key;
         store.write(key, "new");
         EXPECT_EQ(store.read(key), "new") << key;
     }
     EXPECT_TRUE(fs::is_directory(folder / "ostrel.settings.v1.json.damaged" / "inside"));
-    EXPECT_TRUE(fs::is_fifo(folder / "ostrel.penaltyPool.v1.json.damaged"));
-    EXPECT_EQ(contentsOf("ostrel.settings.v1.json"), "new");
+    EXPECT_TRUE(fs::is_fifo(folder / "ostrel.breakLog.v1.json.damaged"));
 }
 
 TEST_F(FilePreferencesTest, LeftOversOfDeadProcessesGoAndThoseOfLivingOnesStay) {
@@ -143,17 +139,186 @@ TEST_F(FilePreferencesTest, LeftOversOfDeadProcessesGoAndThoseOfLivingOnesStay) 
     EXPECT_EQ(files(), stay);
 }
 
-TEST_F(FilePreferencesTest, TheDefaultFolderFollowsTheEnvironment) {
-    const std::string home = temporary.path();
-    qputenv("HOME", home.c_str());
-    qputenv("XDG_CONFIG_HOME", "/somewhere");
-    EXPECT_EQ(defaultPreferencesFolder(), "/somewhere/ostrel");
-    for (const char* unusable : {"", "relative"}) {
-        qputenv("XDG_CONFIG_HOME", unusable);
-        EXPECT_EQ(defaultPreferencesFolder(), home + "/.config/ostrel");
+struct RandomKillTest : ::testing::Test {
+    TemporaryFolder folder;
+
+    // Writes round after round and tells each that was written, until it is killed.
+    [[noreturn]] void writeForEver(int round, int told) const {
+        VirtualRunLoop loop(wallTimeAt(0));
+        FilePreferences store(folder.path(), loop);
+        while (true) {
+            ++round;
+            store.write(kSettings, document(round));
+            store.write(kLog, document(round));
+            if (write(told, &round, sizeof round) != sizeof round) {
+                _exit(1);
+            }
+        }
     }
-    qunsetenv("XDG_CONFIG_HOME");
-    EXPECT_EQ(defaultPreferencesFolder(), home + "/.config/ostrel");
+
+    // The last round that the writer told of.
+    static int killAfter(pid_t writer, int told, std::chrono::microseconds wait) {
+        int last = 0;
+        int round = 0;
+        EXPECT_EQ(read(told, &last, sizeof last), ssize_t{sizeof last});
+        pollfd silence{.fd = -1, .events = 0, .revents = 0};
+        const timespec moment{.tv_sec = 0, .tv_nsec = wait.count() * 1000};
+        ppoll(&silence, 1, &moment, nullptr);
+        kill(writer, SIGKILL);
+        int status = 0;
+        waitpid(writer, &status, 0);
+        EXPECT_TRUE(WIFSIGNALED(status)) << "the writer ended by itself";
+        while (read(told, &round, sizeof round) == sizeof round) {
+            last = round;
+        }
+        return last;
+    }
+};
+
+TEST_F(RandomKillTest, AProcessKilledAtAnyMomentLeavesWholeDocuments) {
+    const int kills = randomRuns(300, 500);
+    std::mt19937 random(20'260'309);
+    std::uniform_int_distribution<int> microseconds(0, 8'000);
+    int round = 0;
+    for (int killed = 0; killed < kills && !HasFailure(); ++killed) {
+        std::array<int, 2> channel{};
+        ASSERT_EQ(pipe2(channel.data(), O_CLOEXEC), 0);
+        const pid_t writer = fork();
+        if (writer == 0) {
+            writeForEver(round, channel[1]);
+        }
+        close(channel[1]);
+        round = killAfter(writer, channel[0], std::chrono::microseconds(microseconds(random)));
+        close(channel[0]);
+
+        VirtualRunLoop loop(wallTimeAt(0));
+        const FilePreferences store(folder.path(), loop);
+        for (const char* key : {kSettings, kLog}) {
+            const std::string text = store.read(key).value_or("");
+            const int found = std::atoi(text.c_str());
+            EXPECT_EQ(text, document(found)) << "after kill " << killed;
+            EXPECT_GE(found, round) << "a written document is gone";
+            EXPECT_LE(found, round + 1);
+        }
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 2) << "left-overs";
+    }
+}
+
+// What a store on a failing disk does, whatever makes it fail; `full` breaks the disk for anything
+// of more than a few bytes, `mend` repairs it.
+void goesOnThroughAFailingDisk(const fs::path& folder, const std::function<void()>& full,
+                               const std::function<void()>& mend) {
+    VirtualRunLoop loop(wallTimeAt(0));
+    FilePreferences store(folder, loop);
+    std::vector<PersistenceError> told;
+    const Subscription watch = store.persistenceWriteFailed.subscribe(
+        [&](const PersistenceError& error) { told.push_back(error); });
+    const auto onDisk = [&](const char* key) { return FilePreferences(folder, loop).read(key); };
+    store.write(kSettings, "old");
+
+    full();
+    const std::string large(300'000, 'x');
+    store.write(kSettings, large);
+    store.write(kLog, large + "1");
+    loop.runFor(2min);
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        EXPECT_NE(entry.path().filename().native().front(), '.') << "a temporary file stays";
+    }
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0].kind, PersistenceError::Kind::writeFailed);
+    EXPECT_EQ(told[0].key, kSettings);
+    EXPECT_EQ(store.read(kSettings), large);
+    EXPECT_EQ(onDisk(kSettings), "old");
+    EXPECT_EQ(onDisk(kLog), std::nullopt);
+
+    mend();
+    loop.runFor(29s);
+    EXPECT_EQ(onDisk(kSettings), "old") << "tried every half minute, not more often";
+    loop.runFor(1s);
+    EXPECT_EQ(onDisk(kSettings), large);
+    EXPECT_EQ(onDisk(kLog), large + "1");
+
+    full();
+    store.write(kLog, large + "2");
+    EXPECT_EQ(told.size(), 2U) << "a new series is told again";
+    mend();
+    store.write(kSettings, "small");
+    EXPECT_EQ(onDisk(kLog), large + "2") << "tried again at the next write of another key";
+}
+
+// Runs `body` in a child process, where it may change what holds for a whole process. Its failed
+// expectations fail this test too; a body that returns false could not be set up.
+void inChild(const std::function<bool()>& body) {
+    constexpr int kSkipped = 77;
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool ran = body();
+        std::fflush(nullptr);
+        _exit(::testing::Test::HasFailure() ? 1 : ran ? 0 : kSkipped);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kSkipped) {
+        GTEST_SKIP() << "this user may not mount anything";
+    }
+    EXPECT_EQ(status, 0) << "the child failed";
+}
+
+// Gives this process a view of the file system of its own, and tells whether it may mount there.
+bool maySetUpMounts() {
+    const int spaces = geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
+    return unshare(spaces) == 0 && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+struct FailingDiskTest : ::testing::Test {
+    TemporaryFolder folder;
+    std::string path = folder.path();
+};
+
+TEST_F(FailingDiskTest, AFullDiskIsToldOnceAndTriedAgain) {
+    inChild([&] {
+        if (!maySetUpMounts() || mount("tmpfs", path.c_str(), "tmpfs", 0, "size=2m") != 0) {
+            return false;
+        }
+        const auto fill = [&] {
+            std::ofstream file(path + "/filler", std::ios::binary);
+            while (file.write(std::string(4096, 'f').data(), 4096).flush()) {
+            }
+        };
+        goesOnThroughAFailingDisk(path, fill, [&] { fs::remove(path + "/filler"); });
+        return true;
+    });
+}
+
+TEST_F(FailingDiskTest, AWriteCutOffAtAnyLengthIsToldOnceAndTriedAgain) {
+    inChild([&] {
+        signal(SIGXFSZ, SIG_IGN);
+        const auto limitTo = [](rlim_t bytes) {
+            const rlimit limit{bytes, RLIM_INFINITY};
+            EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+        };
+        goesOnThroughAFailingDisk(
+            path, [&] { limitTo(100'000); }, [&] { limitTo(RLIM_INFINITY); });
+        return true;
+    });
+}
+
+TEST_F(FailingDiskTest, AReadOnlyFolderIsToldOnceAndTriedAgain) {
+    inChild([&] {
+        const auto protect = [&] {
+            const unsigned long readOnly = MS_REMOUNT | MS_BIND | MS_RDONLY;
+            return mount(path.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) == 0 &&
+                   mount(nullptr, path.c_str(), nullptr, readOnly, nullptr) == 0;
+        };
+        const auto release = [&] { EXPECT_EQ(umount(path.c_str()), 0); };
+        if (!maySetUpMounts() || !protect()) {
+            return false;
+        }
+        release();
+        goesOnThroughAFailingDisk(
+            path, [&] { EXPECT_TRUE(protect()); }, release);
+        return true;
+    });
 }
 
 }  // namespace

@@ -8,47 +8,122 @@
 #include <string>
 
 #include "platform/linux/event_loop.h"
-#include "platform/linux/fake_desktop.h"
-#include "platform/linux/gnome_banners.h"
+#include "platform/linux/fake_bus_service.h"
 
 namespace ostrel {
 namespace {
 
+// A notification server and what it keeps its switch for Do Not Disturb in.
+class FakeDesktop {
+  public:
+    enum class Kind { kde, dunst, xfce, gnome, plain };
+
+    FakeDesktop(PrivateBus& bus, Kind kind)
+        : server(bus, connection(kind), kService), kind_(kind), bus_(bus) {
+        constexpr const char* kNames[][2] = {{"Plasma", "KDE"},
+                                             {"dunst", "knopwob"},
+                                             {"Xfce Notify Daemon", "Xfce"},
+                                             {"gnome-shell", "GNOME"},
+                                             {"plain", "Nobody"}};
+        const auto& [name, vendor] = kNames[static_cast<std::size_t>(kind)];
+        server.answer("GetServerInformation", {name, vendor, "1", "1.2"});
+        startKeeper();
+    }
+
+    void startKeeper() {
+        if (kind_ == Kind::xfce || kind_ == Kind::gnome) {
+            keeper =
+                std::make_unique<FakeBusService>(bus_, connection(kind_) + ".keeper",
+                                                 kind_ == Kind::xfce ? kXfconf : "ca.desrt.dconf");
+            keeper->appear();
+        }
+    }
+
+    // Answers so from now on, and says nothing.
+    void answer(const QVariant& value) {
+        const QVariantList wrapped{QVariant::fromValue(QDBusVariant(value))};
+        if (kind_ == Kind::kde) {
+            server.answer("Get org.freedesktop.Notifications Inhibited", wrapped);
+        } else if (kind_ == Kind::dunst) {
+            server.answer("Get org.dunstproject.cmd0 paused", wrapped);
+        } else if (kind_ == Kind::xfce) {
+            keeper->answer("GetProperty xfce4-notifyd /do-not-disturb", wrapped);
+        } else if (kind_ == Kind::gnome) {
+            QFile file(bus_.folder() + "/show-banners");
+            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+            file.write(value.toBool() ? "false\n" : "true\n");
+        }
+    }
+
+    // Says that it may have changed.
+    void tell() {
+        const QString path = "/org/freedesktop/Notifications";
+        if (kind_ == Kind::kde) {
+            server.tellProperties(path, kService);
+        } else if (kind_ == Kind::dunst) {
+            server.tellProperties(path, "org.dunstproject.cmd0");
+        } else if (kind_ == Kind::xfce) {
+            keeper->send(
+                "/org/xfce/Xfconf", kXfconf, "PropertyChanged",
+                {"xfce4-notifyd", "/do-not-disturb", QVariant::fromValue(QDBusVariant(true))});
+        } else if (kind_ == Kind::gnome) {
+            keeper->send("/ca/desrt/dconf/Writer/user", "ca.desrt.dconf.Writer", "Notify",
+                         {"/org/gnome/desktop/notifications/show-banners", QStringList{""}, "tag"});
+        }
+    }
+
+    void set(bool isOn) {
+        answer(isOn);
+        tell();
+    }
+
+    // A program `gsettings` for a bus: it prints what was answered last.
+    static QString gsettings(PrivateBus& bus) {
+        QFile file(bus.folder() + "/gsettings");
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        const QByteArray folder = bus.folder().toUtf8();
+        file.write(
+            "#!/bin/sh\n"
+            "[ \"$*\" = 'get org.gnome.desktop.notifications show-banners' ] || exit 1\n"
+            "cat " +
+            folder + "/show-banners\n");
+        file.setPermissions(file.permissions() | QFile::ExeOwner);
+        return file.fileName();
+    }
+
+    [[nodiscard]] static QString connection(Kind kind) {
+        return QString("desktop%1").arg(static_cast<int>(kind));
+    }
+
+    FakeBusService server;
+    std::unique_ptr<FakeBusService> keeper;  // xfconf's or dconf's service
+
+    inline static const QString kService = "org.freedesktop.Notifications";
+    inline static const QString kXfconf = "org.xfce.Xfconf";
+
+  private:
+    Kind kind_;
+    PrivateBus& bus_;
+};
+
 using Kind = FakeDesktop::Kind;
 using namespace std::chrono_literals;
 
-const QString kClient = QStringLiteral("client");
+const QString kClient = "client";
 constexpr Kind kKindsWithSwitch[] = {Kind::kde, Kind::dunst, Kind::xfce, Kind::gnome};
 
-std::string written(const DistributedAnnouncements::Announcement& announcement) {
-    const auto active = announcement.userInfo.find("active");
-    const bool* isOn = active != announcement.userInfo.end() && announcement.userInfo.size() == 1
-                           ? std::get_if<bool>(&active->second)
-                           : nullptr;
-    if (announcement.name != "com.apple.donotdisturb.notification" || isOn == nullptr) {
-        return "nonsense";
-    }
-    return *isOn ? "on" : "off";
-}
-
-struct LinuxDoNotDisturbTest : ::testing::Test {
-    PrivateBus bus;
+struct LinuxDoNotDisturbTest : BusTest {
     Events told;
     std::unique_ptr<LinuxDoNotDisturb> source;
     Subscription hearing;
-
-    void SetUp() override {
-        if (!bus.isThere()) {
-            GTEST_SKIP() << "no dbus-daemon to start";
-        }
-    }
 
     void launch() {
         source = std::make_unique<LinuxDoNotDisturb>(bus.connection(kClient),
                                                      FakeDesktop::gsettings(bus));
         hearing = source->announced.subscribe(
             [this](const DistributedAnnouncements::Announcement& announcement) {
-                told.push_back(written(announcement));
+                EXPECT_EQ(announcement.name, "com.apple.donotdisturb.notification");
+                told.push_back(std::get<bool>(announcement.userInfo.at("active")) ? "on" : "off");
             });
     }
 
@@ -68,7 +143,7 @@ struct LinuxDoNotDisturbTest : ::testing::Test {
 
     // Whatever is on its way, an answer to an answer included, has arrived.
     void settle() {
-        const QString other = QStringLiteral("other");
+        const QString other = "other";
         for (int turn = 0; turn < 6; ++turn) {
             bus.settle(kClient, other);
             bus.settle(other, kClient);
@@ -95,7 +170,8 @@ TEST_F(LinuxDoNotDisturbTest, EveryDesktopsSwitchIsAnnouncedWhenFirstKnownAndWhe
     }
 }
 
-TEST_F(LinuxDoNotDisturbTest, WithoutASwitchOrAServerItIsOffUntilOneComes) {
+TEST_F(LinuxDoNotDisturbTest, WithoutASwitchAServerOrABusItIsOff) {
+    const LinuxDoNotDisturb nothing(QDBusConnection("none"));
     launch();
     EXPECT_EQ(heard(1), Events{"off"});
     auto plain = started(Kind::plain, false);
@@ -104,6 +180,10 @@ TEST_F(LinuxDoNotDisturbTest, WithoutASwitchOrAServerItIsOffUntilOneComes) {
     EXPECT_EQ(heard(1), Events{"on"});
     plain->server.appear();
     EXPECT_EQ(heard(1), Events{"off"});
+    desktop->server.appear();
+    EXPECT_EQ(heard(1), Events{"on"});
+    bus.end();
+    EXPECT_TRUE(runUntil([this] { return told == Events{"off"}; }));
 }
 
 TEST_F(LinuxDoNotDisturbTest, ADeadServersSwitchAndThatOfAnotherKindDoNotCount) {
@@ -123,25 +203,20 @@ TEST_F(LinuxDoNotDisturbTest, ADeadServersSwitchAndThatOfAnotherKindDoNotCount) 
     }
 }
 
-TEST_F(LinuxDoNotDisturbTest, TheKeeperOfTheSettingsMayDieAndComeBack) {
-    const auto desktop = started(Kind::xfce, true);
+TEST_F(LinuxDoNotDisturbTest, TheKeeperOfTheSettingsIsNeverStartedAndMayDieAndComeBack) {
+    bus.addService(FakeDesktop::kService);
+    bus.addService(FakeDesktop::kXfconf);
     launch();
+    EXPECT_EQ(heard(1), Events{"off"});
+    const auto desktop = started(Kind::xfce, true);
     EXPECT_EQ(heard(1), Events{"on"});
     desktop->keeper.reset();
     EXPECT_EQ(heard(1), Events{"off"});
-    desktop->startKeeper(bus);
+    desktop->startKeeper();
     EXPECT_EQ(heard(0), Events{}) << "a setting that nobody has touched";
-    desktop->answer(true);
-    desktop->keeper->send(FakeDesktop::kXfconf, QStringLiteral("PropertyChanged"),
-                          {QStringLiteral("xfce4-panel"), QStringLiteral("/do-not-disturb"),
-                           QVariant::fromValue(QDBusVariant(true))});
-    EXPECT_EQ(heard(0), Events{}) << "not the channel";
-    desktop->tell();
+    desktop->set(true);
     EXPECT_EQ(heard(1), Events{"on"});
-    desktop->keeper->answers.clear();
-    desktop->keeper->send(FakeDesktop::kXfconf, QStringLiteral("PropertyRemoved"),
-                          {QStringLiteral("xfce4-notifyd"), QStringLiteral("/do-not-disturb")});
-    EXPECT_EQ(heard(1), Events{"off"});
+    EXPECT_EQ(bus.starts(), 0);
 }
 
 TEST_F(LinuxDoNotDisturbTest, AHangingServerHoldsNothingUpAndIsHeardWhenItWakesUp) {
@@ -160,247 +235,17 @@ TEST_F(LinuxDoNotDisturbTest, AHangingServerHoldsNothingUpAndIsHeardWhenItWakesU
     }
     EXPECT_EQ(heard(0), Events{});
     EXPECT_EQ(desktop->server.questions.size(), 1U) << "nothing piles up at its door";
-    desktop->server.wakeUp();
-    EXPECT_EQ(heard(1), Events{"off"});
-
-    desktop->server.hangs = true;
-    desktop->set(true);
-    const auto next = started(Kind::dunst, true);
-    EXPECT_EQ(heard(1), Events{"on"}) << "of the one that took its place";
-    desktop.reset();
-    EXPECT_EQ(heard(0), Events{});
-}
-
-TEST_F(LinuxDoNotDisturbTest, WhatAServerSaysAfterItWasReplacedDoesNotCount) {
-    const auto desktop = started(Kind::gnome, true);
-    desktop->server.hangs = true;
-    launch();
-    settle();
-    const auto next = started(Kind::kde, false);
-    EXPECT_EQ(heard(1), Events{"off"});
-    desktop->server.wakeUp();
-    EXPECT_EQ(heard(0), Events{});
-    next->set(true);
-    EXPECT_EQ(heard(1), Events{"on"});
-}
-
-TEST_F(LinuxDoNotDisturbTest, AnErrorOfTheBusInPlaceOfTheServiceIsNoAnswer) {
-    BusQuestion question(bus.connection(kClient), {FakeDesktop::kService,
-                                                   FakeDesktop::kPath,
-                                                   FakeDesktop::kService,
-                                                   QStringLiteral("Anything"),
-                                                   {}});
-    int answers = 0;
-    const Subscription counting =
-        question.answered.subscribe([&answers](const QDBusMessage&) { ++answers; });
-    EXPECT_TRUE(runUntil([&] { return answers == 1; }));
-    EXPECT_FALSE(question.isAnswered());
-    const auto desktop = started(Kind::plain, false);
-    EXPECT_TRUE(runUntil([&] { return question.isAnswered(); })) << "be it with an error";
-    EXPECT_EQ(answers, 3);
-}
-
-TEST_F(LinuxDoNotDisturbTest, AChangeWhileTheAnswerIsOnItsWayIsAskedForAgain) {
-    const auto desktop = started(Kind::dunst, false);
-    launch();
-    EXPECT_EQ(heard(1), Events{"off"});
-    desktop->server.hangs = true;
-    desktop->tell();
-    desktop->tell();
-    settle();
     desktop->server.wakeUp();  // answers "off"
     desktop->answer(true);
-    EXPECT_EQ(heard(1), Events{"on"});
-}
+    EXPECT_EQ(heard(2), (Events{"off", "on"})) << "asked again, for it may have changed since";
 
-TEST_F(LinuxDoNotDisturbTest, NonsenseIsTakenForOff) {
-    const auto desktop = started(Kind::kde, true);
-    launch();
-    EXPECT_EQ(heard(1), Events{"on"});
-    const QVariant wrapped = QVariant::fromValue(QDBusVariant(true));
-    for (const QVariant& nonsense :
-         {QVariant(1), QVariant(QStringLiteral("true")), QVariant(QStringList{"true"}),
-          QVariant(QVariantMap{{QStringLiteral("true"), true}})}) {
-        desktop->answer(nonsense);
-        desktop->tell();
-        EXPECT_EQ(heard(1), Events{"off"}) << nonsense.typeName();
-        desktop->answer(wrapped);
-        desktop->tell();
-        EXPECT_EQ(heard(1), Events{"on"});
-    }
-    desktop->server.answers["Get org.freedesktop.Notifications Inhibited"] = {};
-    desktop->tell();
-    EXPECT_EQ(heard(1), Events{"off"}) << "an empty answer";
-
-    const auto silent = started(Kind::dunst, true);
-    EXPECT_EQ(heard(1), Events{"on"});
-    for (const QVariantList& information :
-         {QVariantList{}, QVariantList{7}, QVariantList{QStringLiteral("gnome-shell")}}) {
-        silent->server.answers["GetServerInformation"] = information;
-        desktop->server.appear();
-        silent->server.appear();
-        EXPECT_EQ(heard(2), (Events{"off", "on"})) << "a server that does not say what it is";
-    }
-}
-
-TEST_F(LinuxDoNotDisturbTest, StrangersAndOtherSettingsAreNotListenedTo) {
-    const auto desktop = started(Kind::kde, false);
-    launch();
-    EXPECT_EQ(heard(1), Events{"off"});
-    FakeDesktopService stranger(bus, QStringLiteral("stranger"), QStringLiteral("a.stranger"),
-                                FakeDesktop::kPath);
-    desktop->server.questions.clear();
-    desktop->answer(true);
-    const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
-    const QString changed = QStringLiteral("PropertiesChanged");
-    stranger.send(properties, changed, {FakeDesktop::kService, QVariantMap(), QStringList()});
-    desktop->server.send(properties, changed,
-                         {QStringLiteral("another.interface"), QVariantMap(), QStringList()});
-    desktop->server.send(properties, changed, {});
+    desktop->server.hangs = true;
+    desktop->set(false);
+    settle();
+    const auto next = started(Kind::dunst, true);
     EXPECT_EQ(heard(0), Events{});
-    EXPECT_EQ(desktop->server.questions, Events{});
-}
-
-TEST_F(LinuxDoNotDisturbTest, NoServiceIsEverStarted) {
-    const QString starts = bus.folder() + QStringLiteral("/starts");
-    const QString script = bus.folder() + QStringLiteral("/script");
-    QFile file(script);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\necho start >>" + starts.toUtf8() + "\n");
-    file.setPermissions(file.permissions() | QFile::ExeOwner);
-    file.close();
-    for (const QString& name : {FakeDesktop::kService, FakeDesktop::kXfconf}) {
-        bus.addService(name, script);
-    }
-    launch();
-    EXPECT_EQ(heard(1), Events{"off"});
-    auto desktop = started(Kind::xfce, true);
-    EXPECT_EQ(heard(1), Events{"on"});
-    desktop->keeper.reset();
-    EXPECT_EQ(heard(1), Events{"off"});
-    desktop.reset();
-    EXPECT_EQ(heard(0), Events{});
-    runFor(50ms);
-    EXPECT_FALSE(QFile::exists(starts));
-}
-
-TEST_F(LinuxDoNotDisturbTest, WithoutABusItIsOff) {
-    const LinuxDoNotDisturb nothing(QDBusConnection(QStringLiteral("none")));
-    const auto desktop = started(Kind::dunst, true);
-    launch();
-    EXPECT_EQ(heard(1), Events{"on"});
-    bus.end();
-    EXPECT_TRUE(runUntil([this] { return told == Events{"off"}; }));
-}
-
-struct GnomeBannersTest : LinuxDoNotDisturbTest {
-    std::unique_ptr<FakeDesktop> desktop;
-
-    void SetUp() override {
-        LinuxDoNotDisturbTest::SetUp();
-        if (bus.isThere()) {
-            desktop = std::make_unique<FakeDesktop>(bus, Kind::gnome);
-        }
-    }
-
-    [[nodiscard]] static bool runUntilIs(const GnomeBanners& banners, bool isOn) {
-        return runUntil([&] { return *banners.isOn() == isOn; });
-    }
-};
-
-TEST_F(GnomeBannersTest, OnlyAWriteToTheKeyIsReadAgain) {
-    desktop->answer(false);
-    const GnomeBanners banners(bus.connection(kClient), FakeDesktop::gsettings(bus));
-    ASSERT_TRUE(runUntilIs(banners, false));
-    const QString folder = QStringLiteral("/org/gnome/desktop/notifications/");
-    desktop->answer(true);
-    desktop->tellWrite(folder, {QStringLiteral("show-in-lock-screen")});
-    desktop->tellWrite(folder + QStringLiteral("show-banners-not"), {QString()});
-    desktop->tellWrite(folder + QStringLiteral("show"), {QString()});
-    desktop->tellWrite(QStringLiteral("/org/gnome/desktop/interface/"), {QString()});
-    desktop->tellWrite(folder, {});
-    desktop->keeper->send(QStringLiteral("ca.desrt.dconf.Writer"), QStringLiteral("Notify"), {7});
-    settle();
-    runFor(20ms);
-    EXPECT_EQ(FakeDesktop::runs(bus), 1);
-    EXPECT_EQ(*banners.isOn(), false);
-
-    struct Write {
-        QString prefix;
-        QStringList changes;
-    };
-    bool isOn = false;
-    for (const Write& write :
-         {Write{folder, {QStringLiteral("other"), QStringLiteral("show-banners")}},
-          Write{QStringLiteral("/"), {QString()}}, Write{folder, {QString()}},
-          Write{folder + QStringLiteral("show-banners"), {QString()}}}) {
-        isOn = !isOn;
-        desktop->answer(isOn);
-        desktop->tellWrite(write.prefix, write.changes);
-        EXPECT_TRUE(runUntilIs(banners, isOn)) << write.prefix.toStdString();
-    }
-    EXPECT_EQ(FakeDesktop::runs(bus), 5);
-}
-
-TEST_F(GnomeBannersTest, AWriteWhileItIsBeingReadIsReadAfterwards) {
-    desktop->answer(false);
-    const QString hold = bus.folder() + QStringLiteral("/hold");
-    const QByteArray waiting = "while [ -e " + hold.toUtf8() + " ]; do sleep 0.01; done";
-    const QString script = FakeDesktop::gsettings(bus, waiting.constData());
-    const GnomeBanners banners(bus.connection(kClient), script);
-    ASSERT_TRUE(runUntilIs(banners, false));
-    {
-        QFile file(hold);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
-    for (int time = 0; time < 5; ++time) {
-        desktop->tell();
-    }
-    ASSERT_TRUE(runUntil([this] { return FakeDesktop::runs(bus) == 2; }));
-    settle();
-    desktop->answer(true);
-    QFile::remove(hold);
-    EXPECT_TRUE(runUntilIs(banners, true));
-    EXPECT_TRUE(runUntil([this] { return FakeDesktop::runs(bus) == 3; }));
-    settle();
-    runFor(20ms);
-    EXPECT_EQ(FakeDesktop::runs(bus), 3);
-}
-
-TEST_F(GnomeBannersTest, WhatCannotBeReadIsOff) {
-    desktop->answer(true);
-    const QString readable = FakeDesktop::gsettings(bus);
-    GnomeBanners banners(bus.connection(kClient), readable, 500ms);
-    for (const char* trouble :
-         {"exit 1", "echo false; exit 1", "kill -9 $$", "echo nonsense", "exec sleep 1000"}) {
-        FakeDesktop::gsettings(bus);
-        desktop->tell();
-        ASSERT_TRUE(runUntilIs(banners, true));
-        FakeDesktop::gsettings(bus, trouble);
-        desktop->tell();
-        EXPECT_TRUE(runUntilIs(banners, false)) << trouble;
-    }
-    QFile::remove(readable);
-    desktop->tell();
-    settle();
-    FakeDesktop::gsettings(bus);
-    desktop->tell();
-    EXPECT_TRUE(runUntilIs(banners, true)) << "installed meanwhile";
-    QFile::remove(readable);
-    desktop->tell();
-    EXPECT_TRUE(runUntilIs(banners, false)) << "there is none";
-}
-
-TEST_F(GnomeBannersTest, AReadingThatIsUnderWayEndsWithItsOwner) {
-    const QString script = FakeDesktop::gsettings(bus, "echo $$ >\"$0.pid\"; exec sleep 1000");
-    auto banners = std::make_unique<GnomeBanners>(bus.connection(kClient), script);
-    QFile file(script + QStringLiteral(".pid"));
-    ASSERT_TRUE(runUntil([&] { return file.exists() && file.size() > 0; }));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QString process = QStringLiteral("/proc/") + QString::fromUtf8(file.readAll().trimmed());
-    ASSERT_TRUE(QFile::exists(process));
-    banners.reset();
-    EXPECT_FALSE(QFile::exists(process));
+    desktop->server.wakeUp();
+    EXPECT_EQ(heard(0), Events{}) << "it was replaced meanwhile";
 }
 
 }  // namespace

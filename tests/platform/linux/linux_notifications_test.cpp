@@ -2,30 +2,110 @@
 
 #include <gtest/gtest.h>
 
-#include <QDBusArgument>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "platform/linux/notifications_bench.h"
+#include "platform/calendar/zoned_calendar.h"
+#include "platform/linux/event_loop.h"
+#include "platform/linux/fake_bus_service.h"
+#include "platform/virtual/memory_preferences.h"
+#include "platform/virtual/virtual_run_loop.h"
 
 namespace ostrel {
 namespace {
 
-using Answers = FakeNotificationServer::Answers;
+using namespace std::chrono_literals;
 
-struct LinuxNotificationsTest : NotificationsBench {
-    void SetUp() override {
-        NotificationsBench::SetUp();
-        if (!IsSkipped()) {
-            server = std::make_unique<FakeNotificationServer>(bus, kServer);
-            server->appear();
-            launch();
-            settle();
+// A notification server with nothing to see.
+class FakeNotificationServer : public FakeBusService {
+  public:
+    FakeNotificationServer(PrivateBus& bus, const QString& connection)
+        : FakeBusService(bus, connection, kService) {
+        answer("GetCapabilities", {QStringList{"body", "actions"}});
+        answers["Notify"] = [this](const QDBusMessage& call) {
+            const uint replaces = call.arguments().value(1).toUInt();
+            return QVariantList{replaces != 0 ? replaces : ++lastNumber_};
+        };
+        answer("CloseNotification", {});
+    }
+
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override {
+        const QVariantList arguments = call.arguments();
+        const std::string member = call.member().toStdString();
+        if (member == "Notify") {
+            calls_.push_back("Notify " + std::to_string(arguments.value(1).toUInt()) + " " +
+                             arguments.value(3).toString().toStdString());
+        } else if (member == "CloseNotification") {
+            calls_.push_back("Close " + std::to_string(arguments.value(0).toUInt()));
+        }
+        return FakeBusService::handleMessage(call, connection);
+    }
+    Events takeCalls() { return std::exchange(calls_, {}); }
+
+    void invoke(uint number, const char* action) {
+        send("/org/freedesktop/Notifications", kService, "ActionInvoked", {number, action});
+    }
+
+    inline static const QString kService = "org.freedesktop.Notifications";
+
+  private:
+    uint lastNumber_ = 0;
+    Events calls_;
+};
+
+// The notifications under test on a bus of their own, in virtual time.
+struct NotificationsTest : BusTest {
+    using Authorization = SystemNotifications::Authorization;
+
+    void startServer() {
+        server = nullptr;
+        server = std::make_unique<FakeNotificationServer>(bus, kServer);
+        server->appear();
+    }
+    void launchWithServer() {
+        startServer();
+        launch();
+        settle();
+    }
+    // One run of the program, from now on; the categories are registered.
+    void launch() {
+        notifications.reset();
+        const auto inCapitals = [](const LocalizedText& text) {
+            return QString::fromStdString(text.key).toUpper();
+        };
+        notifications = std::make_unique<LinuxNotifications>(
+            LinuxNotifications::Needs{loop, calendar, [this] { return loop.wallNow(); }, events,
+                                      preferences, inCapitals},
+            bus.connection(kClient));
+        responses_ = notifications->responded.subscribe([this](const NotificationResponse& r) {
+            told.push_back(r.action.value_or("tap") + " " + r.category + " " +
+                           r.userInfo.at("kind"));
+        });
+        notifications->registerCategories(
+            {{"soon", {{"start", "start.title"}, {"postpone", "postpone.title"}}}});
+    }
+
+    static NotificationRequest request(const std::string& id, const std::string& title,
+                                       NotificationTrigger trigger = {}) {
+        return {.id = id,
+                .category = "soon",
+                .title = {title, {}},
+                .body = {"body", {"30"}},
+                .userInfo = {{"kind", "eye"}},
+                .trigger = trigger};
+    }
+
+    // Until everything is said between the program, the bus and a server that is there.
+    void settle() {
+        for (int round = 0; round < 4; ++round) {
+            bus.settle(kServer, kClient);
+            bus.settle(kClient, kServer);
         }
     }
-    std::unique_ptr<FakeNotificationServer> server;
 
-    // What the server was called and what the program was told since the last time.
+    // What the server was called, and what the program was told, since the last time.
     Events takeCalls() {
         settle();
         return server->takeCalls();
@@ -34,65 +114,23 @@ struct LinuxNotificationsTest : NotificationsBench {
         settle();
         return std::exchange(told, {});
     }
+
+    inline static const QString kClient = "client";
+    inline static const QString kServer = "server";
+
+    VirtualRunLoop loop{wallTimeAt(794'915'400)};  // 2026-03-11 09:50 UTC, a Wednesday
+    ZonedCalendar calendar{[] { return "UTC"; }};
+    SystemEvents events;
+    MemoryPreferences preferences;
+    Events told;  // the responses
+    std::unique_ptr<FakeNotificationServer> server;
+    std::unique_ptr<LinuxNotifications> notifications;
+
+  private:
+    Subscription responses_;
 };
 
-TEST_F(LinuxNotificationsTest, PostsInTheWordsThatTheServerUnderstands) {
-    struct Case {
-        QStringList abilities;
-        const char* category = nullptr;
-        const char* body = nullptr;
-        QStringList actions;
-    };
-    const QStringList tap{"default", "Ostrel"};
-    const QStringList all{"default",     "Ostrel",   "start",
-                          "START.TITLE", "postpone", "POSTPONE.TITLE"};
-    const Case cases[] = {
-        {{"body", "actions"}, "soon", "5 < 6 & \"X\" 30", all},
-        {{"body", "actions", "body-markup"}, "soon", "5 &lt; 6 &amp; &quot;X&quot; 30", all},
-        {{"actions"}, "plain", "5 < 6 & \"X\" 30", tap},
-        {{"actions"}, "never registered", "5 < 6 & \"X\" 30", tap},
-        {{"body", "persistence"}, "soon", "5 < 6 & \"X\" 30", {}},
-        {{}, "soon", "5 < 6 & \"X\" 30", {}},
-    };
-    for (const Case& c : cases) {
-        server->abilities = c.abilities;
-        launch();
-        NotificationRequest post = request("a", "<title>");
-        post.category = c.category;
-        notifications->add(post);
-        EXPECT_EQ(takeCalls(), Events{"Notify 0 <TITLE>"});
-        ASSERT_EQ(server->lastNotify.size(), 8);
-        EXPECT_EQ(server->lastNotify[0].toString(), "Ostrel");
-        EXPECT_EQ(server->lastNotify[2].toString(), "ostrel");
-        EXPECT_EQ(server->lastNotify[4].toString(), c.body);
-        EXPECT_EQ(server->lastNotify[5].toStringList(), c.actions);
-        const auto hints = qdbus_cast<QVariantMap>(server->lastNotify[6]);
-        EXPECT_EQ(hints, (QVariantMap{{"desktop-entry", "org.ostrel.Ostrel"}}));
-        EXPECT_EQ(server->lastNotify[7].toInt(), -1);
-        EXPECT_EQ(notifications->authorization(), Authorization::granted);
-    }
-}
-
-TEST_F(LinuxNotificationsTest, OneOfTheSameIdReplacesWhatIsShownAndWithdrawingClosesIt) {
-    notifications->add(request("a", "first"));
-    notifications->add(request("b", "other"));
-    settle();
-    notifications->add(request("a", "second"));
-    EXPECT_EQ(takeCalls(), (Events{"Notify 0 FIRST", "Notify 0 OTHER", "Notify 1 SECOND"}));
-    notifications->removePending("a");
-    notifications->removeDelivered("unknown");
-    EXPECT_EQ(takeCalls(), Events{});
-    notifications->removeDelivered("a");
-    notifications->removeDelivered("a");
-    EXPECT_EQ(takeCalls(), Events{"CloseNotification 1"});
-    notifications->add(request("a", "third"));
-    server->tellClosed(2, 1);
-    settle();
-    notifications->removeDelivered("b");
-    EXPECT_EQ(takeCalls(), Events{"Notify 0 THIRD"}) << "b was gone";
-}
-
-TEST_F(LinuxNotificationsTest, WhileOneIsUnansweredTheLastWordCounts) {
+TEST_F(NotificationsTest, WhileOneIsUnansweredTheLastWordCounts) {
     struct Case {
         const char* label;
         std::vector<const char*> steps;  // a title, or empty to withdraw
@@ -100,18 +138,13 @@ TEST_F(LinuxNotificationsTest, WhileOneIsUnansweredTheLastWordCounts) {
     };
     const Case cases[] = {
         {"replaced twice", {"2", "3"}, {"Notify 1 3"}},
-        {"withdrawn", {""}, {"CloseNotification 1"}},
-        {"replaced and withdrawn", {"2", ""}, {"CloseNotification 1"}},
+        {"withdrawn", {""}, {"Close 1"}},
+        {"replaced and withdrawn", {"2", ""}, {"Close 1"}},
         {"withdrawn and posted again", {"", "2"}, {"Notify 1 2"}},
-        {"nothing more", {}, {}},
     };
     for (const Case& c : cases) {
-        server = nullptr;
-        server = std::make_unique<FakeNotificationServer>(bus, kServer);
-        server->appear();
-        server->notifyAnswers = Answers::late;
-        launch();
-        settle();
+        launchWithServer();
+        server->hangs = true;
         notifications->add(request("a", "1"));
         for (const std::string step : c.steps) {
             if (step.empty()) {
@@ -121,102 +154,29 @@ TEST_F(LinuxNotificationsTest, WhileOneIsUnansweredTheLastWordCounts) {
             }
         }
         EXPECT_EQ(takeCalls(), Events{"Notify 0 1"}) << c.label;
-        server->notifyAnswers = Answers::well;
-        server->answerLate();
+        server->wakeUp();
         EXPECT_EQ(takeCalls(), c.afterTheAnswer) << c.label;
     }
 }
 
-TEST_F(LinuxNotificationsTest, AnActionIsToldOnceAndTheNotificationClosed) {
-    struct Case {
-        const char* action;
-        Events told;
-        Events calls;
-    };
-    const Case cases[] = {
-        {"start", {"start soon eye"}, {"CloseNotification"}},
-        {"postpone", {"postpone soon eye"}, {"CloseNotification"}},
-        {"default", {"tap soon eye"}, {"CloseNotification"}},
-        {"unheard-of", {}, {}},
-        {"Ostrel", {}, {}},
-        {"", {}, {}},
-    };
-    uint number = 0;
-    for (const Case& c : cases) {
-        notifications->add(request("a", "title"));
-        takeCalls();
-        ++number;
-        server->send("ActivationToken", {number, QStringLiteral("token")});
-        server->invoke(number, c.action);
-        server->invoke(number, c.action);
-        server->tellClosed(number, 3);
-        EXPECT_EQ(takeTold(), c.told) << c.action;
-        Events calls = takeCalls();
-        for (std::string& call : calls) {
-            call = call.substr(0, call.find(' '));
-        }
-        EXPECT_EQ(calls, c.calls) << c.action;
-    }
-}
-
-TEST_F(LinuxNotificationsTest, AServerMaySayThatItIsClosedBeforeItSaysWhatWasPressed) {
+TEST_F(NotificationsTest, AnAnswerBelongsToWhatWasOnTheScreen) {
+    launchWithServer();
     notifications->add(request("a", "title"));
     takeCalls();
-    server->tellClosed(1, 2);
-    server->invoke(1, "start");
-    EXPECT_EQ(takeTold(), Events{"start soon eye"});
-    EXPECT_EQ(takeCalls(), Events{});
-
-    notifications->add(request("a", "title"));
-    takeCalls();
-    server->tellClosed(2, 1);
-    settle();
-    notifications->removeDelivered("a");
-    server->invoke(2, "start");
-    EXPECT_EQ(takeTold(), Events{}) << "withdrawn";
-
-    notifications->add(request("a", "title"));
-    takeCalls();
-    server->tellClosed(3, 1);
-    settle();
-    notifications->add(request("a", "again"));
-    EXPECT_EQ(takeCalls(), Events{"Notify 0 AGAIN"}) << "there is nothing to replace";
-}
-
-TEST_F(LinuxNotificationsTest, AnAnswerBelongsToWhatWasOnTheScreen) {
-    notifications->add(request("a", "title"));
-    takeCalls();
-    server->notifyAnswers = Answers::late;
+    server->hangs = true;
     NotificationRequest body = request("a", "title");
     body.userInfo = {{"kind", "body"}};
     notifications->add(body);
     server->invoke(1, "start");
     EXPECT_EQ(takeTold(), Events{"start soon eye"});
-    server->answerLate();
+    server->wakeUp();
     EXPECT_EQ(takeCalls(), Events{"Notify 1 TITLE"}) << "what takes its place stays";
     server->invoke(1, "start");
     EXPECT_EQ(takeTold(), Events{"start soon body"});
 }
 
-TEST_F(LinuxNotificationsTest, WhatIsNotOursOrMakesNoSenseIsIgnored) {
-    notifications->add(request("a", "title"));
-    takeCalls();
-    FakeNotificationServer stranger(bus, kNextServer);
-    stranger.invoke(1, "start");
-    stranger.tellClosed(1, 1);
-    settle(kNextServer);
-    server->invoke(7, "start");
-    server->tellClosed(7, 1);
-    server->invoke(0, "start");
-    server->send("ActionInvoked", {QStringLiteral("1"), QStringLiteral("start")});
-    server->send("ActionInvoked", {1U});
-    server->send("NotificationClosed", {1U});
-    EXPECT_EQ(takeTold(), Events{});
-    notifications->removeDelivered("a");
-    EXPECT_EQ(takeCalls(), Events{"CloseNotification 1"}) << "it is still there";
-}
-
-TEST_F(LinuxNotificationsTest, AResponseMayPostAndWithdrawAndEndTheProgram) {
+TEST_F(NotificationsTest, AResponseMayPostAndWithdrawAndEndTheProgram) {
+    launchWithServer();
     notifications->add(request("a", "title"));
     notifications->add(request("b", "other"));
     takeCalls();
@@ -225,37 +185,98 @@ TEST_F(LinuxNotificationsTest, AResponseMayPostAndWithdrawAndEndTheProgram) {
         notifications->removeDelivered("b");
     });
     server->invoke(1, "start");
-    EXPECT_EQ(takeCalls(),
-              (Events{"CloseNotification 1", "Notify 0 AGAIN", "CloseNotification 2"}));
+    EXPECT_EQ(takeCalls(), (Events{"Close 1", "Notify 0 AGAIN", "Close 2"}));
     watch = notifications->responded.subscribe([this](const auto&) { notifications.reset(); });
     server->invoke(3, "default");
-    EXPECT_EQ(takeCalls(), Events{"CloseNotification 3"});
+    EXPECT_EQ(takeCalls(), Events{"Close 3"});
     EXPECT_EQ(notifications, nullptr);
 }
 
-TEST_F(LinuxNotificationsTest, ErrorsAndNonsenseForAnAnswerAreSurvived) {
-    for (const Answers answers : {Answers::withError, Answers::withNonsense}) {
-        server->abilityAnswers = answers;
-        launch();
-        notifications->add(request("a", "title"));
-        EXPECT_EQ(takeCalls(), Events{"Notify 0 TITLE"});
-        EXPECT_EQ(server->lastNotify.value(5).toStringList(), QStringList());
-        EXPECT_EQ(notifications->authorization(), Authorization::granted) << "it was shown";
+TEST_F(NotificationsTest, TheNumbersOfADeadServerMeanNothing) {
+    launchWithServer();
+    notifications->add(request("a", "first"));
+    settle();
+    server.reset();
+    settle();
+    startServer();
+    settle();
+    server->invoke(1, "start");
+    settle();
+    notifications->add(request("a", "again"));
+    EXPECT_EQ(takeCalls(), Events{"Notify 0 AGAIN"});
+    EXPECT_EQ(told, Events{});
+    server->invoke(1, "start");
+    EXPECT_EQ(takeTold(), Events{"start soon eye"});
+}
 
-        server->notifyAnswers = answers;
-        notifications->add(request("b", "lost"));
-        settle();
-        notifications->removeDelivered("b");
-        notifications->add(request("a", "lost too"));
-        settle();
-        server->notifyAnswers = Answers::well;
-        notifications->add(request("b", "better"));
-        notifications->removeDelivered("a");
-        const Events calls = takeCalls();
-        ASSERT_EQ(calls.size(), 4U);
-        EXPECT_EQ(calls[0], "Notify 0 LOST");
-        EXPECT_EQ(calls[2], "Notify 0 BETTER");
-        EXPECT_EQ(calls[3].substr(0, 18), "CloseNotification ") << "the first is still shown";
+TEST_F(NotificationsTest, TheBusStartsAServerOnlyWhenThereIsSomethingToShow) {
+    bus.addService(FakeNotificationServer::kService);
+    launch();
+    settle();
+    EXPECT_EQ(bus.starts(), 0);
+    // Where that fails, it is tried once for each post.
+    for (int post = 1; post <= 2; ++post) {
+        notifications->add(request("due", "due", AfterSeconds{1}));
+        loop.runFor(1s);
+        ASSERT_TRUE(runUntil([&] {
+            settle();
+            return notifications->authorization() == Authorization::denied && bus.starts() == post;
+        }));
+    }
+}
+
+constexpr const char* kKey = "ostrel.pendingNotifications.v1";
+constexpr const char* kStored =
+    R"({"pending":[{"body":{"args":["30"],"key":"body"},"category":"soon",)"
+    R"("hour":9,"id":"weekly","since":794915400.25,"title":{"args":[],"key":"title"},)"
+    R"("userInfo":{"kind":"eye"},"weekday":2}]})";
+
+// The stored bytes with `from` replaced.
+std::string stored(const std::string& from, const std::string& to) {
+    std::string bytes = kStored;
+    const std::size_t place = bytes.find(from);
+    EXPECT_NE(place, std::string::npos) << from;
+    return bytes.replace(place, from.size(), to);
+}
+
+TEST_F(NotificationsTest, WhatWaitsSurvivesTheProgramAndTheDocumentGoesWithTheLast) {
+    launchWithServer();
+    notifications->add(request("once", "once", AfterSeconds{3600}));
+    notifications->add(request("weekly", "weekly", EveryWeek{2, 9}));
+    notifications->add(request("removed", "removed", AfterSeconds{3600}));
+    notifications->removePending("removed");
+    notifications.reset();
+    loop.runFor(std::chrono::days(12));  // two Mondays
+    launch();
+    notifications->add(request("weekly", "weekly", EveryWeek{2, 9}));
+    loop.runFor(1s);
+    EXPECT_EQ(takeCalls(), (Events{"Notify 0 ONCE", "Notify 0 WEEKLY"}));
+    server->invoke(1, "postpone");
+    EXPECT_EQ(takeTold(), Events{"postpone soon eye"}) << "category and user info came through";
+    notifications->removePending("weekly");
+    EXPECT_EQ(preferences.contents().size(), 0U);
+}
+
+TEST_F(NotificationsTest, DamagedBytesCountAsNoneAndAreSetAsideBeforeTheyAreReplaced) {
+    startServer();
+    const std::string damaged[] = {
+        "",
+        std::string(kStored).substr(0, 100),
+        stored(R"("hour":9)", R"("hour":24)"),
+        stored(R"("weekday":2)", R"("weekday":0)"),
+        stored("794915400.25", "1e999"),
+        stored(R"(["30"])", "[30]"),
+    };
+    std::size_t setAside = 0;
+    for (const std::string& bytes : damaged) {
+        preferences.write(kKey, bytes);
+        launch();
+        EXPECT_EQ(preferences.read(kKey), bytes) << "untouched until there is something to write";
+        notifications->add(request("new", "new", AfterSeconds{1}));
+        EXPECT_EQ(preferences.damaged().count(kKey), ++setAside) << bytes;
+        launch();
+        loop.runFor(1s);
+        EXPECT_EQ(takeCalls(), Events{"Notify 0 NEW"}) << bytes;
     }
 }
 

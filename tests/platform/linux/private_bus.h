@@ -54,15 +54,23 @@ class PrivateBus {
         return QDBusConnection::connectToBus(address_, name);
     }
 
-    // The bus can start `command` for whoever calls `service`.
-    void addService(const QString& service, const QString& command) {
+    // The bus starts a script for whoever calls `service`, which keeps count and fails.
+    void addService(const QString& service) {
+        const QString script = folder() + QStringLiteral("/script");
+        write(script,
+              QStringLiteral("#!/bin/sh\necho start >>'%1/starts'\nexit 1\n").arg(folder()));
+        QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         write(folder() + u'/' + service + QStringLiteral(".service"),
-              QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(service, command));
+              QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(service, script));
         const QDBusMessage reload = QDBusMessage::createMethodCall(
             QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
             QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReloadConfig"));
         EXPECT_EQ(connection(QStringLiteral("reload")).call(reload).type(),
                   QDBusMessage::ReplyMessage);
+    }
+    [[nodiscard]] qsizetype starts() const {
+        QFile file(folder() + QStringLiteral("/starts"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') : 0;
     }
 
     [[nodiscard]] bool hasName(const QString& name) {
@@ -101,6 +109,18 @@ class PrivateBus {
     QProcess daemon_;
     QString address_;
     QStringList names_;
+};
+
+struct BusTest : ::testing::Test {
+    PrivateBus bus;
+
+    void SetUp() final {
+        if (!bus.isThere()) {
+            GTEST_SKIP() << "no dbus-daemon to start";
+        }
+        prepare();
+    }
+    virtual void prepare() {}
 };
 
 }  // namespace ostrel

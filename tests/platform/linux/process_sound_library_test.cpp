@@ -1,131 +1,181 @@
 #include "platform/linux/process_sound_library.h"
 
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <algorithm>
+#include <csignal>
+#include <cstdint>
+#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <string>
+#include <vector>
 
-#include "core/settings/settings_store.h"
-#include "overlay/chime_player.h"
-#include "platform/linux/sound_server.h"
+#include "platform/linux/event_loop.h"
+#include "platform/linux/temporary_folder.h"
 #include "platform/pulse/sound_file.h"
-#include "platform/virtual/memory_preferences.h"
 
 namespace ostrel {
 namespace {
 
 namespace fs = std::filesystem;
-using ChimeMode = SettingsModel::ChimeMode;
-using Samples = SoundServer::Samples;
-
 const fs::path kProgramFolder = OSTREL_PROGRAM_FOLDER;
 
-Samples samplesOf(const char* name) {
-    const auto sound = SoundFile::read(kProgramFolder / "sounds" / (std::string(name) + ".aiff"));
-    EXPECT_TRUE(sound) << name;
-    return sound ? sound->samples : Samples{};
-}
+// A PulseAudio server of the test's own, whose only output goes nowhere, and what is heard there.
+// Programs started by the test find it and no other.
+class SoundServer {
+  public:
+    using Samples = std::vector<std::int16_t>;
 
-// How many samples of `sound` are heard when the first that is not silent lies at `at`.
-std::size_t sameSamples(const Samples& heard, std::size_t at, const Samples& sound) {
-    std::size_t same = 0;
-    while (same < sound.size() && sound[same] == 0) {
-        ++same;
+    static constexpr std::size_t kRate = 48000;  // the output's, in mono
+
+    SoundServer() {
+        qputenv("PULSE_SERVER", "unix:" + QFile::encodeName(socket_));
+        bindToTest(server_);
+        bindToTest(recorder_);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char* name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "PULSE_SERVER"}) {
+            environment.remove(name);
+        }
+        for (const char* name :
+             {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "PULSE_RUNTIME_PATH"}) {
+            environment.insert(name, path());
+        }
+        server_.setProcessEnvironment(environment);
     }
-    for (; same < sound.size() && at < heard.size() && heard[at] == sound[same]; ++same) {
-        ++at;
+    SoundServer(const SoundServer&) = delete;
+    SoundServer& operator=(const SoundServer&) = delete;
+    ~SoundServer() {
+        die();
+        qunsetenv("PULSE_SERVER");
     }
-    return same;
-}
+
+    static bool isInstalled() {
+        return !QStandardPaths::findExecutable("pulseaudio").isEmpty() &&
+               !QStandardPaths::findExecutable("parec").isEmpty();
+    }
+
+    // Until it answers and is being listened to.
+    [[nodiscard]] bool start() {
+        const QStringList modules{
+            "module-null-sink sink_name=out rate=48000 channels=1 format=s16le norewinds=1",
+            "module-native-protocol-unix auth-anonymous=1 auth-cookie-enabled=0 socket=" + socket_};
+        server_.start(
+            "pulseaudio",
+            QString("-n --daemonize=no --exit-idle-time=-1 --use-pid-file=no").split(' ') +
+                QStringList{"-L", modules[0], "-L", modules[1]});
+        recorded_.clear();
+        heard_.clear();
+        return runUntil([this] {
+            if (recorder_.state() == QProcess::NotRunning) {  // the server was not there yet
+                recorder_.start("parec", {"--device=out.monitor", "--latency-msec=20", "--raw",
+                                          "--rate=48000", "--channels=1", "--format=s16le"});
+            }
+            return !heard().empty();
+        });
+    }
+    void die() {
+        for (QProcess* process : {&recorder_, &server_}) {
+            process->kill();
+            process->waitForFinished();
+        }
+    }
+    void hang() const { kill(static_cast<pid_t>(server_.processId()), SIGSTOP); }
+    void recover() const { kill(static_cast<pid_t>(server_.processId()), SIGCONT); }
+
+    // All that was heard since the start.
+    const Samples& heard() {
+        recorded_ += recorder_.readAllStandardOutput();
+        const std::size_t before = heard_.size();
+        const auto more = static_cast<std::size_t>(recorded_.size()) / sizeof(std::int16_t);
+        heard_.resize(before + more);
+        std::memcpy(heard_.data() + before, recorded_.data(), more * sizeof(std::int16_t));
+        recorded_ = recorded_.last(recorded_.size() % 2);
+        return heard_;
+    }
+
+    // Where something was heard first, at or behind `from`; the end when there was nothing.
+    [[nodiscard]] std::size_t firstSound(std::size_t from = 0) {
+        const Samples& all = heard();
+        const auto found = std::find_if(all.begin() + static_cast<std::ptrdiff_t>(from), all.end(),
+                                        [](std::int16_t sample) { return sample != 0; });
+        return static_cast<std::size_t>(found - all.begin());
+    }
+    [[nodiscard]] bool hears(std::size_t from = 0) { return firstSound(from) < heard().size(); }
+
+    // Listens for another `sec`.
+    void listen(double sec) {
+        const std::size_t end = heard().size() + static_cast<std::size_t>(sec * kRate);
+        EXPECT_TRUE(runUntil([&] { return heard().size() >= end; })) << "the recorder stopped";
+    }
+
+  private:
+    // Nothing that a test started is left behind, even when it crashes.
+    static void bindToTest(QProcess& process) {
+        process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        process.setStandardErrorFile(QProcess::nullDevice());
+    }
+    [[nodiscard]] QString path() const { return QFile::decodeName(folder_.path().c_str()); }
+
+    TemporaryFolder folder_;
+    QString socket_ = path() + "/socket";
+    QByteArray recorded_;  // what is not yet a whole sample
+    Samples heard_;
+    QProcess server_;
+    QProcess recorder_;
+};
+
+using Samples = SoundServer::Samples;
 
 struct ProcessSoundTest : ::testing::Test {
     SoundServer server;
     ProcessSoundLibrary library{kProgramFolder};
-    const Samples start = samplesOf("chime-start");
-    const Samples end = samplesOf("chime-end");
+    std::unique_ptr<Sound> sound;
+    Samples expected;
 
     void SetUp() override {
         if (!SoundServer::isInstalled()) {
             GTEST_SKIP() << "pulseaudio and parec are not installed";
         }
         ASSERT_TRUE(server.start());
+        load("chime-start");
+    }
+    void load(const std::string& name) {
+        const auto file = SoundFile::read(kProgramFolder / "sounds" / (name + ".aiff"));
+        sound = library.load(name);
+        ASSERT_TRUE(file && sound) << name;
+        expected = file->samples;
     }
 
-    // The name of the chime that is heard at or behind `from`, which is moved behind it.
-    std::string nextChime(std::size_t& from) {
-        const std::size_t at = server.firstSound(from);
-        for (const auto& [name, sound] : {std::pair("start", &start), std::pair("end", &end)}) {
-            if (sameSamples(server.heard(), at, *sound) == sound->size()) {
-                from = at + sound->size();
-                return name;
-            }
-        }
-        from = server.heard().size();
-        return at < from ? "something else" : "";
-    }
-    bool hearsToTheEnd(const Sound& sound) {
-        const bool ended = runUntil([&] { return !sound.isPlaying(); });
+    // Whether the sound is heard whole, and nothing else, behind `from`.
+    bool isHeardWhole(std::size_t from) {
+        const bool ended = runUntil([&] { return !sound->isPlaying(); });
         server.listen(0.15);
-        return ended;
+        const auto isLoud = [](std::int16_t sample) { return sample != 0; };
+        const auto begin = std::find_if(expected.begin(), expected.end(), isLoud);
+        const std::size_t length = static_cast<std::size_t>(expected.end() - begin);
+        const std::size_t first = server.firstSound(from);
+        const Samples& heard = server.heard();
+        return ended && first + length <= heard.size() &&
+               std::equal(begin, expected.end(),
+                          heard.begin() + static_cast<std::ptrdiff_t>(first)) &&
+               !server.hears(first + length);
     }
 };
 
-TEST_F(ProcessSoundTest, ChimesAreHeardAsTheModeSaysAndNothingElseIs) {
-    MemoryPreferences preferences;
-    SettingsStore settings(preferences);
-    ChimePlayer chimes(settings, library);
-    const auto setMode = [&](ChimeMode mode) {
-        settings.update([mode](SettingsModel& model) { model.chimeMode = mode; });
-    };
-    const auto wait = [&](const Samples& sound) {
-        const std::size_t from = server.heard().size();
-        EXPECT_TRUE(runUntil([&] { return server.hears(from); }));
-        server.listen(static_cast<double>(sound.size()) / SoundServer::kRate + 0.15);
-    };
-    setMode(ChimeMode::off);
-    chimes.playStart();
-    chimes.playEnd();
-    setMode(ChimeMode::end);
-    chimes.playStart();
-    chimes.playEnd();
-    wait(end);
-    setMode(ChimeMode::start);
-    chimes.playEnd();
-    chimes.playStart();
-    wait(start);
-    std::size_t from = 0;
-    EXPECT_EQ(nextChime(from), "end");
-    EXPECT_EQ(nextChime(from), "start");
-    EXPECT_EQ(nextChime(from), "");
-}
-
-TEST_F(ProcessSoundTest, APlayingSoundBeginsAnewAndIsNeverHeardOverItself) {
-    const auto sound = library.load("chime-start");
-    ASSERT_TRUE(sound);
-    EXPECT_FALSE(sound->isPlaying());
-    sound->play();
-    EXPECT_TRUE(sound->isPlaying());
-    ASSERT_TRUE(runUntil([&] { return server.hears(); }));
-    server.listen(0.3);
-    sound->play();  // goes on
-    server.listen(0.1);
-    sound->rewind();
-    sound->play();
-    EXPECT_TRUE(hearsToTheEnd(*sound));
-
-    const std::size_t first = server.firstSound();
-    const std::size_t cut = sameSamples(server.heard(), first, start);
-    EXPECT_GT(cut, 0.3 * SoundServer::kRate);
-    EXPECT_LT(cut, start.size());
-    std::size_t from = first + cut;
-    EXPECT_EQ(nextChime(from), "start");
-    EXPECT_EQ(nextChime(from), "");
+TEST_F(ProcessSoundTest, EachChimeIsHeardToTheLastSample) {
+    for (const char* name : {"chime-start", "chime-end"}) {
+        load(name);
+        const std::size_t before = server.heard().size();
+        sound->play();
+        EXPECT_TRUE(isHeardWhole(before)) << name;
+    }
 }
 
 TEST_F(ProcessSoundTest, AServerThatDiesOrIsAwayCostsOnlyTheChimesMeanwhile) {
-    const auto sound = library.load("chime-start");
-    ASSERT_TRUE(sound);
     sound->play();
     ASSERT_TRUE(runUntil([&] { return server.hears(); }));
     EXPECT_TRUE(sound->isPlaying());
@@ -136,14 +186,10 @@ TEST_F(ProcessSoundTest, AServerThatDiesOrIsAwayCostsOnlyTheChimesMeanwhile) {
 
     ASSERT_TRUE(server.start());
     sound->play();
-    EXPECT_TRUE(hearsToTheEnd(*sound));
-    std::size_t from = 0;
-    EXPECT_EQ(nextChime(from), "start");
+    EXPECT_TRUE(isHeardWhole(0));
 }
 
 TEST_F(ProcessSoundTest, AChimeThatAHangingServerDoesNotTakeIsDroppedNotLate) {
-    const auto sound = library.load("chime-start");
-    ASSERT_TRUE(sound);
     server.hang();
     sound->play();
     EXPECT_TRUE(sound->isPlaying());
@@ -151,54 +197,6 @@ TEST_F(ProcessSoundTest, AChimeThatAHangingServerDoesNotTakeIsDroppedNotLate) {
     server.recover();
     server.listen(0.3);
     EXPECT_FALSE(server.hears());
-}
-
-TEST_F(ProcessSoundTest, ASoundThatGoesTakesItsProcessAlong) {
-    auto sound = library.load("chime-end");
-    ASSERT_TRUE(sound);
-    sound->play();
-    ASSERT_TRUE(runUntil([&] { return server.hears(); }));
-    sound.reset();
-    server.listen(0.1);
-    const std::size_t after = server.heard().size();
-    server.listen(0.2);
-    EXPECT_FALSE(server.hears(after));
-}
-
-TEST(ProcessSoundLibraryTest, WhatIsMissingOrNoSoundIsNotLoaded) {
-    const TemporaryFolder folder;
-    const fs::path programs = folder.path() / "bin";
-    const fs::path sounds = folder.path() / "share/ostrel/sounds";
-    const fs::path player = folder.path() / "libexec/ostrel/ostrel-play";
-    const auto isLoaded = [&](const char* name) {
-        return ProcessSoundLibrary(programs).load(name) != nullptr;
-    };
-    for (const fs::path& made : {programs, sounds, player.parent_path()}) {
-        fs::create_directories(made);
-    }
-    fs::copy_file(kProgramFolder / "sounds/chime-start.aiff", sounds / "chime-start.aiff");
-    std::ofstream(sounds / "text.aiff") << "no sound, but a text";
-    std::ofstream(sounds / "empty.aiff") << "";
-    EXPECT_FALSE(isLoaded("chime-start")) << "without a player";
-    std::ofstream(player) << "#!/bin/false\n";
-    EXPECT_FALSE(isLoaded("chime-start")) << "with a player that may not be run";
-    fs::permissions(player, fs::perms::owner_all);
-    EXPECT_TRUE(isLoaded("chime-start"));
-    for (const char* name : {"chime-end", "text", "empty", "../sounds"}) {
-        EXPECT_FALSE(isLoaded(name)) << name;
-    }
-
-    // What is found out only when they play ends in silence.
-    std::ofstream(sounds / "damaged.aiff") << "FORM....AIFF, and nothing that belongs there";
-    const auto damaged = ProcessSoundLibrary(programs).load("damaged");
-    const auto playerless = ProcessSoundLibrary(programs).load("chime-start");
-    ASSERT_TRUE(damaged && playerless);
-    fs::remove(player);
-    playerless->play();
-    EXPECT_TRUE(runUntil([&] { return !playerless->isPlaying(); }));
-    fs::create_symlink(kProgramFolder / "ostrel-play", player);
-    damaged->play();
-    EXPECT_TRUE(runUntil([&] { return !damaged->isPlaying(); }));
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
-#include <memory>
+#include <set>
+
+#include "platform/linux/virtual_keys.h"
 
 namespace ostrel {
 namespace {
@@ -15,33 +17,28 @@ constexpr std::uint8_t kKeycodeOfB = 56;
 
 struct X11HotkeysTest : ::testing::Test {
     void SetUp() override {
-        if (QGuiApplication::platformName() != QStringLiteral("xcb")) {
+        if (QGuiApplication::platformName() != "xcb") {
             GTEST_SKIP() << "needs an X server in DISPLAY";
         }
     }
     // A key event as the X server sends it.
-    bool feed(std::uint8_t type, std::uint32_t timeMs,
-              int state = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT) {
+    bool feed(std::uint8_t type, std::uint32_t timeMs) {
         xcb_key_press_event_t event{};
         event.response_type = type;
         event.detail = kKeycodeOfB;
         event.time = timeMs;
-        event.state = static_cast<std::uint16_t>(state);
+        event.state = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT;
         return hotkeys.nativeEventFilter("xcb_generic_event_t", &event, nullptr);
     }
     bool press(std::uint32_t timeMs) { return feed(XCB_KEY_PRESS, timeMs); }
     void release(std::uint32_t timeMs) { feed(XCB_KEY_RELEASE, timeMs); }
-
-    std::unique_ptr<GlobalHotkeys::Registration> bind(X11Hotkeys& with) {
-        return with.add(11, kCommand + kShift, [this] { ++presses; });
-    }
 
     X11Hotkeys hotkeys;
     int presses = 0;
 };
 
 TEST_F(X11HotkeysTest, AKeyThatRepeatsItselfWasPressedOnce) {
-    const auto bound = bind(hotkeys);
+    const auto bound = hotkeys.add(11, kCommand + kShift, [this] { ++presses; });
     ASSERT_TRUE(bound);
     EXPECT_TRUE(press(1000));
     for (std::uint32_t at = 1500; at < 3000; at += 30) {
@@ -60,28 +57,15 @@ TEST_F(X11HotkeysTest, AKeyThatRepeatsItselfWasPressedOnce) {
     EXPECT_EQ(presses, 3) << "its release went to somebody else";
 }
 
-TEST_F(X11HotkeysTest, LocksDoNotMatterAndOtherModifiersDo) {
-    const auto bound = bind(hotkeys);
-    constexpr int kChord = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT;
-    std::uint32_t at = 0;
-    for (const int locks : {0, int{XCB_MOD_MASK_LOCK}, int{XCB_MOD_MASK_2}, 0x2000}) {
-        EXPECT_TRUE(feed(XCB_KEY_PRESS, at += 5000, kChord | locks)) << locks;
+TEST(VirtualKeysTest, EveryCodeHasAKeyOfItsOwn) {
+    std::set<std::uint8_t> keys;
+    for (std::uint32_t code = 0; code < 300; ++code) {
+        const auto key = x11KeycodeOf(code);
+        EXPECT_TRUE(!key || keys.insert(*key).second) << code;
     }
-    EXPECT_EQ(presses, 4);
-    EXPECT_FALSE(feed(XCB_KEY_PRESS, at += 5000, kChord | XCB_MOD_MASK_CONTROL));
-    EXPECT_FALSE(feed(XCB_KEY_PRESS, at += 5000, XCB_MOD_MASK_4));
-    EXPECT_FALSE(feed(XCB_KEY_PRESS | 0x80, at += 5000)) << "made up by a program";
-}
-
-TEST_F(X11HotkeysTest, OneHolderAtATimeAndNobodyElsesKeys) {
-    auto bound = bind(hotkeys);
-    X11Hotkeys other;
-    EXPECT_TRUE(bind(other)) << "the server lets one program hold it twice";
-    EXPECT_FALSE(hotkeys.add(11, 0, [] {})) << "without a modifier";
-    EXPECT_FALSE(hotkeys.add(500, kCommand, [] {})) << "no such key";
-    bound.reset();
-    EXPECT_FALSE(press(1000));
-    EXPECT_EQ(presses, 0);
+    EXPECT_EQ(x11KeycodeOf(54), std::nullopt) << "a modifier";
+    EXPECT_EQ(x11KeycodeOf(122), 67) << "F1";
+    EXPECT_EQ(x11KeycodeOf(111), 96) << "F12";
 }
 
 }  // namespace
