@@ -3,54 +3,10 @@
 #include "support/overlay_bench.h"
 
 namespace ostrel {
-namespace {
-
-using Outcome = BreakLogEntry::Outcome;
-
-}  // namespace
 
 struct OverlaySessionTest : ::testing::Test {
-    // A break that has been on the screen for `seconds`.
-    void presentAndRun(BreakKind kind, std::int64_t durationSec, double seconds) {
-        bench.overlay().present(kind, durationSec, 0);
-        bench.run(seconds);
-    }
     OverlayBench bench;
 };
-
-TEST_F(OverlaySessionTest, StartsWithBaseAndPenaltyAndTellsThePenalty) {
-    bench.setUp([](SettingsModel& settings) { settings.customBreakMessages = {"a", "b", "c"}; });
-    for (int i = 0; i < 7; ++i) {
-        bench.overlay().present(BreakKind::eye, 20, 0);
-        bench.overlay().close(CloseReason::forcedBySleep);
-    }
-    bench.take();
-    bench.overlay().present(BreakKind::eye, 20, 40);
-    const ActiveOverlaySession& session = **bench.overlay().activeSession();
-    EXPECT_EQ(session, (ActiveOverlaySession{BreakKind::eye, 20, 40, bench.now(), 60, 0, 7, "b"}));
-    EXPECT_EQ(session.totalSec(), 60);
-    EXPECT_EQ(bench.take(), (Events{"0 start chime", "0 tap", "0 penalty 40"}));
-    bench.overlay().close(CloseReason::forcedBySleep);
-    bench.take();
-
-    bench.setUp([](SettingsModel& settings) { settings.customBreakMessages = {}; });
-    bench.overlay().present(BreakKind::eye, 20, 0);
-    EXPECT_FALSE((*bench.overlay().activeSession())->message);
-    EXPECT_EQ(bench.take(), (Events{"0 start chime", "0 tap"}));
-}
-
-TEST_F(OverlaySessionTest, EntryCarriesThePenaltyAndTheWholeLength) {
-    bench.overlay().present(BreakKind::eye, 20, 40);
-    bench.overlay().dismissBanner();
-    EXPECT_EQ(*bench.overlay().recentSkipCount(), 2);
-    bench.run(60);
-    bench.take();
-    EXPECT_TRUE(bench.overlay().press(OverlayAction::done));
-    EXPECT_EQ(bench.take(), (Events{"60 log eye completed 60 +40 over 60", "60 eye completed",
-                                    "60 close eye done"}));
-    bench.overlay().present(BreakKind::eye, 20, 40);
-    EXPECT_FALSE(*bench.overlay().bannerDismissed());
-}
 
 TEST_F(OverlaySessionTest, RecordThatClosesTheBreakAgainChangesNothing) {
     bench.closesAgain = true;
@@ -76,28 +32,9 @@ TEST_F(OverlaySessionTest, ObserverMayCloseTheBreakAtAnyMoment) {
     }
 }
 
-TEST_F(OverlaySessionTest, SecondBreakIsIgnoredWhileOneIsOnScreen) {
-    bench.overlay().present(BreakKind::eye, 20, 0);
-    bench.overlay().present(BreakKind::body, 300, 0);
-    EXPECT_EQ((*bench.overlay().activeSession())->kind, BreakKind::eye);
-}
-
-TEST_F(OverlaySessionTest, FadesOutByItselfAShortWhileAfterZero) {
-    presentAndRun(BreakKind::eye, 20, 19);
-    EXPECT_EQ((*bench.overlay().activeSession())->remainingSec, 1);
-    bench.take();
-    bench.run(1);
-    EXPECT_EQ(bench.take(), (Events{"20 end chime"}));
-    bench.run(1.4);
-    EXPECT_TRUE(*bench.overlay().activeSession());
-    bench.run(0.1);
-    EXPECT_EQ(bench.take(), (Events{"21.5 log eye autoFadeOut 20 +0 over 21.5",
-                                    "21.5 eye completed", "21.5 close eye autoFade"}));
-    EXPECT_FALSE(*bench.overlay().activeSession());
-}
-
 TEST_F(OverlaySessionTest, FadeOutOfAnEarlierBreakNeverClosesALaterOne) {
-    presentAndRun(BreakKind::eye, 5, 5);
+    bench.overlay().present(BreakKind::eye, 5, 0);
+    bench.run(5);
     EXPECT_TRUE(bench.overlay().press(OverlayAction::done));
     bench.overlay().present(BreakKind::eye, 1, 0);
     bench.run(1.5);  // when the first one was to fade; the second is at zero by now
@@ -146,16 +83,6 @@ TEST_F(OverlaySessionTest, EachReasonHasItsEffects) {
     }
 }
 
-TEST_F(OverlaySessionTest, CompletedBodyBreakCreditsTheEyeBreakFoldedIntoIt) {
-    bench.foldEyeIntoBody();
-    presentAndRun(BreakKind::body, 5, 6.5);
-    EXPECT_EQ(bench.take(), (Events{"0 start chime", "0 tap", "5 end chime",
-                                    "6.5 log body autoFadeOut 5 +0 over 6.5", "6.5 body completed",
-                                    "6.5 eye completed", "6.5 log eye completed 5 +0 over 6.5",
-                                    "6.5 close body autoFade"}));
-    EXPECT_FALSE(bench.engine().eyeMergedIntoBody());
-}
-
 TEST_F(OverlaySessionTest, BodyBreakCutShortBringsTheFoldedEyeBreakSoon) {
     const CloseReason reasons[] = {CloseReason::skipped, CloseReason::skippedGently,
                                    CloseReason::forcedBySleep, CloseReason::forcedByPause};
@@ -166,14 +93,6 @@ TEST_F(OverlaySessionTest, BodyBreakCutShortBringsTheFoldedEyeBreakSoon) {
         fresh.overlay().close(reason);
         EXPECT_EQ(fresh.engine().state()->eye.remainingSec, 60) << nameOf(reason);
     }
-}
-
-TEST_F(OverlaySessionTest, PostponedBreakIsBackInFiveMinutes) {
-    bench.overlay().present(BreakKind::eye, 20, 0);
-    EXPECT_TRUE(bench.overlay().press(OverlayAction::postpone));
-    EXPECT_EQ(bench.engine().state()->eye.remainingSec, 300);
-    bench.overlay().present(BreakKind::eye, 20, 0);
-    EXPECT_FALSE(bench.overlay().offers(OverlayAction::postpone)) << "the ration is used up";
 }
 
 TEST_F(OverlaySessionTest, KeysDoWhatTheyMay) {
@@ -202,25 +121,6 @@ TEST_F(OverlaySessionTest, KeysDoWhatTheyMay) {
         EXPECT_EQ(fresh.overlay().handleKey(key), outcome) << key << " after " << afterSec;
         EXPECT_EQ(fresh.overlay().activeSession()->has_value(), outcome == KeyOutcome::ignored);
     }
-}
-
-TEST_F(OverlaySessionTest, PauseAndSleepCloseTheBreakWithoutAnEntry) {
-    bench.overlay().present(BreakKind::eye, 20, 0);
-    bench.engine().pause(PauseReason::user);
-    bench.overlay().present(BreakKind::eye, 20, 0);
-    bench.systemEvents().willSleep.send();
-    EXPECT_EQ(bench.take(), (Events{"0 start chime", "0 tap", "0 close eye forcedByPause",
-                                    "0 start chime", "0 tap", "0 close eye forcedBySleep"}));
-}
-
-TEST_F(OverlaySessionTest, RunsWithoutAnyRecords) {
-    OverlayBench bare(OverlayBench::Records::absent);
-    bare.setUp([](SettingsModel& settings) { settings.customBreakMessages = {"only"}; });
-    bare.overlay().present(BreakKind::body, 3, 0);
-    EXPECT_EQ((*bare.overlay().activeSession())->message, "only");
-    EXPECT_FALSE(bare.overlay().offers(OverlayAction::postpone));
-    bare.run(5);
-    EXPECT_EQ(bare.take(), (Events{"0 tap", "4.5 close body autoFade"}));
 }
 
 }  // namespace ostrel

@@ -45,7 +45,7 @@ struct GuideViewTest : ::testing::Test {
     }
 
     QtOverlayWindowMaker maker;
-    OverlayBench bench{OverlayBench::Records::present, &maker};
+    OverlayBench bench{&maker};
 };
 
 TEST_F(GuideViewTest, ABodyBreakGoesOnToTheNextMoveEveryMinuteAndAnEyeBreakStays) {

@@ -52,7 +52,7 @@ struct QtOverlayWindowTest : ::testing::Test {
     }
 
     QtOverlayWindowMaker maker;
-    OverlayBench bench{OverlayBench::Records::present, &maker};
+    OverlayBench bench{&maker};
 };
 
 TEST_F(QtOverlayWindowTest, ShowsTheActionsThatTheManagerOffersAndEnables) {

@@ -17,8 +17,8 @@
 
 namespace ostrel {
 
-// An overlay manager over the virtual platform, with an engine that does not tick and every record
-// present or absent, which writes down all that leaves the manager as "SECOND what".
+// An overlay manager over the virtual platform, with an engine that does not tick and records that
+// are its own, which writes down all that leaves the manager as "SECOND what".
 class OverlayBench : BreakLogging,
                      DailyCounting,
                      SkipPenalties,
@@ -26,10 +26,8 @@ class OverlayBench : BreakLogging,
                      ChimePlaying,
                      GentleCardPresenting {
   public:
-    enum class Records { present, absent };
-
     // Without a maker of windows they are recorded, not drawn.
-    explicit OverlayBench(Records records = Records::present, OverlayWindowMaker* windows = nullptr)
+    explicit OverlayBench(OverlayWindowMaker* windows = nullptr)
         : platform_("UTC", WallTime{WallClock::duration{794'915'400}}),
           settings_(platform_.preferences),
           session_(platform_.preferences, now()),
@@ -45,9 +43,7 @@ class OverlayBench : BreakLogging,
                     windows ? *windows : platform_.overlayWindows, platform_.displays,
                     platform_.systemEvents, platform_.motion, platform_.haptics,
                     platform_.inputIdle, platform_.runLoop, [this] { return now(); },
-                    seededUuids(1),
-                    records == Records::present ? OverlayRecords{this, this, this, this, this, this}
-                                                : OverlayRecords{}}) {
+                    seededUuids(1), OverlayRecords{this, this, this, this, this, this}}) {
         engine_.configure(PresetCatalog::standard());
         watching_.push_back(platform_.haptics.played.subscribe([this](int) { note("tap"); }));
         watching_.push_back(overlay_.penaltyAppliedPublisher.subscribe(
