@@ -49,23 +49,6 @@ TEST_F(FocusFilterWatcherTest, TheFirstKeyWithAUsableValueDecides) {
     }
 }
 
-TEST_F(FocusFilterWatcherTest, BothNamesAreHeardAndNoOther) {
-    announce({{"active", true}}, "com.apple.controlcenter.DoNotDisturbActive");
-    EXPECT_TRUE(isOn());
-    announce({{"active", false}}, "com.apple.focus");
-    EXPECT_TRUE(isOn());
-}
-
-TEST_F(FocusFilterWatcherTest, TheSameStateAgainPausesNothingAgain) {
-    announce({{"active", true}});
-    engine.endAllPauses();
-    announce({{"active", true}});
-    EXPECT_FALSE(session.isPaused());
-    engine.pauseByUser(PauseDuration::indefinite());
-    announce({{"active", false}});
-    EXPECT_TRUE(isHeldBy(PauseReason::user)) << "only its own reason is ended";
-}
-
 TEST_F(FocusFilterWatcherTest, WithTheSettingOffTheStateIsOnlyKept) {
     setUp([](auto& model) { model.pauseDuringDND = false; });
     announce({{"active", true}});

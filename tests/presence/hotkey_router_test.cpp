@@ -51,18 +51,9 @@ TEST(HotkeyValidation, RefusesWhatCannotBeAndWhatTheSystemUses) {
         {128, kCommand, {Kind::invalid, {}}},
         {127, kCommand, {}},
         {11, 0, {Kind::invalid, {}}},
-        {128, 0, {Kind::invalid, {}}},
         {49, kCommand, {Kind::collision, "Spotlight"}},
         {49, kCommand + kOption, {}},
-        {48, kCommand, {Kind::collision, "App Switcher"}},
-        {12, kCommand, {Kind::collision, "Quit Application"}},
-        {13, kCommand, {Kind::collision, "Close Window"}},
-        {17, kCommand, {Kind::collision, "Hide Application"}},
-        {4, kCommand, {}},
         {20, kCommand + kShift, {Kind::collision, "Screenshot Entire Screen"}},
-        {21, kCommand + kShift, {Kind::collision, "Screenshot Region"}},
-        {23, kCommand + kShift, {Kind::collision, "Screenshot UI"}},
-        {126, kControl, {Kind::collision, "Mission Control"}},
         {125, kControl, {Kind::collision, "App Exposé"}},
         {125, kCommand, {}},
     };
@@ -73,18 +64,6 @@ TEST(HotkeyValidation, RefusesWhatCannotBeAndWhatTheSystemUses) {
     const SettingsModel defaults;
     EXPECT_EQ(HotkeyRouter::validate(defaults.startBreakHotkey), Result{});
     EXPECT_EQ(HotkeyRouter::validate(defaults.togglePauseHotkey), Result{});
-}
-
-TEST_F(HotkeyRouterTest, OneChordStartsAnEyeBreakAndOneTogglesThePause) {
-    EXPECT_TRUE(hotkeys.press(11, kCommand + kShift));
-    EXPECT_EQ(told, Events{"eye break"});
-    EXPECT_TRUE(hotkeys.press(35, kControl + kCommand));
-    EXPECT_TRUE(isHeldBy(PauseReason::user));
-    engine.pause(PauseReason::focus);
-    EXPECT_TRUE(hotkeys.press(35, kControl + kCommand));
-    EXPECT_FALSE(session.isPaused());
-    router.reset();
-    EXPECT_EQ(hotkeys.count(), 0U);
 }
 
 TEST_F(HotkeyRouterTest, AChangedChordDoesNotStayBesideItsSuccessor) {
