@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "menubar/menu_bar_tooltip.h"
-
 namespace ostrel::MenuBarFormatter {
 
 TEST(MenuBarFormatterTest, CountdownTextHasMinutesWithoutALimit) {
@@ -13,15 +11,6 @@ TEST(MenuBarFormatterTest, CountdownTextHasMinutesWithoutALimit) {
     for (const auto& [seconds, text] : cases) {
         EXPECT_EQ(countdownText(seconds), text);
     }
-}
-
-TEST(MenuBarFormatterTest, BodyIsNearestOnlyWhenItIsStrictlySooner) {
-    const auto nearest = [](std::int64_t eye, std::int64_t body) {
-        return nearestChannel({{eye}, {body}}).kind;
-    };
-    EXPECT_EQ(nearest(300, 300), Channel::eye);
-    EXPECT_EQ(nearest(300, 299), Channel::body);
-    EXPECT_EQ(nearest(300, 301), Channel::eye);
 }
 
 TEST(MenuBarFormatterTest, WaitingPenaltyIsPartOfTheTimeShown) {
@@ -46,34 +35,6 @@ TEST(MenuBarFormatterTest, RingsEmptyWithinTheirBounds) {
     context.state.body.remainingSec = 3001;
     EXPECT_EQ(format(context).eyeFraction, 0.0);
     EXPECT_EQ(format(context).bodyFraction, 1.0);
-}
-
-TEST(MenuBarFormatterTest, FirstStatusThatAppliesWins) {
-    struct {
-        bool isEnabled, isPaused, isAway;
-        Status status;
-    } const cases[] = {{true, false, false, Status::running},
-                       {true, false, true, Status::away},
-                       {true, true, true, Status::paused},
-                       {false, true, true, Status::off}};
-    for (const auto& [isEnabled, isPaused, isAway, status] : cases) {
-        Context context;
-        context.isEnabled = isEnabled;
-        context.isPaused = isPaused;
-        context.isAway = isAway;
-        EXPECT_EQ(format(context).status, status);
-    }
-}
-
-TEST(MenuBarTooltipTest, ShowsBothCountdownsOrThatNothingIsScheduled) {
-    Context context;
-    context.state = {{61}, {3000}};
-    EXPECT_EQ(menuBarTooltip(context),
-              (std::vector<LocalizedText>{{"menubar.tooltip.default", {}},
-                                          {"menubar.status.next_eye %@", {"01:01"}},
-                                          {"menubar.status.next_body %@", {"50:00"}}}));
-    context.isEnabled = false;
-    EXPECT_EQ(menuBarTooltip(context), (std::vector<LocalizedText>{{"menubar.tooltip.off", {}}}));
 }
 
 }  // namespace ostrel::MenuBarFormatter
