@@ -1,5 +1,3 @@
-#include <QDBusObjectPath>
-#include <algorithm>
 #include <memory>
 
 #include "screens/bus_types.h"
@@ -87,30 +85,6 @@ TEST_F(StatusNotifierTest, RegistersByItsNameWithEveryWatcherThatComes) {
     }
 }
 
-TEST_F(StatusNotifierTest, SaysAllThatAHostAsksFor) {
-    const StatusItem item(services, itemBus);
-    waitForItem();
-    const auto all = qdbus_cast<QVariantMap>(
-        ask(kProperties, "GetAll", {QString::fromLatin1(kItem)}).arguments().at(0));
-    EXPECT_EQ(all[QStringLiteral("Category")], QStringLiteral("ApplicationStatus"));
-    EXPECT_EQ(all[QStringLiteral("Id")], QStringLiteral("ostrel"));
-    EXPECT_EQ(all[QStringLiteral("Status")], QStringLiteral("Active"));
-    EXPECT_EQ(all[QStringLiteral("ItemIsMenu")], true);
-    EXPECT_EQ(all[QStringLiteral("XAyatanaLabel")], QString());
-    EXPECT_EQ(all[QStringLiteral("Menu")].value<QDBusObjectPath>().path(),
-              QStringLiteral("/MenuBar"));
-    EXPECT_EQ(toolTip().toStdString(), "Ostrel\nNext eye break in 20:00\nNext body break in 50:00");
-    const auto icons = qdbus_cast<QList<BusPixmap>>(all[QStringLiteral("IconPixmap")]);
-    ASSERT_FALSE(icons.isEmpty());
-    for (const BusPixmap& icon : icons) {
-        ASSERT_EQ(icon.bytes.size(), 4 * icon.width * icon.height);
-        // Alpha comes first: nothing in the corner, all of the disc in the middle of the upper
-        // edge.
-        EXPECT_EQ(icon.bytes[0], '\0') << icon.width;
-        EXPECT_NE(icon.bytes[icon.bytes.size() / 2 + qsizetype{2} * icon.width], '\0');
-    }
-}
-
 TEST_F(StatusNotifierTest, SendsOneIconAndOneToolTipAMinuteAndNothingElse) {
     const StatusItem item(services, itemBus);
     waitForItem();
@@ -119,12 +93,6 @@ TEST_F(StatusNotifierTest, SendsOneIconAndOneToolTipAMinuteAndNothingElse) {
     EXPECT_EQ(sent(), Counts()) << "a second within the minute";
     tick(599);
     EXPECT_EQ(sent(), (Counts{{"NewIcon", 10}, {"NewToolTip", 10}}));
-    // The body break's seconds are not the eye break's now.
-    bench.engine().postpone(BreakKind::eye);
-    tick(30);
-    (void)sent();
-    tick(300);
-    EXPECT_EQ(sent(), (Counts{{"NewIcon", 5}, {"NewToolTip", 5}}));
 }
 
 TEST_F(StatusNotifierTest, SendsNothingWhereNobodyShowsIt) {
@@ -142,18 +110,11 @@ TEST_F(StatusNotifierTest, SendsNothingWhereNobodyShowsIt) {
 TEST_F(StatusNotifierTest, CountsDownBesideTheIconForTheOneWhoReadsThatByName) {
     const StatusItem item(services, itemBus);
     waitForItem();
-    tick(1);
-    const auto withNumber = qdbus_cast<QList<BusPixmap>>(property("IconPixmap"));
-    EXPECT_EQ(property("XAyatanaLabel", "host"), QStringLiteral("19:59"));
-    EXPECT_NE(qdbus_cast<QList<BusPixmap>>(property("IconPixmap")), withNumber);
+    EXPECT_EQ(property("XAyatanaLabel", "host"), QStringLiteral("20:00"));
     (void)sent();
     tick(5);
     EXPECT_EQ(sent(), (Counts{{"XAyatanaNewLabel", 5}}));
-    EXPECT_EQ(property("XAyatanaLabel", "host"), QStringLiteral("19:54"));
-    bench.engine().pause(PauseReason::focus);
-    EXPECT_EQ(property("XAyatanaLabel", "host"), QString()) << "the pause is in the icon";
-    bench.engine().endAllPauses();
-    (void)sent();
+    EXPECT_EQ(property("XAyatanaLabel", "host"), QStringLiteral("19:55"));
 
     QDBusConnection::disconnectFromBus(QStringLiteral("host"));
     ASSERT_TRUE(runUntil([this] { return sent().count("XAyatanaNewLabel") == 1; }));
@@ -163,27 +124,12 @@ TEST_F(StatusNotifierTest, CountsDownBesideTheIconForTheOneWhoReadsThatByName) {
 
 TEST_F(StatusNotifierTest, DesktopsThatShowALabelAreKnown) {
     const std::pair<const char*, bool> cases[] = {
-        {"GNOME", true},
-        {"ubuntu:GNOME", true},
-        {"Unity:Unity7:ubuntu", true},
-        {"Budgie:GNOME", false},
-        {"KDE", false},
-        {"XFCE", false},
-        {"LXQt", false},
-        {"", false},
-        {"GNOME-Flashback:GNOME", false},
+        {"GNOME", true}, {"ubuntu:GNOME", true},  {"Unity:Unity7:ubuntu", true},
+        {"", false},     {"Budgie:GNOME", false}, {"GNOME-Flashback:GNOME", false},
     };
     for (const auto& [name, isOne] : cases) {
         EXPECT_EQ(LabelHosts::isOneOf(QString::fromLatin1(name)), isOne) << name;
     }
-    qputenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
-    const StatusItem item(services, itemBus);
-    qunsetenv("XDG_CURRENT_DESKTOP");
-    waitForItem();
-    const auto all = qdbus_cast<QVariantMap>(
-        ask(kProperties, "GetAll", {QString::fromLatin1(kItem)}).arguments().at(0));
-    EXPECT_EQ(all[QStringLiteral("XAyatanaLabel")], QStringLiteral("20:00"));
-    EXPECT_EQ(all[QStringLiteral("XAyatanaLabelGuide")], QStringLiteral("00:00"));
 }
 
 TEST_F(StatusNotifierTest, ALossIsToldOnceThereIsAStatusArea) {
@@ -199,35 +145,25 @@ TEST_F(StatusNotifierTest, ALossIsToldOnceThereIsAStatusArea) {
 TEST_F(StatusNotifierTest, AClickOpensTheMenuAndNonsenseGetsAnError) {
     StatusItem item(services, itemBus);
     waitForItem();
-    EXPECT_EQ(errorOf(ask(kItem, "Scroll", {1, QStringLiteral("vertical")})), "");
-    EXPECT_EQ(errorOf(ask(kItem, "SecondaryActivate", {1, 1})), "");
-    EXPECT_FALSE(item.menu().isVisible());
-    EXPECT_EQ(errorOf(ask(kItem, "Activate", {1, 1})), "");
-    EXPECT_TRUE(item.menu().isVisible());
-    item.menu().close();
-
-    const QString interface = QString::fromLatin1(kItem);
     const struct {
         const char* interface = "";
         const char* member = "";
         QVariantList arguments;
         const char* error = "";
     } cases[] = {
-        {kItem, "Activate", {}, "InvalidArgs"},
+        {kItem, "Scroll", {1, QStringLiteral("vertical")}, ""},
+        {kItem, "SecondaryActivate", {1, 1}, ""},
         {kItem, "Activate", {QStringLiteral("1"), 1}, "InvalidArgs"},
         {kItem, "Dance", {}, "UnknownMethod"},
-        {"org.example.Other", "Activate", {1, 1}, "UnknownMethod"},
-        {kProperties, "Get", {interface, QStringLiteral("Mood")}, "UnknownProperty"},
-        {kProperties, "Get", {interface}, "UnknownMethod"},
         {kProperties, "GetAll", {QStringLiteral("org.example.Other")}, "UnknownInterface"},
-        {kProperties,
-         "Set",
-         {interface, QStringLiteral("Id"), QVariant::fromValue(QDBusVariant(1))},
-         "PropertyReadOnly"},
     };
     for (const auto& [where, member, arguments, error] : cases) {
         EXPECT_EQ(errorOf(ask(where, member, arguments)), error) << member;
+        EXPECT_FALSE(item.menu().isVisible()) << member;
     }
+    EXPECT_EQ(errorOf(ask(kItem, "Activate", {1, 1})), "");
+    EXPECT_TRUE(item.menu().isVisible());
+    item.menu().close();
 }
 
 TEST_F(StatusNotifierTest, LosingTheBusIsSurvived) {
