@@ -45,17 +45,6 @@ struct GuideViewTest : ::testing::Test {
     OverlayBench bench{&maker};
 };
 
-TEST_F(GuideViewTest, EveryBreakGoesOnWhereTheOneBeforeLeftOff) {
-    present(BreakKind::body, 510);
-    bench.run(510);
-    bench.overlay().close(CloseReason::done);  // nine moves on
-
-    const GuideView* guide = guideOf(present(BreakKind::body, 180));
-    EXPECT_EQ(guide->accessibleName().toStdString(), "Deep breaths");
-    bench.run(60);
-    EXPECT_EQ(guide->accessibleName().toStdString(), "Neck rolls");
-}
-
 TEST_F(GuideViewTest, ItMovesOnlyWhileSomebodyMaySeeItAndWants) {
     bench.motion().setReduceMotion(false);
     OverlaySurface& surface = present(BreakKind::body, 60);

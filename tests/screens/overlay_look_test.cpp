@@ -2,7 +2,6 @@
 #include <QPainter>
 #include <cmath>
 
-#include "screens/countdown_ring.h"
 #include "screens/gui.h"
 #include "screens/overlay_backdrop.h"
 
@@ -45,21 +44,6 @@ TEST(OverlayLook, TextCanBeReadOverAWhiteDesktopHoweverWeakTheTint) {
             }
         }
     }
-}
-
-TEST(OverlayLook, SpokenTimeIsNeverLessThanWhatIsLeftAndChangesSeldom) {
-    const std::pair<std::int64_t, const char*> cases[] = {
-        {61, "Up to 2 minutes left"},  {60, "Up to a minute left"},  {51, "Up to a minute left"},
-        {50, "Up to 50 seconds left"}, {1, "Up to 10 seconds left"}, {-5, "The break is over"},
-    };
-    for (const auto& [seconds, text] : cases) {
-        EXPECT_EQ(CountdownRing::spokenTime(seconds), QString::fromUtf8(text)) << seconds;
-    }
-    int changes = 0;
-    for (std::int64_t seconds = 300; seconds > 0; --seconds) {
-        changes += CountdownRing::spokenTime(seconds) != CountdownRing::spokenTime(seconds - 1);
-    }
-    EXPECT_EQ(changes, 10);
 }
 
 }  // namespace ostrel

@@ -75,18 +75,6 @@ TEST_F(QtOverlayWindowTest, ShowsTheActionsThatTheManagerOffersAndEnables) {
     }
 }
 
-TEST_F(QtOverlayWindowTest, EachButtonPerformsItsAction) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"done", "done"}, {"skip", "skipped"}, {"postpone", "postponed"}};
-    for (const auto& [name, closes] : cases) {
-        const OverlaySurface& surface = present(0);
-        button(surface, ("ostrel.overlay.action." + std::string(name)).c_str())->click();
-        const Events events = bench.take();
-        ASSERT_FALSE(events.empty()) << name;
-        EXPECT_TRUE(events.back().ends_with("close eye " + std::string(closes))) << events.back();
-    }
-}
-
 TEST_F(QtOverlayWindowTest, StrayAndHeldKeysPressNothingUntilAButtonIsChosen) {
     OverlaySurface& surface = present();
     EXPECT_EQ(focused(surface), "nothing");
@@ -192,12 +180,6 @@ TEST_F(QtOverlayWindowTest, AWindowThatIsGoneTellsOfNoPaint) {
     bench.overlay().present(BreakKind::eye, 20, 0);
     EXPECT_TRUE(runUntil([&end] { return end.hasEnded(); }));
     EXPECT_TRUE(bench.overlay().openWindows().empty());
-}
-
-TEST_F(QtOverlayWindowTest, ABreakThatWasPaintedIsNotTakenDown) {
-    static_cast<void>(present());
-    bench.run(OverlayManager::kFirstPaintLimitSec + 1);
-    EXPECT_TRUE(bench.overlay().activeSession()->has_value());
 }
 
 }  // namespace ostrel

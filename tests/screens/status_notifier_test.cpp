@@ -132,16 +132,6 @@ TEST_F(StatusNotifierTest, DesktopsThatShowALabelAreKnown) {
     }
 }
 
-TEST_F(StatusNotifierTest, ALossIsToldOnceThereIsAStatusArea) {
-    watcher.reset();
-    StatusItem item(services, itemBus);
-    item.tellNotSaved();
-    EXPECT_EQ(sent().count("Notify"), 0U);
-    watch();
-    waitForItem();
-    EXPECT_EQ(sent()["Notify"], 1);
-}
-
 TEST_F(StatusNotifierTest, AClickOpensTheMenuAndNonsenseGetsAnError) {
     StatusItem item(services, itemBus);
     waitForItem();

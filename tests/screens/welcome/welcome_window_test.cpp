@@ -4,10 +4,8 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QStackedWidget>
 #include <algorithm>
 
-#include "screens/controls/preset_card.h"
 #include "screens/controls/switch.h"
 #include "screens/gui.h"
 #include "screens/texts/texts.h"
@@ -19,7 +17,7 @@ struct WelcomeWindowTest : ::testing::Test {
     void SetUp() override {
         Texts::setLanguage("en");
         bench.launch();
-        window = new WelcomeWindow({bench.settings(), bench.engine(), [this] { ++samples; },
+        window = new WelcomeWindow({bench.settings(), bench.engine(), [] {},
                                     [this](auto tell) { tellCapabilities = std::move(tell); },
                                     [this](bool isEnabled) {
                                         if (canSetLogin) {
@@ -47,7 +45,6 @@ struct WelcomeWindowTest : ::testing::Test {
         ASSERT_TRUE(button->isVisible()) << name;
         button->click();
     }
-    int page() { return window->findChild<QStackedWidget*>()->currentIndex(); }
     bool isClosed() {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         return window.isNull();
@@ -62,24 +59,9 @@ struct WelcomeWindowTest : ::testing::Test {
     EngineBench bench;
     QPointer<WelcomeWindow> window;
     SettingsModel atTheStart;
-    int samples = 0;
     bool canSetLogin = true;
     std::function<void(std::vector<Capability>)> tellCapabilities;
 };
-
-TEST_F(WelcomeWindowTest, FourPagesLeadToReadyAndBackAgain) {
-    const std::pair<const char*, int> steps[] = {{"continue", 1}, {"back", 0},     {"continue", 1},
-                                                 {"continue", 2}, {"continue", 3}, {"back", 2},
-                                                 {"continue", 3}};
-    for (const auto& [button, expected] : steps) {
-        press(button);
-        EXPECT_EQ(page(), expected);
-    }
-    EXPECT_FALSE(settings().hasOnboarded);
-    press("continue");
-    EXPECT_TRUE(settings().hasOnboarded);
-    EXPECT_TRUE(isClosed());
-}
 
 TEST_F(WelcomeWindowTest, HoweverItIsLeftItWasSeenAndNothingElseChanges) {
     const std::function<void()> ways[] = {[this] { press("skip"); }, [this] { window->close(); },
@@ -97,58 +79,6 @@ TEST_F(WelcomeWindowTest, HoweverItIsLeftItWasSeenAndNothingElseChanges) {
         EXPECT_EQ(settings(), expected);
         EXPECT_TRUE(isClosed());
     }
-}
-
-TEST_F(WelcomeWindowTest, ReturnIsContinueUnlessAnotherButtonHasTheFocus) {
-    sendKey(*window, Qt::Key_Return);
-    EXPECT_EQ(page(), 1);
-    control<QAbstractButton>("back")->setFocus();
-    sendKey(*window, Qt::Key_Return);
-    EXPECT_EQ(page(), 0);
-    control<QAbstractButton>("sample")->setFocus();
-    sendKey(*window, Qt::Key_Enter);
-    EXPECT_EQ(samples, 1);
-    EXPECT_EQ(page(), 0);
-}
-
-TEST_F(WelcomeWindowTest, ThePresetsAreAChoiceOfOneThatTheEngineFollows) {
-    press("continue");
-    EXPECT_TRUE(control<PresetCard>("preset.standard")->isChecked());
-    press("preset.strict");
-    EXPECT_EQ(settings().activePresetID, "strict");
-    EXPECT_EQ(bench.engine().activeIntervalSec(BreakKind::eye),
-              PresetCatalog::strict().eyeIntervalSec);
-    EXPECT_FALSE(control<PresetCard>("preset.standard")->isChecked());
-
-    control<PresetCard>("preset.strict")->setFocus();
-    sendKey(*window, Qt::Key_Up);
-    EXPECT_EQ(settings().activePresetID, "standard");
-
-    // The same one again restarts no countdown.
-    bench.run(5);
-    const auto remaining = bench.engine().state()->eye.remainingSec;
-    press("preset.standard");
-    EXPECT_EQ(bench.engine().state()->eye.remainingSec, remaining);
-}
-
-TEST_F(WelcomeWindowTest, OfTheUsersOwnTimingNoPresetIsChecked) {
-    press("continue");
-    bench.engine().applyOwnTiming({"", "", 600, 30, 3000, 300});
-    for (const char* name : {"preset.light", "preset.standard", "preset.strict"}) {
-        EXPECT_FALSE(control<PresetCard>(name)->isChecked()) << name;
-    }
-}
-
-TEST_F(WelcomeWindowTest, APresetTellsAScreenReaderItsFourFigures) {
-    press("continue");
-    QAccessibleInterface* card =
-        QAccessible::queryAccessibleInterface(control<PresetCard>("preset.standard"));
-    EXPECT_EQ(card->role(), QAccessible::RadioButton);
-    EXPECT_EQ(card->text(QAccessible::Name), QStringLiteral("Standard"));
-    EXPECT_EQ(card->text(QAccessible::Description),
-              QStringLiteral("Eye break every 20 minutes for 2 minutes. "
-                             "Body break every 50 minutes for 5 minutes."));
-    EXPECT_TRUE(card->state().checked);
 }
 
 TEST_F(WelcomeWindowTest, SwitchesActAtOnceAndFollowTheSettings) {
@@ -171,12 +101,6 @@ TEST_F(WelcomeWindowTest, SwitchesActAtOnceAndFollowTheSettings) {
         bench.settings().update([this](SettingsModel& model) { model = atTheStart; });
         EXPECT_EQ(found->isChecked(), before) << name;
     }
-}
-
-TEST_F(WelcomeWindowTest, CallsSwitchedOnAgainAreTheSameAsBefore) {
-    control<Switch>("calls")->click();
-    control<Switch>("calls")->click();
-    EXPECT_EQ(settings(), atTheStart);
 }
 
 TEST_F(WelcomeWindowTest, AStartAtLoginThatCannotBeSavedIsSaid) {
@@ -213,18 +137,6 @@ TEST_F(WelcomeWindowTest, AnAnswerThatComesAfterTheEndIsNoHarm) {
     window->close();
     ASSERT_TRUE(isClosed());
     tellCapabilities({{Capability::Topic::calls}});
-}
-
-TEST_F(WelcomeWindowTest, AnotherLanguageKeepsThePageAndTheAnswers) {
-    press("continue");
-    press("continue");
-    tellCapabilities({{Capability::Topic::calls}});
-    Texts::setLanguage("en-XA");
-    QEvent change(QEvent::LanguageChange);
-    QCoreApplication::sendEvent(window, &change);
-    EXPECT_EQ(page(), 2);
-    EXPECT_TRUE(says("capability.topic.calls"));
-    EXPECT_TRUE(says("welcome.presence.title"));
 }
 
 }  // namespace ostrel
