@@ -16,19 +16,6 @@ namespace {
 
 constexpr std::int64_t kMinutesPerDay = 1440;
 
-TEST(WorkHours, TheNextBoundaryIsAbsentWhereTheAnswerStays) {
-    const RecordsBench bench;
-    const auto next = [&bench](const WindowShape& shape, const char* time) {
-        return nextBoundary(bench.at(time), shape, bench.calendar);
-    };
-    const std::set<std::int64_t> kEveryDay{1, 2, 3, 4, 5, 6, 7};
-    EXPECT_FALSE(next({false, 540, 1080, {2}}, "2026-03-09T08:00:00"));
-    EXPECT_FALSE(next({true, 540, 540, kEveryDay}, "2026-03-09T08:00:00"));
-    EXPECT_FALSE(next({true, 540, 1080, {}}, "2026-03-09T08:00:00"));
-    EXPECT_EQ(next({true, 540, 1080, {2}}, "2026-03-09T18:00:00"), bench.at("2026-03-16T09:00:00"));
-    EXPECT_EQ(next({true, 100'000, -1, {2}}, "2026-03-09T08:00:00"), std::nullopt);
-}
-
 // A year in a zone by the C library, minute by minute.
 struct Year {
     struct Minute {

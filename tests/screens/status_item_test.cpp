@@ -59,7 +59,6 @@ struct StatusItemTest : ::testing::Test {
 
     OverlayBench bench;
     DailyCounter counter{bench.counterServices()};
-    int quits = 0;
     std::optional<WallTime> workUntil;
     StatusMenu::Services services{bench.engine(),
                                   bench.session(),
@@ -70,7 +69,7 @@ struct StatusItemTest : ::testing::Test {
                                   [] {},
                                   [] {},
                                   [] {},
-                                  [this] { ++quits; }};
+                                  [] {}};
 };
 
 TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
@@ -114,23 +113,13 @@ TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
     EXPECT_NE(lines(menu).find("Today: 1 break taken, the goal is 6"), std::string::npos);
 }
 
-TEST_F(StatusItemTest, EveryEntryDoesWhatItSays) {
+TEST_F(StatusItemTest, APauseUntilTheMorningHasAnEndAndOneForGoodHasNone) {
     StatusMenu menu(services);
-    const auto& sessionState = bench.session().current();
-    entry(menu, "For an hour")->trigger();
-    EXPECT_EQ((*sessionState->userPauseUntil - bench.now()).count(), 3600);
-    entry(menu, "Resume")->trigger();
-    EXPECT_FALSE(sessionState->isPaused);
     entry(menu, "Until tomorrow morning")->trigger();
-    EXPECT_TRUE(sessionState->userPauseUntil);
+    EXPECT_TRUE(bench.session().current()->userPauseUntil);
     entry(menu, "Until I resume")->trigger();
-    EXPECT_TRUE(sessionState->isPaused && !sessionState->userPauseUntil);
-    entry(menu, "Resume")->trigger();
-
-    entry(menu, "Start a body break")->trigger();
-    EXPECT_EQ((*bench.overlay().activeSession())->kind, BreakKind::body);
-    entry(menu, "Quit Ostrel")->trigger();
-    EXPECT_EQ(quits, 1);
+    EXPECT_TRUE(bench.session().current()->isPaused);
+    EXPECT_FALSE(bench.session().current()->userPauseUntil);
 }
 
 TEST_F(StatusItemTest, TheToolTipTellsWhatTheMenuDoes) {

@@ -81,28 +81,6 @@ TEST_F(WelcomeWindowTest, HoweverItIsLeftItWasSeenAndNothingElseChanges) {
     }
 }
 
-TEST_F(WelcomeWindowTest, SwitchesActAtOnceAndFollowTheSettings) {
-    const struct {
-        const char* name;
-        std::function<bool(const SettingsModel&)> isOn;
-    } cases[] = {
-        {"calls", [](const auto& model) { return !model.deferAppBundleIDs.empty(); }},
-        {"films", [](const auto& model) { return model.delayBreakOnFullscreenVideo; }},
-        {"focus", [](const auto& model) { return model.pauseDuringDND; }},
-        {"work_hours", [](const auto& model) { return model.workHoursEnabled; }},
-        {"login", [](const auto& model) { return model.launchAtLogin; }},
-    };
-    for (const auto& [name, isOn] : cases) {
-        auto* found = control<Switch>(name);
-        const bool before = isOn(settings());
-        EXPECT_EQ(found->isChecked(), before) << name;
-        found->click();
-        EXPECT_EQ(isOn(settings()), !before) << name;
-        bench.settings().update([this](SettingsModel& model) { model = atTheStart; });
-        EXPECT_EQ(found->isChecked(), before) << name;
-    }
-}
-
 TEST_F(WelcomeWindowTest, AStartAtLoginThatCannotBeSavedIsSaid) {
     for (const char* step : {"continue", "continue", "continue"}) {
         press(step);
