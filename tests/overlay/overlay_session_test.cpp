@@ -43,46 +43,6 @@ TEST_F(OverlaySessionTest, FadeOutOfAnEarlierBreakNeverClosesALaterOne) {
     EXPECT_FALSE(*bench.overlay().activeSession());
 }
 
-TEST_F(OverlaySessionTest, EachReasonHasItsEffects) {
-    struct {
-        BreakKind kind;
-        CloseReason reason;
-        Events events;
-    } const cases[] = {
-        {BreakKind::eye,
-         CloseReason::skipped,
-         {"10 log eye skipped 10 +0 over 10", "10 skip of eye", "10 tap", "10 close eye skipped"}},
-        {BreakKind::body,
-         CloseReason::skipped,
-         {"10 log body skipped 10 +0 over 10", "10 skip of body", "10 tap",
-          "10 close body skipped"}},
-        {BreakKind::eye,
-         CloseReason::done,
-         {"10 log eye completed 10 +0 over 10", "10 eye completed", "10 close eye done"}},
-        {BreakKind::body,
-         CloseReason::done,
-         {"10 log body completed 10 +0 over 10", "10 body completed", "10 close body done"}},
-        {BreakKind::eye,
-         CloseReason::postponed,
-         {"10 log eye postponed 10 +0 over 10", "10 close eye postponed"}},
-        {BreakKind::eye, CloseReason::forcedBySleep, {"10 close eye forcedBySleep"}},
-        {BreakKind::body, CloseReason::forcedByPause, {"10 close body forcedByPause"}},
-        {BreakKind::eye,
-         CloseReason::skippedGently,
-         {"10 log eye skipped 10 +0 over 10", "10 skip counted", "10 close eye skippedGently"}},
-    };
-    for (const auto& [kind, reason, events] : cases) {
-        OverlayBench fresh;
-        fresh.overlay().present(kind, 10, 0);
-        fresh.run(10);
-        fresh.take();
-        fresh.overlay().close(reason);
-        EXPECT_EQ(fresh.take(), events) << nameOf(reason);
-        fresh.overlay().close(CloseReason::done);
-        EXPECT_EQ(fresh.take(), Events{}) << "nothing is left to close";
-    }
-}
-
 TEST_F(OverlaySessionTest, BodyBreakCutShortBringsTheFoldedEyeBreakSoon) {
     const CloseReason reasons[] = {CloseReason::skipped, CloseReason::skippedGently,
                                    CloseReason::forcedBySleep, CloseReason::forcedByPause};

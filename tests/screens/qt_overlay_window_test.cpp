@@ -149,36 +149,29 @@ TEST_F(QtOverlayWindowTest, NothingIsLeftOnceABreakHasFadedOrEndedAtOnce) {
 }
 
 // Ends the break between the first paint and the news of it.
-class EndAtFirstPaint : public QObject {
-  public:
-    explicit EndAtFirstPaint(OverlayManager& manager) : manager_(manager) {
+struct EndAtFirstPaint : QObject {
+    explicit EndAtFirstPaint(OverlayManager& overlay) : manager(overlay) {
         qApp->installEventFilter(this);
     }
-    [[nodiscard]] bool hasEnded() const { return hasEnded_; }
-
-  protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Paint && dynamic_cast<OverlaySurface*>(watched)) {
-            QMetaObject::invokeMethod(
-                this,
-                [this] {
-                    manager_.close(CloseReason::forcedBySleep);
-                    hasEnded_ = true;
-                },
-                Qt::QueuedConnection);
+            const auto end = [this] {
+                manager.close(CloseReason::forcedBySleep);
+                hasEnded = true;
+            };
+            QMetaObject::invokeMethod(this, end, Qt::QueuedConnection);
         }
         return false;
     }
 
-  private:
-    OverlayManager& manager_;
-    bool hasEnded_ = false;
+    OverlayManager& manager;
+    bool hasEnded = false;
 };
 
 TEST_F(QtOverlayWindowTest, AWindowThatIsGoneTellsOfNoPaint) {
     const EndAtFirstPaint end(bench.overlay());
     bench.overlay().present(BreakKind::eye, 20, 0);
-    EXPECT_TRUE(runUntil([&end] { return end.hasEnded(); }));
+    EXPECT_TRUE(runUntil([&end] { return end.hasEnded; }));
     EXPECT_TRUE(bench.overlay().openWindows().empty());
 }
 

@@ -72,19 +72,6 @@ struct StatusNotifierTest : ::testing::Test {
                                   [] {}};
 };
 
-TEST_F(StatusNotifierTest, RegistersByItsNameWithEveryWatcherThatComes) {
-    const StatusItem item(services, itemBus);
-    const QString name =
-        QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
-    for (int restart = 0; restart < 3; ++restart) {
-        waitForItem();
-        EXPECT_EQ(watcher->items, QStringList{name}) << restart;
-        EXPECT_EQ(bus.connection(QStringLiteral("client")).interface()->serviceOwner(name).value(),
-                  itemBus.baseService());
-        watch();
-    }
-}
-
 TEST_F(StatusNotifierTest, SendsOneIconAndOneToolTipAMinuteAndNothingElse) {
     const StatusItem item(services, itemBus);
     waitForItem();
@@ -102,7 +89,7 @@ TEST_F(StatusNotifierTest, SendsNothingWhereNobodyShowsIt) {
     (void)sent();
     tick(120);
     EXPECT_EQ(sent(), Counts());
-    watcher->setHost(FakeWatcher::Host::present);
+    watcher->bringHost();
     ASSERT_TRUE(runUntil([this] { return !toolTip().isEmpty(); }));
     EXPECT_NE(toolTip().indexOf(QLatin1String("18:00")), -1);
 }
@@ -154,14 +141,6 @@ TEST_F(StatusNotifierTest, AClickOpensTheMenuAndNonsenseGetsAnError) {
     EXPECT_EQ(errorOf(ask(kItem, "Activate", {1, 1})), "");
     EXPECT_TRUE(item.menu().isVisible());
     item.menu().close();
-}
-
-TEST_F(StatusNotifierTest, LosingTheBusIsSurvived) {
-    const StatusItem item(services, itemBus);
-    waitForItem();
-    bus.end();
-    tick(120);
-    EXPECT_NE(item.toolTip().indexOf(QLatin1String("18:00")), -1);
 }
 
 }  // namespace ostrel
