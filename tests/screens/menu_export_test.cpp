@@ -138,21 +138,6 @@ TEST_F(MenuExportTest, TheCallerNeedNotWaitForWhatAnEntryDoes) {
     EXPECT_TRUE(runUntil([&] { return isAnswered; }));
 }
 
-TEST_F(MenuExportTest, IsBroughtUpToDateBeforeItShows) {
-    int minutes = 20;
-    QObject::connect(&menu, &QMenu::aboutToShow, &menu,
-                     [&] { status->setText(text("In %1:00").arg(minutes)); });
-    EXPECT_FALSE(ask("AboutToShow", {0}).arguments().at(0).toBool());
-    minutes = 19;
-    EXPECT_TRUE(ask("AboutToShow", {0}).arguments().at(0).toBool());
-    EXPECT_TRUE(layout().starts_with("1 In 19:00"));
-    minutes = 18;
-    const QList<int> wanted{2, 0, 99};
-    const QDBusMessage answer = ask("AboutToShowGroup", {QVariant::fromValue(wanted)});
-    EXPECT_EQ(qdbus_cast<QList<int>>(answer.arguments().at(0)), QList<int>{0});
-    EXPECT_EQ(qdbus_cast<QList<int>>(answer.arguments().at(1)), QList<int>{99});
-}
-
 TEST_F(MenuExportTest, NonsenseGetsAnError) {
     const std::pair<const char*, QVariantList> cases[] = {
         {"GetLayout", {-1, -1, QStringList()}},

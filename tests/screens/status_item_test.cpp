@@ -113,15 +113,6 @@ TEST_F(StatusItemTest, TheMenuSaysWhatTheScheduleIsDoing) {
     EXPECT_NE(lines(menu).find("Today: 1 break taken, the goal is 6"), std::string::npos);
 }
 
-TEST_F(StatusItemTest, APauseUntilTheMorningHasAnEndAndOneForGoodHasNone) {
-    StatusMenu menu(services);
-    entry(menu, "Until tomorrow morning")->trigger();
-    EXPECT_TRUE(bench.session().current()->userPauseUntil);
-    entry(menu, "Until I resume")->trigger();
-    EXPECT_TRUE(bench.session().current()->isPaused);
-    EXPECT_FALSE(bench.session().current()->userPauseUntil);
-}
-
 TEST_F(StatusItemTest, TheToolTipTellsWhatTheMenuDoes) {
     const StatusItem item(services);
     EXPECT_EQ(item.toolTip().toStdString(),
