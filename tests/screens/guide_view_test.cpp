@@ -4,6 +4,7 @@
 
 #include "overlay/guided_moves.h"
 #include "screens/gui.h"
+#include "screens/guide_figure.h"
 #include "screens/overlay_surface.h"
 #include "screens/overlay_text.h"
 #include "screens/overlay_view.h"
@@ -117,6 +118,29 @@ TEST_F(GuideViewTest, NothingOverlapsWhateverTheDisplayTheLanguageAndTheMessage)
                     names.insert(name);
                 }
                 EXPECT_TRUE(size.height() < 768 || names.count("figure") == 1) << size.width();
+            }
+        }
+    }
+}
+
+TEST(GuideFigures, EveryMoveHasOneThatStaysOnItsSheetAtEveryPhase) {
+    constexpr int kSide = 120;
+    constexpr int kPhases = 48;
+    for (const auto kind : {BreakKind::eye, BreakKind::body}) {
+        for (const GuidedMove& move : GuidedMoveCatalog::moves(kind)) {
+            const GuideFigure* figure = GuideFigure::of(move.id);
+            ASSERT_NE(figure, nullptr) << move.id;
+            for (int phase = 0; phase < kPhases; ++phase) {
+                QImage sheet(kSide, kSide, QImage::Format_ARGB32_Premultiplied);
+                figure->draw(static_cast<double>(phase) / kPhases).paint(sheet, Qt::white);
+                int edge = 0;
+                for (int i = 0; i < kSide; ++i) {
+                    for (const QPoint at :
+                         {QPoint(i, 0), QPoint(0, i), QPoint(i, kSide - 1), QPoint(kSide - 1, i)}) {
+                        edge = std::max(edge, qAlpha(sheet.pixel(at)));
+                    }
+                }
+                EXPECT_LT(edge, 8) << move.id << " " << phase;
             }
         }
     }

@@ -93,21 +93,6 @@ TEST_F(SettingsWindowTest, EveryChoiceOfTheRecordHasAControl) {
     });
 }
 
-TEST_F(SettingsWindowTest, ASliderThatIsLetGoMakesTheFourValuesTheUsersOwn) {
-    open(kTiming);
-    run(100);
-    auto* slider = find<QSlider>("eyeBreakIntervalSec");
-    slider->setSliderDown(true);
-    slider->setValue(903);
-    EXPECT_EQ(settings().activePresetID, "standard") << "it is still being dragged";
-    slider->setSliderDown(false);
-    EXPECT_EQ(settings().activePresetID, "custom");
-    EXPECT_EQ(settings().eyeBreakIntervalSec, 900);
-    EXPECT_EQ(settings().bodyBreakIntervalSec, 3000);
-    EXPECT_EQ(engine().state()->eye.remainingSec, 900);
-    EXPECT_EQ(engine().state()->body.remainingSec, 2900);
-}
-
 TEST_F(SettingsWindowTest, AnotherPresetIsAskedAboutWhileABreakIsNear) {
     open(kTiming);
     click("timing.preset.light");
