@@ -54,7 +54,6 @@ class OverlayBench : BreakLogging,
     }
 
     std::int64_t postponesLeft = 1;
-    std::int64_t skipCostSec = 90;
     GentleCard lastCard;
     std::function<void(OverlayAction)> pressCard;
     bool closesAgain = false;  // the log closes the break that it is told of
@@ -64,7 +63,6 @@ class OverlayBench : BreakLogging,
     SettingsStore& settings() { return settings_; }
     SessionStateStore& session() { return session_; }
     RecordingWindows& windows() { return platform_.overlayWindows; }
-    MemoryPreferences& preferences() { return platform_.preferences; }
     VirtualInputIdle& inputIdle() { return platform_.inputIdle; }
     VirtualDisplays& displays() { return platform_.displays; }
     VirtualMotionSettings& motion() { return platform_.motion; }
@@ -80,18 +78,6 @@ class OverlayBench : BreakLogging,
     void run(double seconds) {
         platform_.runLoop.runFor(
             std::chrono::round<RunLoopClock::duration>(std::chrono::duration<double>(seconds)));
-    }
-    // Ticks until an eye break has been folded into the coming body break.
-    void foldEyeIntoBody() {
-        settings_.update([](SettingsModel& settings) {
-            settings.activePresetID = "bench";
-            settings.eyeBreakIntervalSec = 100;
-            settings.bodyBreakIntervalSec = 300;
-        });
-        engine_.configure(PresetCatalog::active(*settings_.settings()));
-        for (int i = 0; i < 100; ++i) {
-            engine_.tick();
-        }
     }
     Events take() { return std::exchange(events_, {}); }
 
@@ -123,7 +109,7 @@ class OverlayBench : BreakLogging,
     std::int64_t consumePenalty() override { return 0; }
     void clearPenalty() override {}
     void expireIfStale() override {}
-    std::int64_t previewPenalty(BreakKind) override { return skipCostSec; }
+    std::int64_t previewPenalty(BreakKind) override { return 90; }
     std::int64_t registerSkip(BreakKind kind) override {
         note("skip of " + std::string(nameOf(kind)));
         return 0;
