@@ -123,24 +123,21 @@ TEST_F(GuideViewTest, NothingOverlapsWhateverTheDisplayTheLanguageAndTheMessage)
     }
 }
 
-TEST(GuideFigures, EveryMoveHasOneThatStaysOnItsSheetAtEveryPhase) {
+TEST(GuideFigures, EveryMoveHasOneThatKeepsOffTheEdgesOfItsSheet) {
     constexpr int kSide = 120;
-    constexpr int kPhases = 48;
     for (const auto kind : {BreakKind::eye, BreakKind::body}) {
         for (const GuidedMove& move : GuidedMoveCatalog::moves(kind)) {
             const GuideFigure* figure = GuideFigure::of(move.id);
             ASSERT_NE(figure, nullptr) << move.id;
-            for (int phase = 0; phase < kPhases; ++phase) {
+            for (double phase = 0; phase < 1; phase += 0.02) {
                 QImage sheet(kSide, kSide, QImage::Format_ARGB32_Premultiplied);
-                figure->draw(static_cast<double>(phase) / kPhases).paint(sheet, Qt::white);
-                int edge = 0;
+                figure->draw(phase).paint(sheet, Qt::white);
                 for (int i = 0; i < kSide; ++i) {
-                    for (const QPoint at :
-                         {QPoint(i, 0), QPoint(0, i), QPoint(i, kSide - 1), QPoint(kSide - 1, i)}) {
-                        edge = std::max(edge, qAlpha(sheet.pixel(at)));
-                    }
+                    ASSERT_LT(qAlpha(sheet.pixel(i, 0) | sheet.pixel(i, kSide - 1) |
+                                     sheet.pixel(0, i) | sheet.pixel(kSide - 1, i)),
+                              8)
+                        << move.id << " " << phase;
                 }
-                EXPECT_LT(edge, 8) << move.id << " " << phase;
             }
         }
     }

@@ -140,14 +140,10 @@ TEST_F(MenuExportTest, TheCallerNeedNotWaitForWhatAnEntryDoes) {
 
 TEST_F(MenuExportTest, NonsenseGetsAnError) {
     const std::pair<const char*, QVariantList> cases[] = {
-        {"GetLayout", {-1, -1, QStringList()}},
         {"GetLayout", {text("0"), -1, QStringList()}},
         {"GetProperty", {std::numeric_limits<int>::max(), text("label")}},
-        {"GetProperty", {1, text("mood")}},
-        {"GetGroupProperties", {QStringList(), QStringList()}},
         {"Event", event(std::numeric_limits<int>::min(), "clicked")},
         {"EventGroup", {QVariant::fromValue(QList<int>{1})}},
-        {"AboutToShow", {7}},
     };
     for (const auto& [member, arguments] : cases) {
         EXPECT_EQ(errorOf(ask(member, arguments)), "InvalidArgs") << member;

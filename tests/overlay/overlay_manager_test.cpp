@@ -111,4 +111,41 @@ TEST_F(OverlayWindowsTest, WindowsFadeAfterTheCloseAndTheNextBreakDoesNotWaitFor
     EXPECT_EQ(windows(), "1p* 2s") << "the fade of the earlier break takes nothing along";
 }
 
+TEST(OverlaySession, RecordThatClosesTheBreakAgainChangesNothing) {
+    OverlayBench bench;
+    bench.closesAgain = true;
+    bench.overlay().present(BreakKind::eye, 20, 0);
+    bench.take();
+    bench.overlay().close(CloseReason::skipped);
+    EXPECT_EQ(bench.take(), (Events{"0 log eye skipped 20 +0 over 0", "0 skip of eye", "0 tap",
+                                    "0 close eye skipped"}));
+}
+
+TEST(OverlaySession, ObserverMayCloseTheBreakAtAnyMoment) {
+    for (const std::int64_t closeAt : {20, 19, 0}) {
+        OverlayBench fresh;
+        const auto closer = fresh.overlay().activeSession().onChange([&](const auto& session) {
+            if (session && session->remainingSec == closeAt) {
+                fresh.overlay().close(CloseReason::forcedByPause);
+            }
+        });
+        fresh.overlay().present(BreakKind::eye, 20, 0);
+        fresh.run(30);
+        EXPECT_EQ(fresh.take().back(), std::to_string(20 - closeAt) + " close eye forcedByPause");
+        EXPECT_FALSE(*fresh.overlay().activeSession());
+    }
+}
+
+TEST(OverlaySession, FadeOutOfAnEarlierBreakNeverClosesALaterOne) {
+    OverlayBench bench;
+    bench.overlay().present(BreakKind::eye, 5, 0);
+    bench.run(5);
+    EXPECT_TRUE(bench.overlay().press(OverlayAction::done));
+    bench.overlay().present(BreakKind::eye, 1, 0);
+    bench.run(1.5);  // when the first one was to fade; the second is at zero by now
+    EXPECT_TRUE(*bench.overlay().activeSession());
+    bench.run(1);
+    EXPECT_FALSE(*bench.overlay().activeSession());
+}
+
 }  // namespace ostrel
