@@ -97,7 +97,9 @@ TEST_F(QtOverlayWindowTest, StrayAndHeldKeysPressNothingUntilAButtonIsChosen) {
     sendKey(next, Qt::Key_Tab);
     bench.run(20);
     sendKey(next, Qt::Key_Space);
-    EXPECT_EQ(bench.take().back(), "20 close eye done") << "not the skip that has the focus";
+    const Events events = bench.take();
+    ASSERT_FALSE(events.empty());
+    EXPECT_EQ(events.back(), "20 close eye done") << "not the skip that has the focus";
 }
 
 TEST_F(QtOverlayWindowTest, ABannerSaysWhatASkipCostAndHandsTheFocusToNobody) {
