@@ -36,6 +36,14 @@ class Published {
         observers_.callAll(Superseded::stop, value_);
     }
 
+    // For values too large to be copied and compared: `change` alters the value in place, and tells
+    // nobody itself. Everybody hears of it.
+    template <class Change>
+    void alter(Change change) {
+        change(value_);
+        observers_.callAll(Superseded::stop, value_);
+    }
+
   private:
     T value_{};
     mutable ObserverList<const T&> observers_;

@@ -1,6 +1,7 @@
 #include "base/timer_queue.h"
 
-#include <algorithm>
+#include <set>
+#include <tuple>
 #include <utility>
 
 #include "base/fatal.h"
@@ -13,6 +14,7 @@ struct TimerQueue::Entry {
     RunLoopClock::duration period{0};
     WallTime wallDue;
     bool onWallClock = false;
+    std::uint64_t armed = 0;  // in which order
 
     [[nodiscard]] double overdueSec(RunLoopTime runLoopNow, WallTime wallNow) const {
         return onWallClock ? (wallNow - wallDue).count()
@@ -20,30 +22,36 @@ struct TimerQueue::Entry {
     }
 };
 
-// In the order in which they were armed.
 struct TimerQueue::State {
-    std::vector<std::shared_ptr<Entry>> entries;
+    using Shared = std::shared_ptr<Entry>;
 
-    void remove(const Entry* gone) {
-        const auto found = std::find_if(entries.begin(), entries.end(),
-                                        [gone](const auto& entry) { return entry.get() == gone; });
-        if (found != entries.end()) {
-            entries.erase(found);
+    // Within one clock; the other's time is the same for all.
+    struct IsEarlier {
+        bool operator()(const Shared& a, const Shared& b) const {
+            return std::tie(a->runLoopDue, a->wallDue, a->armed) <
+                   std::tie(b->runLoopDue, b->wallDue, b->armed);
         }
-    }
+    };
+    using Entries = std::set<Shared, IsEarlier>;
+
+    Entries onRunLoop;
+    Entries onWallClock;
+    std::uint64_t armed = 0;
+
+    Entries& of(const Entry& entry) { return entry.onWallClock ? onWallClock : onRunLoop; }
 };
 
 TimerQueue::TimerQueue() : state_(std::make_shared<State>()) {}
 TimerQueue::~TimerQueue() = default;
 
 Timer TimerQueue::insert(std::shared_ptr<Entry> entry) {
-    const Entry* key = entry.get();
-    std::weak_ptr<Entry> held = entry;
-    state_->entries.push_back(std::move(entry));
-    return Timer([weak = std::weak_ptr<State>(state_), held, key] {
-        const auto state = weak.lock();
-        if (state && !held.expired()) {
-            state->remove(key);
+    entry->armed = ++state_->armed;
+    state_->of(*entry).insert(entry);
+    return Timer([weakState = std::weak_ptr<State>(state_), weakEntry = std::weak_ptr(entry)] {
+        const auto state = weakState.lock();
+        const auto held = weakEntry.lock();
+        if (state && held) {
+            state->of(*held).erase(held);
         }
     });
 }
@@ -68,44 +76,41 @@ Timer TimerQueue::add(WallTime due, Callback callback) {
 }
 
 std::optional<RunLoopTime> TimerQueue::nextRunLoopDue() const {
-    std::optional<RunLoopTime> next;
-    for (const auto& entry : state_->entries) {
-        if (!entry->onWallClock && (!next || entry->runLoopDue < *next)) {
-            next = entry->runLoopDue;
-        }
-    }
-    return next;
+    const auto& entries = state_->onRunLoop;
+    return entries.empty() ? std::nullopt : std::optional((*entries.begin())->runLoopDue);
 }
 
 std::optional<WallTime> TimerQueue::nextWallDue() const {
-    std::optional<WallTime> next;
-    for (const auto& entry : state_->entries) {
-        if (entry->onWallClock && (!next || entry->wallDue < *next)) {
-            next = entry->wallDue;
-        }
-    }
-    return next;
+    const auto& entries = state_->onWallClock;
+    return entries.empty() ? std::nullopt : std::optional((*entries.begin())->wallDue);
 }
 
 bool TimerQueue::runNext(RunLoopTime runLoopNow, WallTime wallNow) {
-    const std::shared_ptr<Entry>* mostOverdue = nullptr;
-    double mostOverdueSec = 0;
-    for (const auto& entry : state_->entries) {
-        const double overdueSec = entry->overdueSec(runLoopNow, wallNow);
-        if (overdueSec >= 0 && (!mostOverdue || overdueSec > mostOverdueSec)) {
-            mostOverdue = &entry;
-            mostOverdueSec = overdueSec;
+    State::Shared chosen;
+    double chosenOverdueSec = 0;
+    for (const auto* entries : {&state_->onRunLoop, &state_->onWallClock}) {
+        if (entries->empty()) {
+            continue;
+        }
+        const auto& first = *entries->begin();
+        const double overdueSec = first->overdueSec(runLoopNow, wallNow);
+        const bool isBeforeChosen =
+            !chosen || overdueSec > chosenOverdueSec ||
+            (overdueSec == chosenOverdueSec && first->armed < chosen->armed);
+        if (overdueSec >= 0 && isBeforeChosen) {
+            chosen = first;
+            chosenOverdueSec = overdueSec;
         }
     }
-    if (!mostOverdue) {
+    if (!chosen) {
         return false;
     }
-    const std::shared_ptr<Entry> chosen = *mostOverdue;
+    auto& entries = state_->of(*chosen);
+    auto place = entries.extract(chosen);
     if (chosen->period > RunLoopClock::duration::zero()) {
         const auto missed = (runLoopNow - chosen->runLoopDue) / chosen->period;
         chosen->runLoopDue += (missed + 1) * chosen->period;
-    } else {
-        state_->remove(chosen.get());
+        entries.insert(std::move(place));
     }
     chosen->callback();
     return true;

@@ -17,18 +17,20 @@ BreakLog::BreakLog(PreferencesStore& preferences, const Calendar& calendar, NowF
       entries_(document_.load().value_or(std::vector<BreakLogEntry>{})) {}
 
 void BreakLog::append(const BreakLogEntry& entry) {
-    std::vector<BreakLogEntry> next = *entries_;
-    next.push_back(entry);
     const auto oldest = startOfDayBefore(kRetentionDays);
     const auto isTooOld = [&](const BreakLogEntry& old) { return oldest && old.endedAt < *oldest; };
-    const auto firstKept = std::ranges::find_if_not(next, isTooOld);
-    const auto dropped = static_cast<std::size_t>(firstKept - next.begin());
-    next.erase(next.begin(), firstKept);
-    // The list is out of order where the clock was set back.
-    const bool isGrown = std::erase_if(next, isTooOld) == 0;
+    std::size_t dropped = 0;
+    bool isGrown = true;
     const bool followsSaved = savedAppends_ == appends_;
     const std::uint64_t append = ++appends_;
-    entries_.set(std::move(next));
+    entries_.alter([&](std::vector<BreakLogEntry>& entries) {
+        entries.push_back(entry);
+        const auto firstKept = std::ranges::find_if_not(entries, isTooOld);
+        dropped = static_cast<std::size_t>(firstKept - entries.begin());
+        entries.erase(entries.begin(), firstKept);
+        // The list is out of order where the clock was set back.
+        isGrown = std::erase_if(entries, isTooOld) == 0;
+    });
     // An observer that appended has saved this entry as well.
     if (append == appends_) {
         if (isGrown && followsSaved) {

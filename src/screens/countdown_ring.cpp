@@ -4,7 +4,7 @@
 #include <QPainterPath>
 #include <algorithm>
 
-#include "menubar/menu_bar_formatter.h"
+#include "screens/countdown_label.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -124,7 +124,7 @@ void CountdownRing::paintRing(QPainter& painter) const {
 }
 
 void CountdownRing::paintTime(QPainter& painter) const {
-    const QString time = QString::fromStdString(MenuBarFormatter::countdownText(remainingSec_));
+    const QString time = countdownLabel(remainingSec_);
     QFont font = look_.font(1.0, QFont::Light);
     const double height = time.size() > 5 ? kLongTime : kTimeHeight;
     font.setPixelSize(std::max(8, static_cast<int>(std::min(width(), this->height()) * height)));

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "base/checked_seconds.h"
+#include "screens/texts/time_format.h"
 
 namespace ostrel::StatusIcon {
 namespace {
@@ -122,7 +123,7 @@ Face faceOf(const MenuBarFormatter::Output& output, const Remaining& remaining) 
         static_cast<int>(std::lround(ringFraction(output, remaining) * Face::kRingSteps));
     if (output.status != Status::paused) {
         const std::int64_t shownSec = addSec(remaining.nearestSec, remaining.penaltySec);
-        face.label = labelOf(shownSec);
+        face.label = Texts::localDigits(labelOf(shownSec));
         face.isLastMinute = shownSec < kMinute;
         face.penaltyPending = output.penaltyPending;
     }

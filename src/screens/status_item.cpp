@@ -10,6 +10,7 @@
 #include "core/settings/settings_store.h"
 #include "menubar/menu_bar_context.h"
 #include "overlay/overlay_manager.h"
+#include "screens/countdown_label.h"
 #include "screens/label_hosts.h"
 #include "screens/texts/texts.h"
 
@@ -17,10 +18,6 @@ namespace ostrel {
 namespace {
 
 constexpr std::int64_t kMinute = 60;
-
-QString countdown(std::int64_t seconds) {
-    return QString::fromStdString(MenuBarFormatter::countdownText(seconds));
-}
 
 // Seconds until the tooltip's nearest time next changes; all its times change then, and no other
 // time does.
@@ -30,10 +27,10 @@ std::int64_t untilChange(std::int64_t nearestSec) {
 
 QString roughCountdown(std::int64_t seconds, std::int64_t untilChangeSec) {
     if (seconds <= kMinute) {
-        return countdown(seconds);
+        return countdownLabel(seconds);
     }
     const std::int64_t atChange = addSec(seconds, untilChangeSec);
-    return countdown((atChange + kMinute / 2) / kMinute * kMinute);
+    return countdownLabel((atChange + kMinute / 2) / kMinute * kMinute);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "menubar/menu_bar_context.h"
 #include "menubar/menu_bar_session.h"
 #include "overlay/overlay_manager.h"
+#include "screens/countdown_label.h"
 #include "screens/texts/texts.h"
 #include "screens/texts/time_format.h"
 
@@ -20,10 +21,6 @@ namespace ostrel {
 namespace {
 
 using CardMode = MenuBarSessionDerivedState::CardMode;
-
-QString countdown(std::int64_t seconds) {
-    return QString::fromStdString(MenuBarFormatter::countdownText(seconds));
-}
 
 QString timeOfDay(WallTime time) {
     const auto sinceReference =
@@ -193,10 +190,10 @@ void StatusMenu::refreshCountdowns(const MenuBarSessionDerivedState& state) {
     nextEye_->setVisible(isCounting);
     nextEye_->setText(state.eyeJoinsBody ? Texts::of("menubar.status.eye_joins_body")
                                          : Texts::of("menubar.status.next_eye %@",
-                                                     {countdown(timers.eye.remainingSec)}));
+                                                     {countdownLabel(timers.eye.remainingSec)}));
     nextBody_->setVisible(isCounting);
     nextBody_->setText(
-        Texts::of("menubar.status.next_body %@", {countdown(timers.body.remainingSec)}));
+        Texts::of("menubar.status.next_body %@", {countdownLabel(timers.body.remainingSec)}));
 
     const bool isPaused = state.cardMode == CardMode::paused;
     const bool isLonger = isCounting && timers.eye.pendingPenaltySec > 0;

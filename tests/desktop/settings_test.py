@@ -4,7 +4,7 @@
 import subprocess
 import unittest
 
-from desktop import OSTREL, DesktopTest, key, wait_for
+from desktop import OSTREL, DesktopTest, key, overlay_windows, wait_for
 from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
 
 # What has to be repaired is written whole at once.
@@ -102,8 +102,10 @@ class SettingsTest(DesktopTest):
             self.open(page)
             for field, name, value in sliders:
                 role = self.atspi.ROLE_SPIN_BUTTON if field == "dailyGoalBreaks" else self.atspi.ROLE_SLIDER
-                self.part(role, name).queryValue().currentValue = value
-                self.wait_stored(field, 0.9 if field == "overlayDimOpacity" else value)
+                before = self.part(role, name).queryValue().currentValue
+                for wanted in (value, before):
+                    self.part(role, name).queryValue().currentValue = wanted
+                    self.wait_stored(field, wanted / 100 if field == "overlayDimOpacity" else wanted)
         self.assertEqual(self.document("settings")["activePresetID"], "custom")
 
     def test_presets_are_radio_buttons_and_act_at_once(self):
@@ -122,6 +124,67 @@ class SettingsTest(DesktopTest):
         self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Add"))
         wait_for(lambda: self.document("settings")["deferAppBundleIDs"][-1] == "org.example.Call", "the program")
 
+        self.part(self.atspi.ROLE_LIST_ITEM, "org.example.Call").queryComponent().grabFocus()
+        chosen = self.part(self.atspi.ROLE_LIST, "Programs for calls")
+        chosen.querySelection().selectChild(chosen.childCount - 1)
+        self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Remove"))
+        wait_for(lambda: "org.example.Call" not in self.document("settings")["deferAppBundleIDs"], "it gone")
+
+    def test_hours_are_set_with_the_arrow_keys(self):
+        self.open("Work hours")
+        self.reader.press(self.part(self.atspi.ROLE_CHECK_BOX, "Only remind me during my work hours"))
+        for field, name in (("workHoursStartMinute", "From"), ("workHoursEndMinute", "Until")):
+            before = self.document("settings")[field]
+            self.part(self.atspi.ROLE_SPIN_BUTTON, name).queryComponent().grabFocus()
+            key("Home", "Up")
+            self.wait_stored(field, before + 60)
+            key("Down")
+            self.wait_stored(field, before)
+
+    def test_own_messages(self):
+        self.open("Breaks")
+        for words, stored in (("Look far away\n\nDrink some water", ["Look far away", "Drink some water"]), ("", [])):
+            self.part(self.atspi.ROLE_TEXT, "Your own messages").queryEditableText().setTextContents(words)
+            self.wait_stored("customBreakMessages", stored)
+
+    def test_shortcuts_are_recorded_refused_and_restored(self):
+        self.open("Shortcuts")
+        first = self.document("settings")["startBreakHotkey"]
+        for keys, says in (("b", "A shortcut needs a key together with Ctrl, Alt, Shift or Super."), ("ctrl+alt+j", None)):
+            self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Start an eye break"))
+            key(keys)
+            if says:
+                self.part(self.atspi.ROLE_LABEL, says)
+                key("Escape")
+        wait_for(lambda: self.document("settings")["startBreakHotkey"] != first, "the new keys")
+        key("ctrl+alt+j")
+        wait_for(lambda: len(overlay_windows()) > 0, "the break that they start")
+        key("Escape")
+        wait_for(lambda: not overlay_windows(), "its end")
+        self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Restore the default"))
+        self.wait_stored("startBreakHotkey", first)
+
+    def test_settings_are_exported_reset_and_imported(self):
+        self.open("Breaks")
+        self.choose("Colour", "Sage")
+        self.wait_stored("overlayTint", "sage")
+        self.open("General")
+        file = self.documents / "kept.json"
+        self.answer("Export the settings", file, "Save")
+        wait_for(file.exists, "the export")
+        self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Reset"))
+        self.part(self.atspi.ROLE_LABEL, "All settings go back to what they were at first.")
+        self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Reset"))
+        wait_for(lambda: self.document("settings")["overlayTint"] != "sage", "the reset")
+        self.answer("Import settings", file, "Open")
+        self.wait_stored("overlayTint", "sage")
+
+    def answer(self, name, path, button):
+        """Opens a dialog for a file and answers it."""
+        self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, name))
+        self.part(self.atspi.ROLE_TEXT, "File name:").queryEditableText().setTextContents(str(path))
+        self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, button))
+
     def test_another_language_is_there_at_once(self):
         self.open("General")
         self.choose("Language", "Deutsch")
@@ -134,8 +197,11 @@ class SettingsTest(DesktopTest):
         for page, lists in LISTS.items():
             self.open(page)
             for field, name, choice, value in lists:
+                before, chosen = self.document("settings")[field], self.box(name).name
                 self.choose(name, choice)
                 self.wait_stored(field, value)
+                self.choose(name, chosen)
+                self.wait_stored(field, before)
 
 
 if __name__ == "__main__":

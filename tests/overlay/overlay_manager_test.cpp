@@ -148,4 +148,29 @@ TEST(OverlaySession, FadeOutOfAnEarlierBreakNeverClosesALaterOne) {
     EXPECT_FALSE(*bench.overlay().activeSession());
 }
 
+TEST(OverlaySession, KeysDoWhatTheyMay) {
+    constexpr std::uint32_t kEscape = 53, kReturn = 36, kSpace = 49, kP = 35, kOther = 12;
+    struct {
+        std::uint32_t key;
+        double afterSec;
+        bool strict;
+        std::int64_t postpones;
+        KeyOutcome outcome;
+    } const cases[] = {
+        {kEscape, 1, false, 1, KeyOutcome::skip},     {kEscape, 20, true, 1, KeyOutcome::ignored},
+        {kReturn, 19, false, 1, KeyOutcome::ignored}, {kReturn, 20, false, 1, KeyOutcome::done},
+        {kSpace, 19, false, 1, KeyOutcome::ignored},  {kSpace, 20, true, 1, KeyOutcome::done},
+        {kP, 1, true, 1, KeyOutcome::postpone},       {kP, 1, false, 0, KeyOutcome::ignored},
+        {kOther, 1, false, 1, KeyOutcome::ignored},
+    };
+    for (const auto& [key, afterSec, strict, postpones, outcome] : cases) {
+        OverlayBench bench;
+        bench.setUp([&, isStrict = strict](SettingsModel& s) { s.strictMode = isStrict; });
+        bench.postponesLeft = postpones;
+        bench.overlay().present(BreakKind::eye, 20, 0);
+        bench.run(afterSec);
+        EXPECT_EQ(bench.overlay().handleKey(key), outcome) << key << " after " << afterSec;
+    }
+}
+
 }  // namespace ostrel

@@ -7,6 +7,12 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QWidget>
+#include <functional>
+#include <string>
+
+#include "screens/gui.h"
+#include "screens/texts/languages.h"
+#include "screens/texts/texts.h"
 
 namespace ostrel {
 
@@ -46,6 +52,25 @@ inline std::string overflowing(QWidget& window) {
         }
     }
     return found;
+}
+
+// Looks at each of so many pages, which `open` shows, in each language.
+inline void expectRoomInEveryLanguage(QWidget& window, int pages,
+                                      const std::function<void(int page)>& open) {
+    for (const Texts::Language& language : Texts::languages()) {
+        Texts::setLanguage(language.code);
+        QApplication::setLayoutDirection(language.isRightToLeft ? Qt::RightToLeft
+                                                                : Qt::LeftToRight);
+        QEvent change(QEvent::LanguageChange);
+        QCoreApplication::sendEvent(&window, &change);
+        for (int page = 0; page < pages; ++page) {
+            open(page);
+            runFor(std::chrono::milliseconds(20));
+            EXPECT_EQ(overflowing(window), "") << language.code << ", page " << page;
+        }
+    }
+    Texts::setLanguage("en");
+    QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 }  // namespace ostrel

@@ -8,6 +8,7 @@
 #include "app/control/control_report.h"
 #include "app/control/control_status.h"
 #include "base/checked_seconds.h"
+#include "screens/countdown_label.h"
 #include "screens/texts/texts.h"
 #include "screens/texts/time_format.h"
 
@@ -16,10 +17,6 @@ namespace {
 
 using State = ControlStatus::State;
 
-QString countdown(std::int64_t seconds) {
-    return QString::fromStdString(MenuBarFormatter::countdownText(seconds));
-}
-
 QString timeOfDay(const std::string& isoTime) {
     const QDateTime time =
         QDateTime::fromString(QString::fromStdString(isoTime), Qt::ISODateWithMs).toLocalTime();
@@ -27,7 +24,7 @@ QString timeOfDay(const std::string& isoTime) {
 }
 
 QString breakText(const ControlStatus::OnScreen& session) {
-    const QString left = countdown(session.remainingSec);
+    const QString left = countdownLabel(session.remainingSec);
     return session.kind == BreakKind::eye ? Texts::of("cli.status.break.eye %@", {left})
                                           : Texts::of("cli.status.break.body %@", {left});
 }
@@ -69,11 +66,11 @@ QString pauseText(const ControlStatus& status) {
 }
 
 QString nextEye(const ControlStatus& status) {
-    return Texts::of("menubar.status.next_eye %@", {countdown(status.eye.remainingSec)});
+    return Texts::of("menubar.status.next_eye %@", {countdownLabel(status.eye.remainingSec)});
 }
 
 QString nextBody(const ControlStatus& status) {
-    return Texts::of("menubar.status.next_body %@", {countdown(status.body.remainingSec)});
+    return Texts::of("menubar.status.next_body %@", {countdownLabel(status.body.remainingSec)});
 }
 
 void addCountdowns(const ControlStatus& status, QStringList& all) {
@@ -131,7 +128,8 @@ std::string line(const ControlStatus& status) {
 
 std::string compact(const ControlStatus& status) {
     if (status.breakOnScreen) {
-        return Texts::of("cli.compact.break %@", {countdown(status.breakOnScreen->remainingSec)})
+        return Texts::of("cli.compact.break %@",
+                         {countdownLabel(status.breakOnScreen->remainingSec)})
             .toStdString();
     }
     switch (status.state) {
@@ -150,7 +148,7 @@ std::string compact(const ControlStatus& status) {
         return Texts::of("cli.compact.away").toStdString();
     }
     const std::int64_t nearestSec = std::min(status.eye.remainingSec, status.body.remainingSec);
-    return MenuBarFormatter::countdownText(addSec(nearestSec, status.penaltySec));
+    return countdownLabel(addSec(nearestSec, status.penaltySec)).toStdString();
 }
 
 std::string lines(const ControlReport& report) {

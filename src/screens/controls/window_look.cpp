@@ -16,15 +16,16 @@ QLabel[look="figure"] { font-size: 26px; font-weight: 600; }
 QFrame[look="card"] { background: @paper; border: 1px solid @line; border-radius: 10px; }
 QFrame[look="row"] { border: none; border-top: 1px solid @line; background: transparent; }
 QFrame[look="first-row"] { border: none; background: transparent; }
-QPushButton, QLineEdit, QPlainTextEdit, QListWidget {
+QPushButton, QLineEdit, QPlainTextEdit, QListWidget, QComboBox, QAbstractSpinBox {
   color: @ink; background: @field; border: 1px solid @line; border-radius: 6px; padding: 5px 10px;
   selection-background-color: @accent; selection-color: @on-accent; }
 QPushButton { padding: 6px 14px; }
-QPushButton:hover { background: @hover; }
+QPushButton:hover, QComboBox:hover { background: @hover; }
 QPushButton:pressed { background: @line; }
-QPushButton:focus, QLineEdit:focus, QPlainTextEdit:focus, QListWidget:focus { border: 2px solid @accent; padding: 4px 9px; }
+QPushButton:focus, QLineEdit:focus, QPlainTextEdit:focus, QListWidget:focus,
+QComboBox:focus, QAbstractSpinBox:focus { border: 2px solid @accent; padding: 4px 9px; }
 QPushButton:focus { padding: 5px 13px; }
-QPushButton:disabled, QLineEdit:disabled { color: @faint; }
+QPushButton:disabled, QLineEdit:disabled, QComboBox:disabled, QAbstractSpinBox:disabled { color: @faint; }
 QLabel:disabled { color: @faint; }
 QPushButton[look="primary"] { background: @accent; color: @on-accent; border-color: @accent; }
 QPushButton[look="primary"]:hover { background: @accent-hover; }
@@ -38,6 +39,16 @@ QListWidget#ostrel\.sidebar { background: transparent; border: none; padding: 8p
 QListWidget#ostrel\.sidebar::item { padding: 8px 10px; border-radius: 6px; color: @ink; }
 QListWidget#ostrel\.sidebar::item:hover { background: @hover; }
 QListWidget#ostrel\.sidebar::item:selected { background: @accent; color: @on-accent; }
+QComboBox::drop-down { subcontrol-origin: padding; subcontrol-position: center right; width: 18px; border: none; }
+QComboBox::down-arrow, QAbstractSpinBox::up-arrow, QAbstractSpinBox::down-arrow { image: none; }
+QComboBox QAbstractItemView { color: @ink; background: @paper; border: 1px solid @line; border-radius: 0;
+  padding: 4px; outline: none; }
+QComboBox QAbstractItemView::item { min-height: 28px; padding: 0 8px; border-radius: 4px; }
+QComboBox QAbstractItemView::item:hover { background: @hover; }
+QComboBox QAbstractItemView::item:selected { background: @accent; color: @on-accent; }
+QAbstractSpinBox::up-button, QAbstractSpinBox::down-button { subcontrol-origin: padding; width: 18px; border: none; }
+QAbstractSpinBox::up-button { subcontrol-position: top right; }
+QAbstractSpinBox::down-button { subcontrol-position: bottom right; }
 QSlider { min-height: 24px; }
 QSlider::groove:horizontal { height: 4px; border-radius: 2px; background: @line; }
 QSlider::sub-page:horizontal { height: 4px; border-radius: 2px; background: @accent; }

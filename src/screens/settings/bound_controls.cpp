@@ -81,10 +81,10 @@ Switch* makeSwitch(SettingsStore& store, bool SettingsModel::*field, const char*
     return control;
 }
 
-QComboBox* makeList(SettingsStore& store, const QStringList& labels,
-                    std::function<int(const SettingsModel&)> shown,
-                    std::function<void(SettingsModel&, int)> choose, const char* name) {
-    auto* control = new QComboBox;
+Choice* makeList(SettingsStore& store, const QStringList& labels,
+                 std::function<int(const SettingsModel&)> shown,
+                 std::function<void(SettingsModel&, int)> choose, const char* name) {
+    auto* control = new Choice;
     setName(control, name);
     ignoreWheel(control);
     control->addItems(labels);
@@ -99,9 +99,9 @@ QComboBox* makeList(SettingsStore& store, const QStringList& labels,
     return control;
 }
 
-QComboBox* makeSecondsChoice(SettingsStore& store, std::int64_t SettingsModel::*field,
-                             std::span<const std::int64_t> choices, const char* name) {
-    auto* control = new QComboBox;
+Choice* makeSecondsChoice(SettingsStore& store, std::int64_t SettingsModel::*field,
+                          std::span<const std::int64_t> choices, const char* name) {
+    auto* control = new Choice;
     setName(control, name);
     ignoreWheel(control);
     for (const std::int64_t seconds : choices) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QComboBox>
 #include <QString>
 #include <cstdint>
 #include <functional>
@@ -9,6 +8,7 @@
 #include <vector>
 
 #include "core/settings/settings_store.h"
+#include "screens/controls/fields.h"
 #include "screens/controls/switch.h"
 
 class QAbstractSlider;
@@ -35,13 +35,13 @@ enum class Sense { straight, inverted };
                                  Sense sense = Sense::straight);
 
 // One of a list. `shown` answers the index of what the settings say.
-[[nodiscard]] QComboBox* makeList(SettingsStore& store, const QStringList& labels,
+[[nodiscard]] Choice* makeList(SettingsStore& store, const QStringList& labels,
                                   std::function<int(const SettingsModel&)> shown,
                                   std::function<void(SettingsModel&, int)> choose,
                                   const char* name);
 
 template <class T>
-[[nodiscard]] QComboBox* makeChoice(SettingsStore& store, T SettingsModel::*field,
+[[nodiscard]] Choice* makeChoice(SettingsStore& store, T SettingsModel::*field,
                                     std::vector<std::pair<T, QString>> choices, const char* name) {
     QStringList labels;
     for (const auto& choice : choices) {
@@ -61,7 +61,7 @@ template <class T>
 }
 
 // A stored value that is none of the choices stands in the list as well.
-[[nodiscard]] QComboBox* makeSecondsChoice(SettingsStore& store, std::int64_t SettingsModel::*field,
+[[nodiscard]] Choice* makeSecondsChoice(SettingsStore& store, std::int64_t SettingsModel::*field,
                                            std::span<const std::int64_t> choices, const char* name);
 
 }  // namespace ostrel::Bound

@@ -36,7 +36,7 @@ QWidget* makeDim(SettingsStore& store) {
     return control;
 }
 
-QComboBox* makePresentation(SettingsStore& store, BreakPresentation S::*field, const char* name) {
+Choice* makePresentation(SettingsStore& store, BreakPresentation S::*field, const char* name) {
     return Bound::makeChoice(
         store, field,
         {{BreakPresentation::fullScreen, Texts::of("settings.breaks.presentation.full_screen")},

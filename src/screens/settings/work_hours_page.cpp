@@ -3,7 +3,6 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QTimeEdit>
 
 #include "screens/settings/bound_controls.h"
 #include "screens/settings/pages.h"
@@ -20,8 +19,8 @@ QTime timeOf(std::int64_t minute) {
     return QTime(0, 0).addSecs(static_cast<int>(minute) * kSecondsAMinute);
 }
 
-QTimeEdit* makeTime(SettingsStore& store, std::int64_t SettingsModel::*field, const char* name) {
-    auto* control = new QTimeEdit;
+TimeField* makeTime(SettingsStore& store, std::int64_t SettingsModel::*field, const char* name) {
+    auto* control = new TimeField;
     Bound::setName(control, name);
     Bound::ignoreWheel(control);
     control->setWrapping(true);

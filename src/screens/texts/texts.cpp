@@ -8,6 +8,8 @@
 #include "screens/texts/languages.h"
 #include "screens/texts/plural_rules.h"
 #include "screens/texts/pseudo_texts.h"
+#include "screens/texts/text_table.h"
+#include "screens/texts/time_format.h"
 
 namespace ostrel::Texts {
 namespace {
@@ -16,6 +18,7 @@ enum class Manner { plain, lengthened, mirrored };
 
 struct Current {
     const Language* language = languages().data();
+    TextTable table{languages().front().code};
     Manner manner = Manner::plain;
 };
 
@@ -56,6 +59,12 @@ QString shown(const Argument& argument) {
     return std::get<QString>(argument);
 }
 
+// What travels as a text and is a number all the same, such as 12:05.
+bool isCountdown(const QString& words) {
+    return std::ranges::all_of(
+        words, [](QChar letter) { return (letter >= u'0' && letter <= u'9') || letter == u':'; });
+}
+
 struct Placeholder {
     qsizetype start = 0;
     qsizetype end = 0;
@@ -90,31 +99,26 @@ std::optional<Placeholder> nextPlaceholder(QStringView text, qsizetype from) {
     return std::nullopt;
 }
 
-std::optional<std::string_view> find(std::span<const Entry> table, std::string_view key) {
-    const auto entry = std::ranges::find(table, key, &Entry::key);
-    return entry == table.end() ? std::nullopt : std::optional(entry->text);
-}
-
-std::optional<std::string_view> textIn(const Language& language, std::string_view key,
-                                       std::span<const Argument> arguments) {
-    const auto table = language.texts();
+std::optional<std::string_view> textIn(const TextTable& table, std::string_view language,
+                                       std::string_view key, std::span<const Argument> arguments) {
     const auto number = std::ranges::find_if(arguments, [](const Argument& argument) {
         return std::holds_alternative<std::int64_t>(argument);
     });
     if (number != arguments.end()) {
-        const auto category = pluralCategory(language.code, std::get<std::int64_t>(*number));
-        if (const auto text = find(table, std::string(key) + '#' + std::string(category))) {
+        const auto category = pluralCategory(language, std::get<std::int64_t>(*number));
+        if (const auto text = table.find(std::string(key) + '#' + std::string(category))) {
             return text;
         }
     }
-    return find(table, key);
+    return table.find(key);
 }
 
 // In the current language, placeholders and all.
 QString translated(std::string_view key, std::span<const Argument> arguments) {
-    auto words = textIn(*current().language, key, arguments);
+    auto words = textIn(current().table, current().language->code, key, arguments);
     if (!words) {
-        words = textIn(languages().front(), key, arguments);
+        static const TextTable english(languages().front().code);
+        words = textIn(english, languages().front().code, key, arguments);
     }
     const std::string_view found = words.value_or(key);
     QString text = QString::fromUtf8(found.data(), static_cast<qsizetype>(found.size()));
@@ -133,7 +137,11 @@ QString translated(std::string_view key, std::span<const Argument> arguments) {
 
 void setLanguage(std::string_view code) {
     const Language* chosen = code == "system" ? &desktops() : find(code);
-    current().language = chosen ? chosen : &languages().front();
+    const Language& found = chosen ? *chosen : languages().front();
+    if (current().language != &found) {
+        current().language = &found;
+        current().table = TextTable(found.code);
+    }
     current().manner = code == "en-XA"   ? Manner::lengthened
                        : code == "ar-XB" ? Manner::mirrored
                                          : Manner::plain;
@@ -161,7 +169,7 @@ QString of(const LocalizedText& text) {
         const QString words = QString::fromStdString(argument);
         const bool isNumber = next && next->isWholeNumber;
         arguments.push_back(isNumber ? Argument(std::int64_t{words.toLongLong()})
-                                     : Argument(words));
+                                     : Argument(isCountdown(words) ? localDigits(words) : words));
         next = next ? nextPlaceholder(key, next->end) : std::nullopt;
     }
     return fill(translated(text.key, arguments), arguments);

@@ -13,15 +13,6 @@
 // The words behind the localisation keys.
 namespace ostrel::Texts {
 
-// A text of a table. Every language has the keys of the English one. A translation may change the
-// order of the placeholders by numbering them: %2$@ takes the second argument. Where a number
-// changes the words, a text stands under the key, '#' and the plural category of the Unicode CLDR
-// ("toast.merged %lld#one"); the other categories take the text under the key alone.
-struct Entry {
-    std::string_view key;
-    std::string_view text;
-};
-
 // What replaces a placeholder: a whole number for %lld, a text for %@.
 using Argument = std::variant<std::int64_t, QString>;
 

@@ -9,4 +9,14 @@ QString timeFormat() {
     return QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
 }
 
+QString localDigits(QString text) {
+    const char16_t zero = QLocale().zeroDigit().front().unicode();
+    for (QChar& letter : text) {
+        if (letter >= u'0' && letter <= u'9') {
+            letter = QChar(static_cast<char16_t>(zero + (letter.unicode() - u'0')));
+        }
+    }
+    return text;
+}
+
 }  // namespace ostrel::Texts

@@ -189,18 +189,7 @@ TEST_F(SettingsWindowTest, ResetAsksAndKeepsTheWelcomeAway) {
 }
 
 TEST_F(SettingsWindowTest, EveryTextHasRoomInEveryLanguage) {
-    for (const Texts::Language& language : Texts::languages()) {
-        Texts::setLanguage(language.code);
-        QApplication::setLayoutDirection(language.isRightToLeft ? Qt::RightToLeft
-                                                                : Qt::LeftToRight);
-        QEvent change(QEvent::LanguageChange);
-        QCoreApplication::sendEvent(window, &change);
-        for (int page = 0; page < kPages; ++page) {
-            open(page);
-            runFor(std::chrono::milliseconds(20));
-            EXPECT_EQ(overflowing(*window), "") << language.code << ", page " << page;
-        }
-    }
+    expectRoomInEveryLanguage(*window, kPages, [this](int page) { open(page); });
 }
 
 }  // namespace
