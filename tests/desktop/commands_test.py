@@ -203,6 +203,15 @@ class NotRunningTest(Commands):
             self.assert_refused(NOT_RUNNING, "not running; start it with: ostrel", *words)
         self.assertFalse(self.documents.exists())
 
+    def test_capabilities_are_those_of_the_desktop_at_hand_or_of_none(self):
+        found = self.ostrel("status", "--capabilities").stdout
+        for what in ("Knowing when you are away", "Holding breaks while you are in a call", "Keyboard shortcuts"):
+            self.assertIn(f"{what}: works\n", found)
+        found = self.ostrel("status", "--capabilities", DISPLAY=":987",
+                            DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent").stdout
+        self.assertRegex(found, "Knowing when you are away: .*X11 session")
+        self.assertRegex(found, "Notifications: .*No notification server")
+
     def test_report_and_settings_work_on_what_is_stored(self):
         self.assertEqual(len(json.loads(self.told("report", "--range", "full", "--json"))["days"]), 60)
         self.assertEqual(self.told("report").splitlines()[0], "The last seven days")

@@ -188,7 +188,7 @@ class DesktopTest(unittest.TestCase):
 
     def pause_reasons(self):
         path = self.documents / "ostrel.sessionState.v1.json"
-        return self.document("sessionState")["pauseReasons"] if path.exists() else None
+        return self.document("sessionState")["pauseReasons"] if path.exists() else []
 
     def document(self, name):
         return json.loads((self.documents / f"ostrel.{name}.v1.json").read_text(encoding="utf-8"))

@@ -22,10 +22,6 @@ class HotkeysTest(DesktopTest):
         self.wait_running(lambda: output("xdotool", "getactivewindow").strip() == self.terminal.window, "the focus")
         self.wait_running((self.documents / "ostrel.lock").exists, "the program")
 
-    def pause_reasons(self):
-        path = self.documents / "ostrel.sessionState.v1.json"
-        return self.document("sessionState")["pauseReasons"] if path.exists() else []
-
     def toggle_until(self, reasons):
         """The chords are bound a moment after the start."""
         def toggled():

@@ -5,34 +5,43 @@ import signal
 import subprocess
 import unittest
 
-from desktop import OSTREL, SOON, DesktopTest, Terminal, key, overlay_windows, wait_for
-
-LATER = dict(SOON, eyeBreakIntervalSec=1200)
+from desktop import OSTREL, SOON, DesktopTest, Terminal, key, overlay_windows, pixel, wait_for
 
 
 class LifetimeTest(DesktopTest):
     def test_second_launch_says_so_and_leaves_the_first_alone(self):
-        first = self.start(LATER)
+        first = self.start(dict(SOON, eyeBreakIntervalSec=1200))
         self.wait_running((self.documents / "ostrel.lock").exists, "the first to be up")
         second = subprocess.run([OSTREL], env=self.environment(), capture_output=True, text=True, timeout=30, check=False)
         self.assertEqual(second.returncode, 0, second.stderr)
         self.assertIn("running already", second.stdout)
         self.assertIsNone(first.poll())
 
-    def test_end_of_the_session_in_a_break_leaves_the_documents_and_the_keyboard_in_order(self):
-        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+    def test_end_in_a_break_leaves_the_documents_in_order_and_lets_the_keyboard_go(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGKILL):
             with self.subTest(number.name):
                 self.log.unlink(missing_ok=True)
                 terminal = Terminal(self, f"beneath-{number}", "#202020", 100)
                 app = self.start()
                 self.wait_for_break()
+                wait_for(lambda beneath=terminal: self.keyboard_is_taken(beneath), "the keyboard to be the overlay's")
                 app.send_signal(number)
-                self.assertEqual(app.wait(20), 0)
-                self.assertIsNotNone(self.document("sessionState")["lastQuitAt"])
+                self.assertEqual(app.wait(20), -number if number == signal.SIGKILL else 0)
                 self.assertEqual(self.document("settings")["eyeBreakDurationSec"], SOON["eyeBreakDurationSec"])
+                if number != signal.SIGKILL:
+                    self.assertIsNotNone(self.document("sessionState")["lastQuitAt"])
                 wait_for(lambda: not overlay_windows(), "the windows to be gone")
+                before = terminal.typed()
                 key("z")
-                wait_for(lambda: terminal.typed() == "z", "the key after the end")
+                wait_for(lambda beneath=terminal, typed=before + "z": beneath.typed() == typed, "the key after the end")
+
+    @staticmethod
+    def keyboard_is_taken(terminal):
+        before = terminal.typed()
+        key("b")
+        # A key that would reach the terminal is there before the answer to a later question.
+        pixel(0, 0)
+        return terminal.typed() == before
 
     def test_without_a_session_bus_the_breaks_come_all_the_same(self):
         self.start(DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")

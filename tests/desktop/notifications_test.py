@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Notifications on real notification servers: shown, replaced, withdrawn, answered, and survived.
 
-notify_probe (tests/platform/linux) stands for the program.
+notify_probe (tests/platform/linux) stands for the program, but in the last test.
 """
 
 import json
@@ -12,7 +12,7 @@ import time
 import unittest
 from pathlib import Path
 
-from desktop import HERE, DesktopTest, wait_for
+from desktop import HERE, SOON, DesktopTest, wait_for
 from notification_servers import Dunst, Xfce, has_server
 
 PROBE = os.environ.get("NOTIFY_PROBE", str(HERE.parents[1] / "build" / "dev" / "tests" / "notify_probe"))
@@ -171,6 +171,20 @@ class TroubledServerTest(NotificationsTest):
     @staticmethod
     def seconds_since_reference():
         return time.time() - 978307200
+
+
+class ProgramTest(NotificationsTest):
+    """The program itself."""
+
+    def test_break_that_was_told_of_is_postponed(self):
+        self.start_server()
+        self.start(dict(SOON, eyeBreakIntervalSec=30, preBreakToastLeadSec=0, breakSoonLeadSec=29))
+        self.wait_running(lambda: self.server.count() == 1 and self.server.newest()[0] == "Eye break soon", "the notification")
+        self.server.press("In five minutes")
+        wait_for((self.documents / "ostrel.postponeQuota.v1.json").exists, "the postpone")
+        self.wait_nothing_shown()
+        self.assertEqual(self.document("dailyCounter")["postponesToday"], 1)
+        self.assertEqual(self.trace("due"), [])
 
 
 if __name__ == "__main__":

@@ -24,17 +24,17 @@ def write(path, text):
 
 
 class Panel:
-    """One that can be killed and started again. `colour` is what it stands on, "#rrggbb"."""
+    """One that can be killed and started again."""
 
     command = ()
 
-    def __init__(self, test, colour, icon_side):
+    def __init__(self, test):
         self._test = test
         self._process = None
-        self.configure(colour, icon_side)
+        self.configure()
 
-    def configure(self, colour, icon_side):
-        raise NotImplementedError
+    def configure(self):
+        """Writes down what the panel reads as it starts."""
 
     def shows_icon(self):
         """Whether the ring of the running countdown is on the panel."""
@@ -57,9 +57,8 @@ class Panel:
 class XfcePanel(Panel):
     command = ("xfce4-panel", "--disable-wm-check")
 
-    def configure(self, colour, icon_side):
-        parts = "".join(f'<value type="double" value="{int(colour[i:i + 2], 16) / 255}"/>' for i in (1, 3, 5))
-        write(config_folder() / "xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", f"""<?xml version="1.0"?>
+    def configure(self):
+        write(config_folder() / "xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", """<?xml version="1.0"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array"><value type="int" value="1"/>
@@ -67,16 +66,17 @@ class XfcePanel(Panel):
       <property name="position" type="string" value="p=6;x=0;y=0"/>
       <property name="position-locked" type="bool" value="true"/>
       <property name="length" type="uint" value="30"/>
-      <property name="size" type="uint" value="{icon_side + 8}"/>
-      <property name="icon-size" type="uint" value="{icon_side}"/>
+      <property name="size" type="uint" value="32"/>
+      <property name="icon-size" type="uint" value="24"/>
       <property name="background-style" type="uint" value="1"/>
-      <property name="background-rgba" type="array">{parts}<value type="double" value="1"/></property>
+      <property name="background-rgba" type="array"><value type="double" value="0.94"/><value
+        type="double" value="0.94"/><value type="double" value="0.94"/><value type="double" value="1"/></property>
       <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
     </property>
   </property>
   <property name="plugins" type="empty">
     <property name="plugin-1" type="string" value="systray">
-      <property name="icon-size" type="int" value="{icon_side}"/>
+      <property name="icon-size" type="int" value="24"/>
       <property name="square-icons" type="bool" value="true"/>
     </property>
   </property>
@@ -89,17 +89,17 @@ class XfcePanel(Panel):
 class LxqtPanel(Panel):
     command = ("lxqt-panel",)
 
-    def configure(self, colour, icon_side):
-        write(config_folder() / "lxqt/panel.conf", f"""[General]
+    def configure(self):
+        write(config_folder() / "lxqt/panel.conf", """[General]
 __userfile__=true
 iconTheme=hicolor
 
 [panel1]
 alignment=-1
-background-color={colour}
+background-color=#202020
 desktop=0
-iconSize={icon_side}
-panelSize={icon_side + 8}
+iconSize=24
+panelSize=32
 plugins=statusnotifier
 position=Top
 width=30
@@ -113,10 +113,8 @@ type=statusnotifier
 class OldTray(Panel):
     """Of the older protocol only: XEmbed."""
 
-    def configure(self, colour, icon_side):
-        self.command = ("trayer", "--edge", "top", "--align", "left", "--widthtype", "pixel", "--width", "300",
-                        "--heighttype", "pixel", "--height", str(icon_side + 8),
-                        "--transparent", "true", "--alpha", "0", "--tint", colour.replace("#", "0x"))
+    command = ("trayer", "--edge", "top", "--align", "left", "--widthtype", "pixel", "--width", "300", "--heighttype",
+               "pixel", "--height", "32", "--transparent", "true", "--alpha", "0", "--tint", "0xf0f0f0")
 
     def start(self):
         self._process = self._test.spawn(*self.command)

@@ -39,11 +39,8 @@ class StatusItem:
     def _menu(self):
         return self._bus.get_object(self.service, self.property("Menu"), introspect=False)
 
-    def entries(self):
-        """The visible entries as (label, enabled) by path: ("Pause", "For an hour")."""
-        return {path: entry[1] for path, entry in self._walk().items()}
-
     def _walk(self):
+        """The visible entries as (number, enabled) by path: ("Pause", "For an hour")."""
         menu, found = self._menu(), {}
         menu.AboutToShow(0, dbus_interface=MENU)
         _revision, root = menu.GetLayout(0, -1, dbus.Array([], "s"), dbus_interface=MENU)

@@ -2,7 +2,6 @@
 #include <QPainter>
 #include <cmath>
 
-#include "screens/countdown_ring.h"
 #include "screens/gui.h"
 #include "screens/overlay_backdrop.h"
 
@@ -45,45 +44,6 @@ TEST(OverlayLook, TextCanBeReadOverAWhiteDesktopHoweverWeakTheTint) {
             }
         }
     }
-}
-
-TEST(OverlayLook, WithoutAPictureTheDesktopShinesThrough) {
-    OverlayBackdrop backdrop;
-    backdrop.setTint(Qt::black, 0.7);
-    QImage image(QSize(400, 300), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    backdrop.paint(painter, image.rect(), image.size());
-    EXPECT_NEAR(image.pixelColor(0, 150).alphaF(), 0.7, 0.05);
-    backdrop.paintDesktop(painter, image.rect());
-    EXPECT_EQ(image.pixelColor(0, 150).alpha(), 0);
-}
-
-TEST(OverlayLook, TypeFollowsTheDisplayButNeverGetsTooSmallToRead) {
-    const auto sizeOn = [](QSize display) {
-        return OverlayLook::of(OverlayTint::ink, display).font(18).pixelSize();
-    };
-    EXPECT_EQ(sizeOn({1920, 1080}), 18);
-    EXPECT_EQ(sizeOn({3840, 2160}), 36);
-    EXPECT_EQ(sizeOn({1080, 1920}), 18);
-    EXPECT_GE(sizeOn({640, 360}), 13);
-}
-
-TEST(OverlayLook, SpokenTimeIsNeverLessThanWhatIsLeftAndChangesSeldom) {
-    const std::pair<std::int64_t, const char*> cases[] = {
-        {3600, "Up to 60 minutes left"}, {61, "Up to 2 minutes left"},
-        {60, "Up to a minute left"},     {51, "Up to a minute left"},
-        {50, "Up to 50 seconds left"},   {1, "Up to 10 seconds left"},
-        {0, "The break is over"},        {-5, "The break is over"},
-    };
-    for (const auto& [seconds, text] : cases) {
-        EXPECT_EQ(CountdownRing::spokenTime(seconds), QString::fromUtf8(text)) << seconds;
-    }
-    int changes = 0;
-    for (std::int64_t seconds = 300; seconds > 0; --seconds) {
-        changes += CountdownRing::spokenTime(seconds) != CountdownRing::spokenTime(seconds - 1);
-    }
-    EXPECT_EQ(changes, 10);
 }
 
 }  // namespace ostrel

@@ -42,13 +42,10 @@ class FakeWatcher : public QDBusVirtualObject {
     }
     QString introspect(const QString&) const override { return {}; }
 
-    void setHost(Host now) {
-        host_ = now;
-        bus_.send(QDBusMessage::createSignal(
-            QStringLiteral("/StatusNotifierWatcher"), kName,
-            QStringLiteral("StatusNotifierHost%1")
-                .arg(now == Host::present ? QStringLiteral("Registered")
-                                          : QStringLiteral("Unregistered"))));
+    void bringHost() {
+        host_ = Host::present;
+        bus_.send(QDBusMessage::createSignal(QStringLiteral("/StatusNotifierWatcher"), kName,
+                                             QStringLiteral("StatusNotifierHostRegistered")));
     }
 
     QStringList items;

@@ -46,10 +46,8 @@ class CheckDirectionTest(unittest.TestCase):
             ("base/clock.cpp", '#include "records/log.h"', "includes upwards"),
             ("records/log.cpp", '#include "platform/virtual/loop.h"', "includes upwards"),
             ("records/log.cpp", '#include "../screens/ring.h"', "path of its own making"),
-            ("records/log.cpp", '#include "base/../screens/ring.h"', "path of its own making"),
             ("records/log.cpp", "#include <screens/ring.h>", "as <screens/ring.h>"),
             ("records/log.cpp", "#  include <QString>", "includes Qt"),
-            ("records/log.cpp", "#include <QtCore/QString>", "includes Qt"),
             ("records/log.cpp", '#include "log.h"', "without its folder"),
             ("records/log.cpp", "#include RECORDS_HEADER", "through a macro"),
             ("stray/new.cpp", "", "belongs to no subsystem"),
@@ -64,7 +62,6 @@ class CheckDirectionTest(unittest.TestCase):
         for cmake, fault in (
             ("ostrel_subsystem(base USES records)\nostrel_subsystem(records)", "does not stand above"),
             ("ostrel_subsystem(base LIBRARIES Qt6::Core)", "base uses Qt"),
-            ("ostrel_subsystem(base QT)", "base uses Qt"),
             ("ostrel_subsystem(platform/virtual)\nostrel_subsystem(records USES platform/virtual)", "knows platform/virtual"),
             ("", "no ostrel_subsystem() found"),
         ):

@@ -17,8 +17,8 @@
 
 namespace ostrel {
 
-// An overlay manager over the virtual platform, with an engine that does not tick and every record
-// present or absent, which writes down all that leaves the manager as "SECOND what".
+// An overlay manager over the virtual platform, with an engine that does not tick and records that
+// are its own, which writes down all that leaves the manager as "SECOND what".
 class OverlayBench : BreakLogging,
                      DailyCounting,
                      SkipPenalties,
@@ -26,10 +26,8 @@ class OverlayBench : BreakLogging,
                      ChimePlaying,
                      GentleCardPresenting {
   public:
-    enum class Records { present, absent };
-
     // Without a maker of windows they are recorded, not drawn.
-    explicit OverlayBench(Records records = Records::present, OverlayWindowMaker* windows = nullptr)
+    explicit OverlayBench(OverlayWindowMaker* windows = nullptr)
         : platform_("UTC", WallTime{WallClock::duration{794'915'400}}),
           settings_(platform_.preferences),
           session_(platform_.preferences, now()),
@@ -45,9 +43,7 @@ class OverlayBench : BreakLogging,
                     windows ? *windows : platform_.overlayWindows, platform_.displays,
                     platform_.systemEvents, platform_.motion, platform_.haptics,
                     platform_.inputIdle, platform_.runLoop, [this] { return now(); },
-                    seededUuids(1),
-                    records == Records::present ? OverlayRecords{this, this, this, this, this, this}
-                                                : OverlayRecords{}}) {
+                    seededUuids(1), OverlayRecords{this, this, this, this, this, this}}) {
         engine_.configure(PresetCatalog::standard());
         watching_.push_back(platform_.haptics.played.subscribe([this](int) { note("tap"); }));
         watching_.push_back(overlay_.penaltyAppliedPublisher.subscribe(
@@ -58,7 +54,6 @@ class OverlayBench : BreakLogging,
     }
 
     std::int64_t postponesLeft = 1;
-    std::int64_t skipCostSec = 90;
     GentleCard lastCard;
     std::function<void(OverlayAction)> pressCard;
     bool closesAgain = false;  // the log closes the break that it is told of
@@ -68,7 +63,6 @@ class OverlayBench : BreakLogging,
     SettingsStore& settings() { return settings_; }
     SessionStateStore& session() { return session_; }
     RecordingWindows& windows() { return platform_.overlayWindows; }
-    MemoryPreferences& preferences() { return platform_.preferences; }
     VirtualInputIdle& inputIdle() { return platform_.inputIdle; }
     VirtualDisplays& displays() { return platform_.displays; }
     VirtualMotionSettings& motion() { return platform_.motion; }
@@ -84,18 +78,6 @@ class OverlayBench : BreakLogging,
     void run(double seconds) {
         platform_.runLoop.runFor(
             std::chrono::round<RunLoopClock::duration>(std::chrono::duration<double>(seconds)));
-    }
-    // Ticks until an eye break has been folded into the coming body break.
-    void foldEyeIntoBody() {
-        settings_.update([](SettingsModel& settings) {
-            settings.activePresetID = "bench";
-            settings.eyeBreakIntervalSec = 100;
-            settings.bodyBreakIntervalSec = 300;
-        });
-        engine_.configure(PresetCatalog::active(*settings_.settings()));
-        for (int i = 0; i < 100; ++i) {
-            engine_.tick();
-        }
     }
     Events take() { return std::exchange(events_, {}); }
 
@@ -127,7 +109,7 @@ class OverlayBench : BreakLogging,
     std::int64_t consumePenalty() override { return 0; }
     void clearPenalty() override {}
     void expireIfStale() override {}
-    std::int64_t previewPenalty(BreakKind) override { return skipCostSec; }
+    std::int64_t previewPenalty(BreakKind) override { return 90; }
     std::int64_t registerSkip(BreakKind kind) override {
         note("skip of " + std::string(nameOf(kind)));
         return 0;
