@@ -130,7 +130,8 @@ class Desk : DayEndNotifying {
                 {kPool, *its.penaltyEngine().unconsumedPenaltySec()},
                 {kLedger, asJson(*its.penaltyLedger().skipEvents())},
                 {kQuota, {*quota.used(), secondsSinceReference(*quota.windowStart())}},
-                {kStreak, {streak.currentDays, streak.longestDays}}};
+                {kStreak, {streak.currentDays, streak.longestDays}},
+                {kTally, asJson(*its.presenceTally().days())}};
     }
 
     std::vector<std::string> failed;  // what could not be encoded, by key

@@ -30,6 +30,7 @@ inline constexpr const char* kQuota = "ostrel.postponeQuota.v1";
 inline constexpr const char* kStreak = "ostrel.streak.v1";
 inline constexpr const char* kDayEnd = "ostrel.dayEnd.v1";
 inline constexpr const char* kRotation = "ostrel.guidedRotation.v1";
+inline constexpr const char* kTally = "ostrel.presenceTally.v1";
 
 [[nodiscard]] inline bool isNumberTooLarge(const std::string& token) {
     static const std::regex kNumber(R"(-?(0|[1-9][0-9]*)(\.[0-9]+)?([eE][-+]?[0-9]+)?)");
@@ -70,6 +71,10 @@ using Check = std::function<bool(const Json&)>;
         return std::floor(number) == number && number >= -0x1p63 && number < 0x1p63;
     }
     return json.is_number_integer();
+}
+
+[[nodiscard]] inline bool isCountOfADay(const Json& json) {
+    return isInteger(json) && json.get<double>() >= 0 && json.get<double>() <= 1'000'000;
 }
 
 [[nodiscard]] inline bool isNumber(const Json& json) {
@@ -191,7 +196,9 @@ struct Key {
         {kQuota, objectWith({{"used", isInteger}, {"windowStart", isNumber}})},
         {kStreak, [](const Json& json) { return kIsStreak(json) && isSoundStreak(json); }},
         {kDayEnd, objectWith({{"dateKey", isText}})},
-        {kRotation, objectWith({{"eye", isInteger}, {"body", isInteger}, {"message", isInteger}})}};
+        {kRotation, objectWith({{"eye", isInteger}, {"body", isInteger}, {"message", isInteger}})},
+        {kTally, listOf(objectWith(
+                     {{"day", isDay}, {"held", isCountOfADay}, {"credited", isCountOfADay}}))}};
     return kChecks.at(key)(document);
 }
 

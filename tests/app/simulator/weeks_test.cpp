@@ -327,6 +327,10 @@ TEST(WeeksTest, WeekOfSleepMeetingsAndPostpones) {
     expected.moves("body", (2 + 6 + 1) * week.dayCount);
     expected.skip(13'810, "body", 90);  // the eye skip of 8179 was more than an hour ago
     Json documents = expected.documents(week.nine(0), 0, 13'869);
+    for (int day = 0; day < week.dayCount; ++day) {
+        documents["ostrel.presenceTally.v1"].push_back(
+            {{"day", week.key(day)}, {"held", 4}, {"credited", 0}});
+    }
     documents["ostrel.postponeQuota.v1"] = {{"used", 1}, {"windowStart", week.last() + 11'930}};
     // It could be used as it stood.
     documents["ostrel.settings.v1"] = settings;
