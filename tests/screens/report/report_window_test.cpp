@@ -19,6 +19,7 @@
 #include "records/break_log.h"
 #include "records/break_log_export.h"
 #include "records/daily_counter.h"
+#include "records/presence_tally.h"
 #include "records/streak_tracker.h"
 #include "screens/gui.h"
 #include "screens/report/day_bar.h"
@@ -48,10 +49,11 @@ struct ReportWindowTest : ::testing::Test, RecordsBench {
         }
     }
     void open() {
-        window = new ReportWindow({summary, log, streak, counter, settings, calendar, clock(),
-                                   [this](QWidget& /*asking*/, const SaveQuestion& question) {
-                                       return answer(question);
-                                   }});
+        window =
+            new ReportWindow({summary, log, tally, streak, counter, settings, calendar, clock(),
+                              [this](QWidget& /*asking*/, const SaveQuestion& question) {
+                                  return answer(question);
+                              }});
         window->present();
         ASSERT_TRUE(runUntil([this] { return window->isActiveWindow(); }));
     }
@@ -123,6 +125,7 @@ struct ReportWindowTest : ::testing::Test, RecordsBench {
     }
 
     BreakLog log{preferences, calendar, clock()};
+    PresenceTally tally{preferences, calendar, clock()};
     DailyCounter counter{{preferences, calendar, runLoop, systemEvents, clock()}};
     StreakTracker streak{{preferences, settings, log, counter, calendar, clock()}};
     ReportSummaryView summary{log, calendar, clock()};
@@ -142,6 +145,12 @@ TEST_F(ReportWindowTest, FiguresAndBarsAreThoseOfTheRecordsInEachSpan) {
     add(6, 2, BreakKind::eye, Outcome::completed, 30);
     add(6, 1, BreakKind::body, Outcome::autoFadeOut);
     add(0, 1, BreakKind::body);
+    jumpTo("2026-01-20T15:00:00");
+    tally.countCredited();
+    jumpTo("2026-02-20T15:00:00");
+    tally.countHeld();
+    jumpTo("2026-03-09T15:00:00");
+    tally.countHeld();
     open();
     const struct {
         int days;
@@ -151,11 +160,13 @@ TEST_F(ReportWindowTest, FiguresAndBarsAreThoseOfTheRecordsInEachSpan) {
         const char* skipped;
         const char* penalty;
         const char* postponed;
+        const char* held;
         const char* dropped;
+        const char* credited;
     } cases[] = {
-        {7, "2", "1", "1", "0%", "30 s", "0", "0"},
-        {30, "2", "1", "1", "20%", "35 s", "0", "2"},
-        {60, "2", "4", "1", "11%", "35 s", "1", "2"},
+        {7, "2", "1", "1", "0%", "30 s", "0", "1", "0", "0"},
+        {30, "2", "1", "1", "20%", "35 s", "0", "2", "2", "0"},
+        {60, "2", "4", "1", "11%", "35 s", "1", "2", "2", "1"},
     };
     for (const auto& expected : cases) {
         SCOPED_TRACE(expected.days);
@@ -167,7 +178,9 @@ TEST_F(ReportWindowTest, FiguresAndBarsAreThoseOfTheRecordsInEachSpan) {
         EXPECT_EQ(figure("Skipped"), expected.skipped);
         EXPECT_EQ(figure("Extra time for skips"), expected.penalty);
         EXPECT_EQ(figure("Postponed"), expected.postponed);
+        EXPECT_EQ(figure("Held back"), expected.held);
         EXPECT_EQ(figure("Held back and dropped"), expected.dropped);
+        EXPECT_EQ(figure("Counted while away"), expected.credited);
     }
     EXPECT_EQ(daysWithBreaks(),
               "Saturday, February 7: 3 body breaks\n"
@@ -276,6 +289,8 @@ TEST_F(ReportWindowTest, FollowsTheRecordsAndStaysWithTheDayThatIsLookedAt) {
     EXPECT_EQ(figure("Breaks today, of your goal"), "2 of 2");
     EXPECT_EQ(figure("In a row with the goal reached"), "1 day");
     EXPECT_EQ(focused(), 5U);
+    tally.countCredited();
+    ASSERT_TRUE(runUntil([this] { return figure("Counted while away") == "1"; }));
     setUp([](SettingsModel& model) { model.dailyGoalBreaks = 3; });
     ASSERT_TRUE(runUntil([this] { return isRead("Goal: 3 a day"); }));
 

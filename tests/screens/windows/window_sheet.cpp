@@ -49,11 +49,11 @@ void photographSettings(SettingsBench& bench, const QDir& folder) {
 
 void photographReport(SettingsBench& bench, const QDir& folder) {
     AppEnvironment& environment = bench.environment;
-    auto* window = new ReportWindow({environment.reportSummary(), environment.breakLog(),
-                                     environment.streakTracker(), environment.dailyCounter(),
-                                     bench.store(), bench.platform.calendar,
-                                     [&bench] { return bench.platform.runLoop.wallNow(); },
-                                     [](QWidget&, const SaveQuestion&) { return QString(); }});
+    auto* window = new ReportWindow(
+        {environment.reportSummary(), environment.breakLog(), environment.presenceTally(),
+         environment.streakTracker(), environment.dailyCounter(), bench.store(),
+         bench.platform.calendar, [&bench] { return bench.platform.runLoop.wallNow(); },
+         [](QWidget&, const SaveQuestion&) { return QString(); }});
     window->present();
     photograph(*window, folder.filePath(QStringLiteral("report.png")));
     delete window;
