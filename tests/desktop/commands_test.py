@@ -174,6 +174,9 @@ class BusTest(Commands):
         self.start_bus()
         self.wait_running(lambda: self.ostrel("status", **self.bus).returncode == DONE, "the instance to be back")
         self.assertEqual(self.status(**self.bus)["state"], "paused")
+        panel = self.spawn("/usr/bin/python3", str(HERE / "status_watcher.py"), env=self.environment(**self.bus), stdout=subprocess.PIPE, text=True)
+        self.assertIn("registered", panel.stdout.readline())
+        panel.stdout.close()
 
     @unittest.skipUnless(os.getuid() == 0, "only root can be somebody else")
     def test_other_users_are_refused_also_where_the_bus_lets_them_in(self):
@@ -214,6 +217,8 @@ class NotRunningTest(Commands):
         self.assertEqual(self.told("settings", "get", "eyeBreakIntervalSec"), "900\n")
         self.told("settings", "import", "-", given=before)
         self.assertEqual(self.told("settings", "export"), before)
+        self.told("settings", "set", "launchAtLogin", "true")
+        self.assertTrue((Path(self.folder) / "config" / "autostart" / "ostrel.desktop").exists())
 
     def test_documents_of_an_instance_that_cannot_be_asked_are_left_alone(self):
         self.documents.mkdir(parents=True)
@@ -240,9 +245,10 @@ class NotRunningTest(Commands):
 
     def test_output_that_cannot_be_written(self):
         with open("/dev/full", "w", encoding="utf-8") as full:
-            done = subprocess.run([OSTREL, "--help"], stdout=full, stderr=subprocess.PIPE, text=True, check=False,
-                                  env=self.environment())
-        self.assertEqual((done.returncode, len(done.stderr.splitlines())), (FAILED, 1))
+            for words in (["--help"], ["status", "--capabilities"]):
+                done = subprocess.run([OSTREL, *words], stdout=full, stderr=subprocess.PIPE, text=True, check=False,
+                                      env=self.environment())
+                self.assertEqual((done.returncode, len(done.stderr.splitlines())), (FAILED, 1), words)
         unread, written = os.pipe()
         os.close(unread)
         done = subprocess.run([OSTREL, "settings", "export"], stdout=written, stderr=subprocess.PIPE, text=True, check=False,

@@ -1,13 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <memory>
 
 #include "records/daily_counter.h"
 #include "records/penalty_engine.h"
 #include "records/penalty_ledger.h"
 #include "records/postpone_quota.h"
 #include "records/postpone_service.h"
-#include "support/events.h"
 #include "support/records_bench.h"
 
 namespace ostrel {
@@ -17,7 +16,7 @@ constexpr const char* kPool = "ostrel.penaltyPool.v1";
 constexpr const char* kLedger = "ostrel.penaltyLedger.v1";
 constexpr const char* kQuota = "ostrel.postponeQuota.v1";
 
-class Bench : public RecordsBench, SkipStreakNotifying {
+class Bench : public RecordsBench {
   public:
     Bench() { launch(); }
 
@@ -28,29 +27,19 @@ class Bench : public RecordsBench, SkipStreakNotifying {
         counter_ = std::make_unique<DailyCounter>(
             DailyCounter::Services{preferences, calendar, runLoop, systemEvents, clock()});
         ledger_ = std::make_unique<PenaltyLedger>(preferences);
-        engine_ = std::make_unique<PenaltyEngine>(
-            PenaltyEngine::Services{clock(), *ledger_, settings, *counter_, this, preferences,
-                                    [this] { told.emplace_back("attention"); }});
+        engine_ = std::make_unique<PenaltyEngine>(PenaltyEngine::Services{
+            clock(), *ledger_, settings, *counter_, nullptr, preferences, [] {}});
         quota_ = std::make_unique<PostponeQuota>(preferences, clock());
         service_ = std::make_unique<PostponeService>(clock(), *quota_, *counter_);
     }
     void minutes(double count) { run(count * 60); }
     std::int64_t skipEye() { return engine_->registerSkip(BreakKind::eye); }
-    std::int64_t skipBody() { return engine_->registerSkip(BreakKind::body); }
     [[nodiscard]] std::int64_t pool() const { return *engine_->unconsumedPenaltySec(); }
 
-    PenaltyEngine& engine() { return *engine_; }
-    PenaltyLedger& ledger() { return *ledger_; }
     DailyCounter& counter() { return *counter_; }
     PostponeService& postpones() { return *service_; }
 
-    Events told;
-
   private:
-    void postSkipStreak(std::int64_t count) override {
-        told.push_back("streak " + std::to_string(count));
-    }
-
     std::unique_ptr<DailyCounter> counter_;
     std::unique_ptr<PenaltyLedger> ledger_;
     std::unique_ptr<PenaltyEngine> engine_;
@@ -59,106 +48,6 @@ class Bench : public RecordsBench, SkipStreakNotifying {
 };
 
 }  // namespace
-
-TEST(PenaltyTest, EachSkipWithinTheHourCostsMore) {
-    Bench bench;
-    for (const std::int64_t cost : {90, 180, 300, 300}) {
-        EXPECT_EQ(bench.engine().previewPenalty(BreakKind::eye), cost);
-        EXPECT_EQ(bench.engine().previewPenalty(BreakKind::body), 0);
-        EXPECT_EQ(bench.skipEye(), cost);
-        bench.minutes(10);
-    }
-    EXPECT_EQ(bench.told, (Events{"streak 3", "attention", "streak 4", "attention"}));
-    EXPECT_EQ(bench.pool(), 870);
-    EXPECT_EQ(bench.engine().consumePenalty(), 870);
-    EXPECT_EQ(bench.engine().consumePenalty(), 0) << "charged once";
-    EXPECT_EQ(bench.counter().model()->skipsToday, 4);
-
-    bench.minutes(20);  // the first was exactly an hour ago
-    EXPECT_EQ(bench.ledger().totalCount(bench.now()), 4);
-    bench.run(0.5);
-    EXPECT_EQ(bench.ledger().totalCount(bench.now()), 3);
-    bench.minutes(61);
-    EXPECT_EQ(bench.skipEye(), 90);
-}
-
-TEST(PenaltyTest, BodySkipIsDearAfterEyeSkipsAndChargesNothing) {
-    Bench bench;
-    EXPECT_EQ(bench.skipBody(), 90);
-    EXPECT_EQ(bench.skipBody(), 90) << "only eye skips make it dearer";
-    EXPECT_EQ(bench.engine().recentSkipCount(), 2);
-    EXPECT_EQ(bench.pool(), 0);
-    bench.skipEye();
-    bench.skipEye();
-    EXPECT_EQ(bench.skipBody(), 300);
-    EXPECT_EQ(bench.pool(), 270);
-    EXPECT_EQ(bench.engine().recentSkipCount(), 3);
-    EXPECT_EQ(bench.ledger().skipEvents()->back(), (SkipEvent{BreakKind::body, bench.now(), 300}));
-}
-
-TEST(PenaltyTest, StreakIsToldOnlyOnRequest) {
-    Bench bench;
-    bench.setUp([](SettingsModel& settings) { settings.notifyConsecutiveSkips = false; });
-    for (int i = 0; i < 4; ++i) {
-        bench.skipEye();
-    }
-    EXPECT_EQ(bench.told, Events());
-}
-
-TEST(PenaltyTest, UnusedPenaltyLapsesAnHourAfterTheLastEyeSkip) {
-    Bench bench;
-    bench.skipEye();
-    bench.minutes(40);
-    bench.skipBody();
-    bench.minutes(20);
-    bench.engine().expireIfStale();
-    EXPECT_EQ(bench.pool(), 90) << "an hour to the second still counts";
-    bench.run(1);
-    EXPECT_EQ(bench.engine().pendingPenaltySec(), 90) << "asking forgets skips, not the pool";
-    bench.engine().expireIfStale();
-    EXPECT_EQ(bench.pool(), 0);
-    EXPECT_EQ(bench.engine().recentSkipCount(), 1);
-}
-
-TEST(PenaltyTest, SwitchedOffItForgetsAndStartsAnew) {
-    Bench bench;
-    bench.skipEye();
-    bench.setUp([](SettingsModel& settings) { settings.strictMode = true; });
-    EXPECT_EQ(bench.pool(), 90) << "another setting is no reason";
-    bench.setUp([](SettingsModel& settings) { settings.disableSkipPenalty = true; });
-    EXPECT_EQ(bench.pool(), 0);
-    EXPECT_EQ(bench.stored(kPool), "nothing");
-    EXPECT_EQ(bench.stored(kLedger), "nothing");
-    EXPECT_EQ(bench.skipEye(), 0);
-    EXPECT_EQ(bench.engine().previewPenalty(BreakKind::eye), 0);
-    EXPECT_EQ(bench.counter().model()->skipsToday, 1) << "not counted this way";
-    EXPECT_TRUE(bench.ledger().skipEvents()->empty());
-    bench.setUp([](SettingsModel& settings) { settings.disableSkipPenalty = false; });
-    EXPECT_EQ(bench.skipEye(), 90);
-}
-
-TEST(PenaltyTest, PoolAndLedgerOutliveARelaunchForAnHour) {
-    struct Case {
-        double minutesBetween;
-        std::int64_t pool;
-        std::int64_t nextCost;
-    };
-    for (const Case& one : {Case{59, 270, 300}, Case{60, 270, 300}, Case{60.1, 0, 90}}) {
-        Bench bench;
-        bench.skipEye();
-        bench.skipEye();
-        bench.jumpTo("2026-03-09T09:00:00");
-        bench.runLoop.shiftWallClock(wallSec(static_cast<std::int64_t>(one.minutesBetween * 60)));
-        bench.launch();
-        EXPECT_EQ(bench.pool(), one.pool) << one.minutesBetween;
-        EXPECT_EQ(bench.engine().previewPenalty(BreakKind::eye), one.nextCost);
-    }
-    Bench bench;
-    bench.skipEye();
-    bench.runLoop.shiftWallClock(wallSec(-60));
-    bench.launch();
-    EXPECT_EQ(bench.pool(), 0) << "nobody knows how old a pool from the future is";
-}
 
 TEST(PenaltyTest, StoredRecordsAreReadStrictly) {
     struct Case {
@@ -196,17 +85,6 @@ TEST(PenaltyTest, StoredRecordsAreReadStrictly) {
     EXPECT_EQ(bench.pool(), 0);
 }
 
-TEST(PenaltyTest, FailureToEncodeKeepsThePool) {
-    Bench bench;
-    Events keys;
-    const Subscription watching = bench.preferences.persistenceWriteFailed.subscribe(
-        [&](const PersistenceError& error) { keys.push_back(error.key); });
-    bench.preferences.setEncoding(MemoryPreferences::Encoding::fails);
-    bench.skipEye();
-    EXPECT_EQ(bench.pool(), 90);
-    EXPECT_EQ(keys, (Events{kLedger, "ostrel.dailyCounter.v1", kPool}));
-}
-
 TEST(PostponeTest, OneAnHour) {
     Bench bench;
     EXPECT_EQ(bench.postpones().remainingPostpones(), 1);
@@ -224,36 +102,6 @@ TEST(PostponeTest, OneAnHour) {
     EXPECT_EQ(bench.postpones().remainingPostpones(), 1);
     EXPECT_EQ(bench.stored(kQuota), R"({"used":0,"windowStart":794746800.0})")
         << "asking began the new hour";
-}
-
-TEST(PostponeTest, SpanFromTheFutureIsWaitedFor) {
-    Bench bench;
-    EXPECT_TRUE(bench.postpones().tryPostpone());
-    bench.runLoop.shiftWallClock(wallSec(-1800));
-    bench.launch();
-    bench.minutes(89);
-    EXPECT_FALSE(bench.postpones().tryPostpone());
-    bench.minutes(1);
-    EXPECT_TRUE(bench.postpones().tryPostpone());
-}
-
-TEST(PostponeTest, CountThatNobodyWroteIsSurvived) {
-    Bench bench;
-    bench.preferences.write(kQuota, R"({"used":-9223372036854775808,"windowStart":794739000.0})");
-    bench.launch();
-    EXPECT_GT(bench.postpones().remainingPostpones(), 0);
-    EXPECT_TRUE(bench.postpones().tryPostpone());
-}
-
-TEST(PostponeTest, UnreadableSpanIsAFreshOne) {
-    for (const char* bytes : {R"({"used":1})", R"({"used":true,"windowStart":794739000})", ""}) {
-        Bench bench;
-        bench.preferences.write(kQuota, bytes);
-        bench.launch();
-        EXPECT_EQ(bench.stored(kQuota), bytes);
-        EXPECT_TRUE(bench.postpones().tryPostpone()) << bytes;
-        EXPECT_EQ(bench.preferences.damaged().find(kQuota)->second, bytes);
-    }
 }
 
 }  // namespace ostrel

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <memory>
 #include <string>
 #include <utility>
@@ -13,11 +12,11 @@ namespace ostrel {
 // is done is noted and audited at once.
 class AuditedSchedule {
   public:
-    enum class By { button, key };
-
+    // Whoever derives from it launches at the end of the construction.
     AuditedSchedule(std::string zone, WallTime start, const SettingsModel& settings, Counts& counts)
-        : AuditedSchedule(std::move(zone), start, settings, counts, Launch::later) {
-        launch();
+        : platform_(std::move(zone), start), audit_(platform_, counts) {
+        platform_.preferences.write(SettingsStore::kKey, *printJson(settings).text);
+        audit_.skips().setDisabled(settings.disableSkipPenalty);
     }
     AuditedSchedule(const AuditedSchedule&) = delete;
     AuditedSchedule& operator=(const AuditedSchedule&) = delete;
@@ -29,7 +28,6 @@ class AuditedSchedule {
         return *environment_->settingsStore().settings();
     }
     [[nodiscard]] bool isPaused() { return environment_->sessionStateStore().isPaused(); }
-    [[nodiscard]] bool isMeeting() const { return platform_.frontmost.current().has_value(); }
     [[nodiscard]] BreakKind nextKind() {
         const TimerState& timers = *engine().state();
         return timers.eye.remainingSec <= timers.body.remainingSec ? BreakKind::eye
@@ -47,7 +45,7 @@ class AuditedSchedule {
         }
     }
 
-    void press(OverlayAction action, By by) {
+    void press(OverlayAction action) {
         note("press " + std::string(nameOf(action)));
         const auto before = session();
         const bool isPossible = before && isEnabled(action, *before);
@@ -57,9 +55,7 @@ class AuditedSchedule {
                               environment_->penaltyEngine().previewPenalty(before->kind),
                               costs ? audit_.skips().costSec(now()) : 0);
         }
-        const bool isDone = by == By::button
-                                ? overlay().press(action)
-                                : overlay().handleKey(keyOf(action)) != KeyOutcome::ignored;
+        const bool isDone = overlay().press(action);
         findings().expect("press answered", isDone, isPossible);
         findings().expect("break still on screen", session().has_value(), before && !isPossible);
         check();
@@ -75,7 +71,6 @@ class AuditedSchedule {
         const auto before = session();
         engine().startNow(kind);
         if (before) {
-            findings().count("start now while a break is on screen");
             findings().expect("break on screen stays", session() == before, true);
         } else {
             findings().expect("break started", session() && session()->kind == kind, true);
@@ -90,33 +85,23 @@ class AuditedSchedule {
     void postponeAhead(BreakKind kind) {
         note("postpone ahead " + std::string(nameOf(kind)));
         const bool isFree = !session() && !audit_.countdowns().heldKind();
-        const bool isGranted = isFree && audit_.quota().mayPostpone(now());
+        const bool isGranted = isFree && mayPostpone();
         const TimerState before = *engine().state();
         findings().expect("postponed", engine().postpone(kind), isGranted);
         TimerState after = before;
         if (isGranted) {
             (kind == BreakKind::eye ? after.eye : after.body).remainingSec += 300;
-            audit_.quota().use();
             audit_.records().add({{}, now(), now(), kind, BreakLogEntry::Outcome::postponed, 0, 0});
         }
-        findings().count(isGranted ? "postponed ahead"
-                         : isFree  ? "postpone refused for the hour"
-                                   : "postpone refused for a break");
+        if (isFree && !isGranted) {
+            findings().count("no postpone left");
+        }
         findings().expect("countdowns after it", *engine().state() == after, true);
         check();
     }
 
-    void setMeeting(bool isMeeting) {
-        note(isMeeting ? "meeting begins" : "meeting ends");
-        platform_.frontmost.set(
-            isMeeting ? std::optional(FrontmostApplication::Application{"us.zoom.xos", 4711})
-                      : std::nullopt);
-    }
-
     void pause(PauseDuration duration) {
-        note("pause " + std::string(duration.kind == PauseDuration::Kind::minutes
-                                        ? std::to_string(duration.minutes)
-                                        : "indefinitely"));
+        note("pause " + std::to_string(duration.minutes));
         engine().pauseByUser(duration);
         stopped();
     }
@@ -140,7 +125,7 @@ class AuditedSchedule {
     void applyPreset(const PresetDefinition& preset) {
         note("preset " + preset.id);
         engine().applyPreset(preset);
-        audit_.skips().applyPreset();
+        audit_.skips().emptyPool();
         audit_.countdowns().takeMerge();
         expectRestarted();
         check();
@@ -157,9 +142,8 @@ class AuditedSchedule {
         }
         platform_.systemEvents.didWake.send();
         platform_.runLoop.runOverdueWallTimers();
-        audit_.skips().wake(seconds);
         if (seconds > 3600) {
-            findings().count("long sleep");
+            audit_.skips().emptyPool();
             expectRestarted();
         }
         check();
@@ -177,15 +161,6 @@ class AuditedSchedule {
     }
 
   protected:
-    enum class Launch { later };
-    // Whoever derives from it launches at the end of the construction.
-    AuditedSchedule(std::string zone, WallTime start, const SettingsModel& settings, Counts& counts,
-                    Launch /*later*/)
-        : platform_(std::move(zone), start), audit_(platform_, counts) {
-        platform_.preferences.write(SettingsStore::kKey, *printJson(settings).text);
-        audit_.skips().setDisabled(settings.disableSkipPenalty);
-    }
-
     // For a further audit of the same.
     virtual void willLaunch() {}
     virtual void didLaunch(AppEnvironment& /*environment*/) {}
@@ -205,7 +180,7 @@ class AuditedSchedule {
         expectRestarted();
         check();
         if (isPaused()) {
-            findings().count("pause went on after a launch");
+            findings().count("pause kept at launch");
         }
         runFor(0.5);
     }
@@ -215,6 +190,9 @@ class AuditedSchedule {
     [[nodiscard]] VirtualPlatform& platform() { return platform_; }
 
   private:
+    [[nodiscard]] bool mayPostpone() {
+        return environment_->postponeService().remainingPostpones() > 0;
+    }
     [[nodiscard]] OverlayManager& overlay() { return environment_->overlayManager(); }
 
     void runFor(double seconds) {
@@ -223,32 +201,10 @@ class AuditedSchedule {
     }
 
     [[nodiscard]] bool isEnabled(OverlayAction action, const ActiveOverlaySession& session) {
-        switch (action) {
-            case OverlayAction::done:
-                return session.remainingSec == 0;
-            case OverlayAction::postpone:
-                return audit_.quota().mayPostpone(now());
-            case OverlayAction::skip:
-            case OverlayAction::gentleDone:
-            case OverlayAction::gentleSkip:
-                break;
-        }
-        return true;
+        return action == OverlayAction::done       ? session.remainingSec == 0
+               : action == OverlayAction::postpone ? mayPostpone()
+                                                   : true;
     }
-    static std::uint32_t keyOf(OverlayAction action) {
-        switch (action) {
-            case OverlayAction::done:
-                return 36;
-            case OverlayAction::postpone:
-                return 35;
-            case OverlayAction::skip:
-            case OverlayAction::gentleDone:
-            case OverlayAction::gentleSkip:
-                break;
-        }
-        return 53;
-    }
-
     // Nothing stays on the screen.
     void stopped() {
         findings().expect("break on screen after stopping", session().has_value(), false);

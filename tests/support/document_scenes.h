@@ -7,20 +7,28 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "app/environment/app_environment.h"
 #include "app/simulator/virtual_platform.h"
-#include "menubar/menu_bar_context.h"
-#include "menubar/menu_bar_tooltip.h"
 #include "platform/calendar/local_time.h"
 #include "records/break_log_export.h"
-#include "support/stored_documents.h"
 
 namespace ostrel::stored {
 
 using Documents = std::map<std::string, std::string, std::less<>>;
+
+inline constexpr const char* kSettings = "ostrel.settings.v1";
+inline constexpr const char* kSession = "ostrel.sessionState.v1";
+inline constexpr const char* kLog = "ostrel.breakLog.v1";
+inline constexpr const char* kCounter = "ostrel.dailyCounter.v1";
+inline constexpr const char* kPool = "ostrel.penaltyPool.v1";
+inline constexpr const char* kLedger = "ostrel.penaltyLedger.v1";
+inline constexpr const char* kQuota = "ostrel.postponeQuota.v1";
+inline constexpr const char* kStreak = "ostrel.streak.v1";
+inline constexpr const char* kDayEnd = "ostrel.dayEnd.v1";
+inline constexpr const char* kRotation = "ostrel.guidedRotation.v1";
+inline constexpr const char* kTally = "ostrel.presenceTally.v1";
 
 inline constexpr const char* kZone = "Europe/Berlin";
 [[nodiscard]] inline WallTime at(const char* local) {
@@ -81,33 +89,14 @@ class Desk : DayEndNotifying {
     void change(const std::function<void(SettingsModel&)>& change) {
         environment_->settingsStore().update(change);
     }
-    // False when a day is announced that cannot have ended.
-    bool endWorkDay() {
-        const auto announced = [this] { return platform_.preferences.read(kDayEnd); };
-        const auto before = announced();
-        announcer_->dayEnded();
-        const CalendarDay today = platform_.calendar.components(now()).day;
-        bool isRecent = announced() == before;
-        for (int daysAgo = 0; daysAgo <= 7; ++daysAgo) {
-            const Json marker = {{"dateKey", dayKey(addDays(today, -daysAgo))}};
-            isRecent = isRecent || announced() == marker.dump();
-        }
-        return isRecent;
-    }
+    void endWorkDay() { announcer_->dayEnded(); }
     void readAll() {
         using Range = ReportSummaryView::Range;
         const auto& entries = *environment_->breakLog().entries();
-        for (const Range range : {Range::weekly, Range::monthly, Range::full}) {
-            static_cast<void>(environment_->reportSummary().stats(range));
-            static_cast<void>(environment_->reportSummary().dayBuckets(entries, range));
-        }
+        static_cast<void>(environment_->reportSummary().stats(Range::full));
+        static_cast<void>(environment_->reportSummary().dayBuckets(entries, Range::full));
         static_cast<void>(exportCsv(entries, platform_.calendar));
         static_cast<void>(exportJson(entries, platform_.calendar));
-        const auto context =
-            menuBarContext(environment_->timerEngine(), environment_->sessionStateStore(),
-                           environment_->settingsStore());
-        static_cast<void>(MenuBarFormatter::format(context));
-        static_cast<void>(menuBarTooltip(context));
     }
 
     [[nodiscard]] WallTime now() const { return platform_.runLoop.wallNow(); }
@@ -150,7 +139,6 @@ inline constexpr int kQuietSec = 150;  // the pool is looked after twice
 
 // Documents as a program left them, and what it makes of them when it is launched again.
 struct Scene {
-    enum class Kind { working, paused, daysLater } kind;
     WallTime start;
     Documents documents;
     Documents afterLaunch{};
@@ -199,14 +187,14 @@ inline std::vector<Scene> makeScenes() {
     Desk desk({}, at("2026-01-08T08:00:00"));
     workForSomeTime(desk);
     desk.quit();
-    std::vector<Scene> scenes{{Scene::Kind::working, desk.now() + wallSec(300), desk.documents()}};
+    std::vector<Scene> scenes{{desk.now() + wallSec(300), desk.documents()}};
     desk.launch();
     desk.environment().timerEngine().pauseByUser(PauseDuration::forMinutes(120));
     desk.platform().systemEvents.willSleep.send();
     desk.quit();
-    scenes.push_back({Scene::Kind::paused, desk.now() + wallSec(300), desk.documents()});
+    scenes.push_back({desk.now() + wallSec(300), desk.documents()});
     // After a week-end in which the clocks went forward.
-    scenes.push_back({Scene::Kind::daysLater, at("2026-03-30T09:00:00"), desk.documents()});
+    scenes.push_back({at("2026-03-30T09:00:00"), desk.documents()});
     for (Scene& scene : scenes) {
         Desk control(scene.documents, scene.start);
         scene.afterLaunch = control.documents();

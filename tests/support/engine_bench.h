@@ -29,14 +29,10 @@ class EngineBench : MeetingPresenceGuarding,
                     PostponeRation,
                     BreakLogging {
   public:
-    std::int64_t postponesLeft = 1;
     bool meetingActive = false;
-    bool videoPlaying = false;
-    bool toastStays = false;  // a shown toast stays on the screen until it is dismissed
     bool overlayPresented = false;
     std::vector<BreakLogEntry> log;
     std::vector<std::function<void()>> meetingCompletions;
-    int housekeepings = 0;
     MemoryPreferences preferences;
 
     EngineBench() : EngineBench("2026-03-09T09:00:00", "UTC") {}
@@ -47,30 +43,26 @@ class EngineBench : MeetingPresenceGuarding,
 
     void setUp(const std::function<void(SettingsModel&)>& change) { settings().update(change); }
 
-    SettingsStore& settings() {
-        if (!settings_) {
-            settings_ = std::make_unique<SettingsStore>(preferences);
-        }
-        return *settings_;
-    }
-    SessionStateStore& session() { return *session_; }
+    SettingsStore& settings() { return settings_; }
+    SessionStateStore& session() { return session_; }
 
-    // A second call is a relaunch over the same preferences.
-    TimerEngine& launch(EngineCollaborators collaborators) {
+    // Anew, with the same settings.
+    TimerEngine& launch() {
         engine_.reset();
-        settings_ = std::make_unique<SettingsStore>(preferences);
-        session_ = std::make_unique<SessionStateStore>(preferences, runLoop.wallNow());
         engine_ = std::make_unique<TimerEngine>(
-            TimerEngine::Services{*settings_, *session_, calendar, runLoop,
-                                  [this] { return runLoop.wallNow(); }, seededUuids(1),
-                                  collaborators},
+            TimerEngine::Services{settings_,
+                                  session_,
+                                  calendar,
+                                  runLoop,
+                                  [this] { return runLoop.wallNow(); },
+                                  seededUuids(1),
+                                  {this, this, this, this, this, this, this}},
             TimerEngine::Ticking::automatic);
         engine_->setIsOverlayPresented([this] { return overlayPresented; });
         watch();
-        engine_->configure(PresetCatalog::active(*settings_->settings()));
+        engine_->configure(PresetCatalog::active(*settings_.settings()));
         return *engine_;
     }
-    TimerEngine& launch() { return launch(everybody()); }
     TimerEngine& launch(std::int64_t eyeSec, std::int64_t bodySec) {
         setUp([&](SettingsModel& model) {
             model.activePresetID = "bench";
@@ -81,7 +73,6 @@ class EngineBench : MeetingPresenceGuarding,
     }
 
     TimerEngine& engine() { return *engine_; }
-    EngineCollaborators everybody() { return {this, this, this, this, this, this, this}; }
 
     void run(std::int64_t seconds) { runLoop.runFor(std::chrono::seconds(seconds)); }
     void finishMeetings() {
@@ -90,8 +81,6 @@ class EngineBench : MeetingPresenceGuarding,
             completion();
         }
     }
-    void addPenalty(std::int64_t seconds) { pool_.set(*pool_ + seconds); }
-    [[nodiscard]] std::int64_t penaltyPool() const { return *pool_; }
 
     // What has happened since the last call.
     Events take() { return std::exchange(events_, {}); }
@@ -114,11 +103,6 @@ class EngineBench : MeetingPresenceGuarding,
             [this](std::int64_t penalty) { note("open eye +" + std::to_string(penalty)); }));
         watching_.push_back(engine.shouldOpenBodyBreak.subscribe(
             [this](std::int64_t penalty) { note("open body +" + std::to_string(penalty)); }));
-        watching_.push_back(engine.shouldCloseOverlayForPause.subscribe([this] {
-            if (std::exchange(overlayPresented, false)) {
-                note("close for pause");
-            }
-        }));
         watching_.push_back(engine.holdEnded.subscribe([this](BreakKind kind, HoldEnd how) {
             note("hold of " + std::string(nameOf(kind)) + " " + std::string(nameOf(how)));
         }));
@@ -128,7 +112,7 @@ class EngineBench : MeetingPresenceGuarding,
     void waitUntilClear(std::function<void()> completion) override {
         meetingCompletions.push_back(std::move(completion));
     }
-    bool isVideoPlaying() const override { return videoPlaying; }
+    bool isVideoPlaying() const override { return false; }
 
     void postBreakSoon(BreakKind kind, std::int64_t leadSec, bool canPostpone) override {
         breakSoonPosted_ = true;
@@ -152,42 +136,36 @@ class EngineBench : MeetingPresenceGuarding,
         }
     }
 
-    bool isToastOnScreen() const override { return toastOnScreen_; }
+    bool isToastOnScreen() const override { return false; }
     void show(Message message, std::optional<std::int64_t> argument, const Handlers&) override {
         static constexpr const char* kNames[] = {
             "merged", "pre-break eye", "pre-break body", "pause ended", "none left",
             "held",   "dropped",       "away both",      "away eye",    "away body"};
-        toastOnScreen_ = toastStays;
         note("toast " + std::string(kNames[static_cast<std::size_t>(message)]) +
              (argument ? " " + std::to_string(*argument) : ""));
     }
-    void dismiss() override { toastOnScreen_ = false; }
-    void dismissCounting() override { toastOnScreen_ = false; }
+    void dismiss() override {}
+    void dismissCounting() override {}
 
     const Published<std::int64_t>& unconsumedPenaltySec() const override { return pool_; }
-    std::int64_t consumePenalty() override {
-        const std::int64_t taken = *pool_;
-        pool_.set(0);
-        return taken;
-    }
-    void clearPenalty() override { pool_.set(0); }
-    void expireIfStale() override { ++housekeepings; }
+    std::int64_t consumePenalty() override { return 0; }
+    void clearPenalty() override {}
+    void expireIfStale() override {}
     std::int64_t previewPenalty(BreakKind) override { return 0; }
     std::int64_t registerSkip(BreakKind) override { return 0; }
     std::int64_t recentSkipCount() const override { return 0; }
 
-    std::int64_t remainingPostpones() override { return postponesLeft; }
-    bool tryPostpone() override { return postponesLeft > 0 && postponesLeft-- > 0; }
+    std::int64_t remainingPostpones() override { return 1; }
+    bool tryPostpone() override { return true; }
 
     void append(const BreakLogEntry& entry) override { log.push_back(entry); }
 
     Events events_;
     Published<std::int64_t> pool_;
-    bool toastOnScreen_ = false;
     bool breakSoonPosted_ = false;
     bool forgottenScheduled_ = false;
-    std::unique_ptr<SettingsStore> settings_;
-    std::unique_ptr<SessionStateStore> session_;
+    SettingsStore settings_{preferences};
+    SessionStateStore session_{preferences, runLoop.wallNow()};
     std::unique_ptr<TimerEngine> engine_;
     std::vector<Subscription> watching_;
 };

@@ -7,7 +7,6 @@
 #include "app/simulator/virtual_platform.h"
 #include "core/settings/json_record.h"
 #include "platform/api/iso_time.h"
-#include "support/counts.h"
 #include "support/events.h"
 
 namespace ostrel {
@@ -21,7 +20,6 @@ class Findings {
 
     // Empty as long as nothing was wrong.
     [[nodiscard]] const std::string& fault() const { return fault_; }
-    [[nodiscard]] Counts& counts() { return counts_; }
 
     void count(const std::string& what) { ++counts_[what]; }
     void note(const std::string& what) { story_.push_back(momentText() + " " + what); }

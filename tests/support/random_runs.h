@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "support/counts.h"
+#include "support/events.h"
 
 namespace ostrel {
 

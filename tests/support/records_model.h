@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -49,31 +47,6 @@ class RecordsModel {
     std::vector<BreakLogEntry> entries_;
     std::vector<std::string> days_;
     std::vector<Counted> counted_;
-};
-
-// One postpone an hour; the hour begins with the first question after the last one ran out.
-class QuotaModel {
-  public:
-    // Nothing is kept across a launch before the first postpone or the first new hour.
-    void launch(WallTime now) {
-        if (!isKept_) {
-            hourBegan_ = now;
-        }
-    }
-    [[nodiscard]] bool mayPostpone(WallTime now) {
-        if (now >= hourBegan_ + wallSec(3600)) {
-            hourBegan_ = now;
-            isUsed_ = false;
-            isKept_ = true;
-        }
-        return !isUsed_;
-    }
-    void use() { isUsed_ = isKept_ = true; }
-
-  private:
-    WallTime hourBegan_;
-    bool isUsed_ = false;
-    bool isKept_ = false;
 };
 
 }  // namespace ostrel

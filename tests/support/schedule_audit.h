@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "menubar/notification_ids.h"
 #include "support/countdown_audit.h"
 #include "support/records_model.h"
 #include "support/skip_model.h"
@@ -31,13 +29,6 @@ class ScheduleAudit {
             countdowns_.dropped.subscribe([this](BreakKind kind, WallTime heldSince) {
                 add({{}, heldSince, now(), kind, {}, 0, 0}, BreakLogEntry::Outcome::deferred);
             }));
-        // A notice of a break to come says whether it can be postponed.
-        watching_.push_back(
-            platform_.notifications.posted.subscribe([this](const NotificationRequest& request) {
-                if (request.id == NotificationRequestID::kBreakSoon) {
-                    static_cast<void>(quota_.mayPostpone(now()));
-                }
-            }));
         watching_.push_back(
             platform_.attentionRequested.subscribe([this] { ++attentionRequests_; }));
     }
@@ -47,7 +38,6 @@ class ScheduleAudit {
     [[nodiscard]] Findings& findings() { return findings_; }
     [[nodiscard]] CountdownAudit& countdowns() { return countdowns_; }
     [[nodiscard]] SkipModel& skips() { return skips_; }
-    [[nodiscard]] QuotaModel& quota() { return quota_; }
     [[nodiscard]] RecordsModel& records() { return records_; }
     [[nodiscard]] bool isBreakOpen() const { return open_.has_value(); }
 
@@ -55,16 +45,11 @@ class ScheduleAudit {
         environment_ = &environment;
         countdowns_.watch(environment);
         skips_.launch(now());
-        quota_.launch(now());
         comparedEntries_ = 0;
         OverlayManager& overlay = environment.overlayManager();
         watchingOverlay_.push_back(overlay.didPresent.subscribe([this] { noteOpened(); }));
         watchingOverlay_.push_back(overlay.didClose.subscribe(
             [this](BreakKind kind, CloseReason reason) { noteClosed(kind, reason); }));
-        watchingOverlay_.push_back(overlay.penaltyAppliedPublisher.subscribe([this](auto sec) {
-            findings_.expect("penalty told of", sec > 0, true);
-            publishedSec_ += sec;
-        }));
         watchingOverlay_.push_back(overlay.activeSession().onChange([this](const auto& session) {
             findings_.expect("break below zero", session && session->remainingSec < 0, false);
         }));
@@ -82,7 +67,6 @@ class ScheduleAudit {
         findings_.expect("penalty of the eye countdown", timers.eye.pendingPenaltySec,
                          skips_.poolSec());
         findings_.expect("penalty of the body countdown", timers.body.pendingPenaltySec, 0);
-        findings_.expect("penalty charged in all", publishedSec_, chargedSec_);
         findings_.expect("requests for attention", attentionRequests_, attentionsDue_);
         findings_.expect("break on screen",
                          environment_->overlayManager().activeSession()->has_value(),
@@ -90,14 +74,6 @@ class ScheduleAudit {
         countdowns_.check();
         checkHistory();
         checkCounts();
-    }
-
-    void checkIdentifiers() {
-        std::set<std::string> identifiers;
-        for (const BreakLogEntry& entry : *environment_->breakLog().entries()) {
-            identifiers.insert(uuidText(entry.id));
-        }
-        findings_.expect("identifiers", identifiers.size(), records_.entries().size());
     }
 
   private:
@@ -117,7 +93,6 @@ class ScheduleAudit {
         const std::int64_t totalSec =
             penaltySec +
             (kind == BreakKind::eye ? settings.eyeBreakDurationSec : settings.bodyBreakDurationSec);
-        chargedSec_ += penaltySec;
         findings_.expect("another break on screen", open_.has_value(), false);
         findings_.expect("penalty of the break", session.penaltySec, penaltySec);
         findings_.expect("seconds of the break", session.remainingSec, totalSec);
@@ -149,7 +124,6 @@ class ScheduleAudit {
                 return;
             case CloseReason::postponed:
                 add(entry, Outcome::postponed);
-                quota_.use();
                 findings_.expect("seconds until it is back", countdowns_.remainingSec(kind), 300);
                 return;
             case CloseReason::forcedBySleep:
@@ -163,7 +137,7 @@ class ScheduleAudit {
 
     void creditMerged(BreakLogEntry body) {
         if (body.kind == BreakKind::body && countdowns_.takeMerge()) {
-            findings_.count("merged eye break credited");
+            findings_.count("merge credited");
             body.kind = BreakKind::eye;
             body.penaltyAppliedSec = 0;
             add(body, Outcome::completed);
@@ -191,9 +165,6 @@ class ScheduleAudit {
         const DailyCounterModel& counts = *environment_->dailyCounter().model();
         if (counts != comparedCounts_ || countedEntries_ != records_.entries().size()) {
             findings_.expect("counts of the day", counts, records_.countsOf(counts.dateKey));
-            if (!comparedCounts_.dateKey.empty() && counts.dateKey != comparedCounts_.dateKey) {
-                findings_.count("midnight");
-            }
             comparedCounts_ = counts;
             countedEntries_ = records_.entries().size();
         }
@@ -208,12 +179,9 @@ class ScheduleAudit {
     Findings findings_;
     CountdownAudit countdowns_;
     SkipModel skips_;
-    QuotaModel quota_;
     RecordsModel records_;
     AppEnvironment* environment_ = nullptr;
     std::optional<BreakLogEntry> open_;  // the break on screen, as far as it can be told
-    std::int64_t chargedSec_ = 0;
-    std::int64_t publishedSec_ = 0;
     int attentionRequests_ = 0;
     int attentionsDue_ = 0;
     std::size_t comparedEntries_ = 0;

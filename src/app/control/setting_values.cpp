@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/settings/preset_catalog.h"
+#include "presence/hotkey_router.h"
 
 namespace ostrel::SettingValues {
 namespace {
@@ -198,6 +199,23 @@ SettingsModel changed(const SettingsModel& settings, const Field<SettingsModel, 
     return next;
 }
 
+// What speaks against one of the two shortcuts; without a key nothing does.
+LocalizedText problemOf(const SettingsModel& settings, const HotkeyChord& chord) {
+    using Kind = HotkeyRouter::ChordValidationResult::Kind;
+    const auto [kind, label] = HotkeyRouter::validate(chord);
+    if (kind == Kind::invalid) {
+        return {"settings.shortcuts.invalid", {}};
+    }
+    if (kind == Kind::collision) {
+        return {"settings.shortcuts.collision %@", {std::string(label)}};
+    }
+    const HotkeyChord& one = settings.startBreakHotkey;
+    const HotkeyChord& other = settings.togglePauseHotkey;
+    return one.keyCode == other.keyCode && one.modifiers == other.modifiers
+               ? LocalizedText{"settings.shortcuts.equal", {}}
+               : LocalizedText{};
+}
+
 // Runs `visit` on the field of that name; whether there is one.
 bool visitField(std::string_view name, const auto& visit) {
     bool isFound = false;
@@ -241,10 +259,16 @@ Change change(const SettingsModel& settings, std::string_view name, const std::s
     const bool isFound =
         visitField(name, [&]<class Value>(const Field<SettingsModel, Value>& field) {
             std::optional<Value> value = read<Value>(text);
-            if (value && isAllowed(name, *value, languages)) {
-                result.settings = changed(settings, field, *std::move(value));
-            } else {
+            if (!value || !isAllowed(name, *value, languages)) {
                 result.problem = requirement<Value>(std::string(name), languages);
+                return;
+            }
+            const SettingsModel next = changed(settings, field, *std::move(value));
+            if constexpr (std::is_same_v<Value, HotkeyChord>) {
+                result.problem = problemOf(next, next.*field.member);
+            }
+            if (result.problem.key.empty()) {
+                result.settings = next;
             }
         });
     if (!isFound) {

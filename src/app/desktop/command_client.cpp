@@ -243,7 +243,7 @@ int Client::run() const {
 }
 
 // What is wrong with the words themselves, whether anything runs or not; without a key nothing is.
-LocalizedText problemOf(const CommandLine& line) {
+LocalizedText problemOf(const CommandLine& line, const StoredDocuments& documents) {
     const auto word = [&line](std::size_t index) { return line.arguments[index]; };
     switch (line.command->id) {
         case Id::pause:
@@ -264,7 +264,8 @@ LocalizedText problemOf(const CommandLine& line) {
                        ? LocalizedText{}
                        : LocalizedText{"cli.setting.unknown %@", {word(0)}};
         case Id::settingsSet:
-            return SettingValues::change({}, word(0), word(1), knownLanguages()).problem;
+            return SettingValues::change(documents.settings(), word(0), word(1), knownLanguages())
+                .problem;
         default:
             return {};
     }
@@ -274,7 +275,7 @@ LocalizedText problemOf(const CommandLine& line) {
 
 int runClientCommand(int& argc, char** argv, const CommandLine& line,
                      const StoredDocuments& documents) {
-    if (const LocalizedText problem = problemOf(line); !problem.key.empty()) {
+    if (const LocalizedText problem = problemOf(line, documents); !problem.key.empty()) {
         return complain(problem, ExitStatus::kUsage);
     }
     const QCoreApplication application(argc, argv);

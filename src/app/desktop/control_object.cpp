@@ -128,7 +128,11 @@ void ControlObject::watch(const QString& caller) {
         return;
     }
     if (watchers_.isEmpty()) {
+        // What it is answered with is what it knows.
+        told_ = QString::fromStdString(control_.printStatus());
         changes_ = control_.onChange([this] { tellSoon(); });
+    } else {
+        tell();
     }
     watchers_ << caller;
     lives_.addWatchedService(caller);

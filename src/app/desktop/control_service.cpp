@@ -7,9 +7,8 @@
 
 namespace ostrel {
 
-ControlService::ControlService(Control::Services services)
-    : control_(std::move(services)),
-      keeper_(QDBusConnection::sessionBus(), SessionBusKeeper::address()) {
+ControlService::ControlService(Control::Services services, SessionBusKeeper& keeper)
+    : control_(std::move(services)), keeper_(keeper) {
     subscriptions_.push_back(keeper_.came.subscribe([this] { appear(); }));
     subscriptions_.push_back(keeper_.lost.subscribe([this] { object_.reset(); }));
     if (keeper_.bus()) {

@@ -16,14 +16,14 @@ namespace ostrel {
 // Where another process has the name already, this one gets it when that is gone.
 class ControlService {
   public:
-    // What `services` refers to outlives it.
-    explicit ControlService(Control::Services services);
+    // What `services` refers to and the keeper outlive it.
+    ControlService(Control::Services services, SessionBusKeeper& keeper);
 
   private:
     void appear();
 
     Control control_;
-    SessionBusKeeper keeper_;
+    SessionBusKeeper& keeper_;
     std::unique_ptr<ControlObject> object_;
     std::vector<Subscription> subscriptions_;
 };

@@ -10,7 +10,18 @@
 namespace ostrel {
 namespace {
 
-constexpr std::int64_t kDaySec = 28'800;
+constexpr std::int64_t kUsualDaySec = 28'800;
+constexpr std::int64_t kMinuteSec = 60;
+constexpr std::int64_t kMinutesADay = 1440;
+
+std::int64_t lengthOf(const SettingsModel& settings) {
+    if (!settings.workHoursEnabled) {
+        return kUsualDaySec;
+    }
+    const std::int64_t minutes =
+        (settings.workHoursEndMinute - settings.workHoursStartMinute + kMinutesADay) % kMinutesADay;
+    return (minutes > 0 ? minutes : kMinutesADay) * kMinuteSec;
+}
 
 SettingsModel undisturbed(SettingsModel settings) {
     settings.ostrelEnabled = true;
@@ -25,7 +36,7 @@ DayPlan planDay(const SettingsModel& settings) {
     DayPlan plan;
     plan.startMinute =
         settings.workHoursEnabled ? settings.workHoursStartMinute : WorkHoursDefaults::kStartMinute;
-    plan.lengthSec = kDaySec;
+    plan.lengthSec = lengthOf(settings);
     VirtualPlatform platform("UTC", wallTimeOf({{2026, 1, 5}, 9, 0, 0}, "UTC"));
     platform.preferences.write(SettingsStore::kKey, *printJson(undisturbed(settings)).text);
     AppEnvironment environment(platform.platform(seededUuids(1)));
@@ -38,7 +49,7 @@ DayPlan planDay(const SettingsModel& settings) {
         plan.breaks.push_back({session.kind, at.count(), session.totalSec()});
     });
     environment.launch();
-    platform.runLoop.runUpTo(start + std::chrono::seconds(kDaySec));
+    platform.runLoop.runUpTo(start + std::chrono::seconds(plan.lengthSec));
     return plan;
 }
 

@@ -15,10 +15,13 @@
 #include <utility>
 
 #include "app/desktop/break_trace.h"
+#include "app/desktop/command_output.h"
 #include "app/desktop/control_service.h"
 #include "app/desktop/demo.h"
 #include "app/desktop/known_languages.h"
 #include "app/desktop/login_item_sync.h"
+#include "app/desktop/session_bus_keeper.h"
+#include "app/desktop/stored_documents.h"
 #include "app/desktop/support_windows.h"
 #include "app/desktop/work_windows.h"
 #include "app/environment/app_environment.h"
@@ -27,12 +30,14 @@
 #include "platform/linux/autostart_login_item.h"
 #include "platform/linux/crash_handler.h"
 #include "platform/linux/crash_reports.h"
+#include "platform/linux/display_probe.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/linux_do_not_disturb.h"
 #include "platform/linux/linux_notifications.h"
 #include "platform/linux/linux_power_assertions.h"
 #include "platform/linux/linux_run_loop.h"
+#include "platform/linux/memory_release.h"
 #include "platform/linux/no_haptics.h"
 #include "platform/linux/portal_appearance_settings.h"
 #include "platform/linux/portal_motion_settings.h"
@@ -167,18 +172,16 @@ class RunningApplication {
                         [this] { return appearance_.isDark() ? Shade::dark : Shade::light; }),
           coverings_(platform.systemEvents.isSessionOnScreen.onChange(
               [this](const bool& isOnScreen) { toastSurface_.setCovered(!isOnScreen); })),
-          statusItem({environment.timerEngine(), environment.sessionStateStore(),
-                      environment.settingsStore(), environment.overlayManager(),
-                      environment.dailyCounter(),
-                      [this] { return environment.workHoursGate().workUntil(); },
-                      [this] { windows.showSettings(); }, [this] { windows.showReport(); },
-                      [this] { support.showAbout(); }, [] { QApplication::quit(); }}),
-          windows(environment, platform.calendar, dataFolder, [this] { statusItem.popUpMenu(); }),
+          bus(QDBusConnection::sessionBus(), SessionBusKeeper::address()),
+          statusItem_(makeStatusItem()),
+          windows(environment, platform.calendar, dataFolder, [this] { statusItem_->popUpMenu(); }),
           support(environment, platform.motion, {dataFolder, defaultStateFolder()}),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
-        teller_ = &statusItem;
         if (hasFailed_) {
-            statusItem.tellNotSaved();
+            statusItem_->tellNotSaved();
+        }
+        for (Signal<>* change : {&bus.came, &bus.lost}) {
+            busChanges_.push_back(change->subscribe([this] { adoptBus(); }));
         }
     }
     RunningApplication(const RunningApplication&) = delete;
@@ -209,13 +212,32 @@ class RunningApplication {
         std::fprintf(stderr, "ostrel: %s could not be saved: %s\n", error.key.c_str(),
                      error.description.c_str());
         hasFailed_ = true;
-        if (teller_) {
-            teller_->tellNotSaved();
+        if (statusItem_) {
+            statusItem_->tellNotSaved();
         }
     }
 
+    // Over no bus it is an icon in the older tray.
+    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() {
+        return std::make_unique<StatusItem>(
+            StatusMenu::Services{environment.timerEngine(), environment.sessionStateStore(),
+                                 environment.settingsStore(), environment.overlayManager(),
+                                 environment.dailyCounter(),
+                                 [this] { return environment.workHoursGate().workUntil(); },
+                                 [this] { windows.showSettings(); },
+                                 [this] { windows.showReport(); }, [this] { support.showAbout(); },
+                                 [] { QApplication::quit(); }},
+            bus.bus().value_or(QDBusConnection(QString())));
+    }
+
+    // What was said over the bus that is gone is said again over the new one.
+    void adoptBus() {
+        statusItem_.reset();
+        statusItem_ = makeStatusItem();
+        notifications_.adopt(bus.bus().value_or(QDBusConnection(QString())));
+    }
+
     bool hasFailed_ = false;
-    StatusItem* teller_ = nullptr;
     Subscription failures_;
     BreakTrace trace_;
     Subscription language_;
@@ -224,13 +246,19 @@ class RunningApplication {
     Subscription coverings_;
 
   public:
-    StatusItem statusItem;
+    SessionBusKeeper bus;
+
+  private:
+    std::unique_ptr<StatusItem> statusItem_;
+
+  public:
     WorkWindows windows;
     SupportWindows support;
 
   private:
     TerminationSignals signals_;
     Subscription termination_;
+    std::vector<Subscription> busChanges_;
 };
 
 int runDemo(LinuxPlatform& platform, const DesktopOptions& options) {
@@ -253,25 +281,47 @@ void writeCrashReports() {
     }
 }
 
+void speakLanguageOf(const std::string& folder) {
+    Texts::setLanguage(StoredDocuments(folder).settings().languageRaw);
+}
+
+int bringForward(const SingleInstance& second, const std::string& folder) {
+    speakLanguageOf(folder);
+    return second.activateFirst() ? print(Texts::of("cli.run.second").toStdString() + '\n')
+                                  : complain({"cli.error.no_answer", {}}, ExitStatus::kUnreachable);
+}
+
+// From a terminal over ssh the one that runs in the session can still be asked to come forward.
+int runWithoutDisplay(int& argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const std::string folder = defaultPreferencesFolder().string();
+    if (SingleInstance::isTaken(folder)) {
+        return bringForward(SingleInstance(folder), folder);
+    }
+    speakLanguageOf(folder);
+    return complain({"cli.error.no_display", {}}, ExitStatus::kFailed);
+}
+
 int runForReal(LinuxPlatform& platform) {
     const std::string folder = defaultPreferencesFolder().string();
     SingleInstance instance(folder);
     if (instance.role() == SingleInstance::Role::second) {
-        std::puts(instance.activateFirst() ? "Ostrel is running already: its window opens."
-                                           : "Ostrel is running already, but does not answer.");
-        return 0;
+        return bringForward(instance, folder);
     }
     writeCrashReports();
     FilePreferences preferences(folder, platform.runLoop);
     RunningApplication application(platform, preferences, folder);
     AutostartLoginItem loginItem(AutostartLoginItem::Places::ofThisSession());
-    const LoginItemSync loginItemSync(application.environment.settingsStore(), loginItem);
+    LoginItemSync loginItemSync(application.environment.settingsStore(), loginItem);
+    const Subscription refusals = loginItemSync.refused.subscribe(
+        [](const LocalizedText& text) { static_cast<void>(complain(text, ExitStatus::kFailed)); });
     application.support.begin();
     const Subscription activation =
         instance.activated.subscribe([&application] { application.windows.showSettings(); });
-    const ControlService control({application.environment, platform.calendar, systemWallTime,
-                                  knownLanguages(),
-                                  [&application](AppWindow window) { application.open(window); }});
+    const ControlService control(
+        {application.environment, platform.calendar, systemWallTime, knownLanguages(),
+         [&application](AppWindow window) { application.open(window); }},
+        application.bus);
     return application.run();
 }
 
@@ -282,28 +332,35 @@ void giveLargeBlocksBack() {
     mallopt(M_MMAP_THRESHOLD, kLargeBlockBytes);
 }
 
-// What a window took is of no use until the next one. Not at once: it is still being taken down.
-void giveBackAfterLastWindow(const QApplication& application) {
-    constexpr int kSoonMs = 1000;
-    QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application, [] {
-        QTimer::singleShot(kSoonMs, qApp, [] {
-            QPixmapCache::clear();
-            malloc_trim(0);
-        });
+void releaseSoon() {
+    constexpr int kSoonMs = 2000;
+    QTimer::singleShot(kSoonMs, qApp, [] {
+        QPixmapCache::clear();
+        releaseUnusedMemory();
     });
+}
+
+// What the start took is of no use later, and what a window took not until the next one. Not at
+// once: it is still being taken down.
+void releaseUnusedMemoryWhenCalm(const QApplication& application) {
+    releaseSoon();
+    QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application, releaseSoon);
 }
 
 }  // namespace
 
 int runDesktopApplication(int& argc, char** argv, const DesktopOptions& options) {
     giveLargeBlocksBack();
+    if (!isDisplayReachable()) {
+        return runWithoutDisplay(argc, argv);
+    }
     installAccessiblePopups();
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("ostrel"));
     QApplication::setApplicationDisplayName(QStringLiteral("Ostrel"));
     QApplication::setDesktopFileName(QStringLiteral("org.ostrel.Ostrel"));
     QApplication::setQuitOnLastWindowClosed(false);
-    giveBackAfterLastWindow(application);
+    releaseUnusedMemoryWhenCalm(application);
     LinuxPlatform platform;
     return options.action == DesktopOptions::Action::demo ? runDemo(platform, options)
                                                           : runForReal(platform);

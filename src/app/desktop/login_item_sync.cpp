@@ -1,7 +1,5 @@
 #include "app/desktop/login_item_sync.h"
 
-#include <cstdio>
-
 #include "core/settings/settings_store.h"
 #include "platform/api/login_item.h"
 
@@ -22,8 +20,8 @@ void LoginItemSync::follow(bool isWanted) {
         isEnabled_ = isWanted;
         return;
     }
-    std::fputs("ostrel: what starts at login could not be changed\n", stderr);
     settingsStore_.update([this](SettingsModel& settings) { settings.launchAtLogin = isEnabled_; });
+    refused.send({"welcome.ready.login.failed", {}});
 }
 
 }  // namespace ostrel

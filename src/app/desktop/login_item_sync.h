@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/localized_text.h"
+#include "base/signal.h"
 #include "base/subscription.h"
 
 namespace ostrel {
@@ -11,11 +13,13 @@ class SettingsStore;
 // is right, since its own tools may have changed it; from then on the setting acts at once.
 //
 // Where the system does not take the change, the setting goes back before update() of the store
-// returns, and a line on standard error tells it.
+// returns, and `refused` is sent.
 class LoginItemSync {
   public:
     // Both outlive it.
     LoginItemSync(SettingsStore& settingsStore, LoginItem& loginItem);
+
+    Signal<const LocalizedText&> refused;  // with what the user should read
 
   private:
     void follow(bool isWanted);

@@ -1,9 +1,9 @@
 #include "app/desktop/status_command.h"
 
 #include <QCoreApplication>
-#include <cstdio>
 #include <string_view>
 
+#include "app/desktop/command_output.h"
 #include "base/enum_names.h"
 #include "platform/linux/linux_capabilities.h"
 #include "screens/texts/texts.h"
@@ -15,15 +15,17 @@ QString textOf(std::string_view prefix, std::string_view name) {
     return Texts::of(std::string(prefix) + std::string(name));
 }
 
-void print(const std::vector<Capability>& capabilities) {
+std::string lines(const std::vector<Capability>& capabilities) {
+    std::string all;
     for (const Capability& capability : capabilities) {
         QString line = textOf("capability.topic.", nameOf(capability.topic)) +
                        QStringLiteral(": ") + textOf("capability.state.", nameOf(capability.state));
         if (!capability.reason.empty()) {
             line += QStringLiteral(". ") + Texts::of(capability.reason);
         }
-        std::printf("%s\n", line.toUtf8().constData());
+        all += line.toStdString() + '\n';
     }
+    return all;
 }
 
 }  // namespace
@@ -31,11 +33,9 @@ void print(const std::vector<Capability>& capabilities) {
 // Without a window of its own, and therefore also where there is no display.
 int runStatusCommand(int& argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    findCapabilities(QDBusConnection::sessionBus(), QDBusConnection::systemBus(),
-                     QCoreApplication::instance(), [](const std::vector<Capability>& found) {
-                         print(found);
-                         QCoreApplication::quit();
-                     });
+    findCapabilities(
+        QDBusConnection::sessionBus(), QDBusConnection::systemBus(), QCoreApplication::instance(),
+        [](const std::vector<Capability>& found) { QCoreApplication::exit(print(lines(found))); });
     return QCoreApplication::exec();
 }
 

@@ -1,8 +1,10 @@
 #include "app/desktop/stored_documents.h"
 
 #include "app/control/control_report.h"
+#include "app/desktop/login_item_sync.h"
 #include "core/settings/settings_store.h"
 #include "platform/calendar/zoned_calendar.h"
+#include "platform/linux/autostart_login_item.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/single_instance.h"
@@ -56,6 +58,10 @@ ControlOutcome StoredDocuments::change(
             failure = {"cli.error.not_saved %@", {error.description}};
         });
     SettingsStore store(preferences.files);
+    AutostartLoginItem loginItem(AutostartLoginItem::Places::ofThisSession());
+    LoginItemSync loginItemSync(store, loginItem);
+    const Subscription refusals =
+        loginItemSync.refused.subscribe([&](const LocalizedText& text) { failure = text; });
     ControlOutcome outcome = change(store);
     if (outcome.isDone() && !failure.key.empty()) {
         return {ControlOutcome::Kind::refused, failure, {}};

@@ -26,7 +26,7 @@ class StoredDocuments {
     [[nodiscard]] ControlOutcome report(std::string_view range, std::string_view format) const;
 
     // Runs `change` on the settings, while no program can start. Refused when one runs, and when
-    // the disk does not take what was changed.
+    // the disk or the system does not take what was changed. Needs a QCoreApplication.
     [[nodiscard]] ControlOutcome change(
         const std::function<ControlOutcome(SettingsStore&)>& change) const;
 

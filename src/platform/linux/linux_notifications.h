@@ -36,6 +36,9 @@ class LinuxNotifications : public SystemNotifications {
     explicit LinuxNotifications(Needs needs,
                                 const QDBusConnection& bus = QDBusConnection::sessionBus());
 
+    // From now on over this bus: the one before is gone, with every server on it.
+    void adopt(const QDBusConnection& bus) { server_.adopt(bus); }
+
     void registerCategories(std::vector<NotificationCategory> categories) override;
     void add(const NotificationRequest& request) override;
     void removePending(const std::string& id) override;

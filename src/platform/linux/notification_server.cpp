@@ -40,7 +40,28 @@ bool isFromServer(const QDBusMessage& answer) {
 
 }  // namespace
 
-NotificationServer::NotificationServer(QDBusConnection bus) : bus_(std::move(bus)) {
+NotificationServer::NotificationServer(const QDBusConnection& bus) : bus_(bus) {
+    listen();
+}
+
+NotificationServer::~NotificationServer() = default;
+
+void NotificationServer::adopt(const QDBusConnection& bus) {
+    bus_ = bus;
+    ++question_;
+    owner_.clear();
+    abilities_.reset();
+    authorization_ = Authorization::unknown;
+    const bool hasFailed = std::exchange(isStarting_, false);
+    listen();
+    gone.send();
+    if (hasFailed) {
+        notFound.send();
+    }
+}
+
+void NotificationServer::listen() {
+    watcher_.reset();
     if (!bus_.isConnected()) {
         authorization_ = Authorization::denied;
         return;
@@ -51,9 +72,9 @@ NotificationServer::NotificationServer(QDBusConnection bus) : bus_(std::move(bus
                  SLOT(handleAction(uint, QString, QDBusMessage)));
     bus_.connect(QString(), kPath, kService, QStringLiteral("NotificationClosed"), this,
                  SLOT(handleClosed(uint, uint, QDBusMessage)));
-    auto* watcher =
-        new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+    watcher_ = std::make_unique<QDBusServiceWatcher>(kService, bus_,
+                                                     QDBusServiceWatcher::WatchForOwnerChange);
+    connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& owner) { changeOwner(owner); });
     askForAbilities(Activation::forbidden);
 }

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "platform/api/system_notifications.h"
 
 class QDBusMessage;
+class QDBusServiceWatcher;
 
 namespace ostrel {
 
@@ -40,7 +42,12 @@ class NotificationServer : public QObject {
         bool sounds = false;  // the server's sound for a new message
     };
 
-    explicit NotificationServer(QDBusConnection bus);
+    explicit NotificationServer(const QDBusConnection& bus);
+
+    ~NotificationServer() override;
+
+    // Looks for the server on another bus; that of the bus before is gone.
+    void adopt(const QDBusConnection& bus);
 
     // Looks for a server, and may have the bus start one; `found` or `notFound` follows. Does
     // nothing while that is under way.
@@ -73,6 +80,7 @@ class NotificationServer : public QObject {
 
     Q_SLOT void handleAction(uint number, const QString& action, const QDBusMessage& message);
     Q_SLOT void handleClosed(uint number, uint reason, const QDBusMessage& message);
+    void listen();
     void changeOwner(const QString& owner);
     void askForAbilities(Activation activation);
     void takeAbilities(const QDBusMessage& answer);
@@ -80,6 +88,7 @@ class NotificationServer : public QObject {
     void call(const QDBusMessage& message, Answer answer);
 
     QDBusConnection bus_;
+    std::unique_ptr<QDBusServiceWatcher> watcher_;
     QString owner_;  // the unique name of the server; empty while none is known
     Authorization authorization_ = Authorization::unknown;
     std::optional<Abilities> abilities_;

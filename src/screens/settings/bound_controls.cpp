@@ -82,8 +82,8 @@ Switch* makeSwitch(SettingsStore& store, bool SettingsModel::*field, const char*
 }
 
 Choice* makeList(SettingsStore& store, const QStringList& labels,
-                    std::function<int(const SettingsModel&)> shown,
-                    std::function<void(SettingsModel&, int)> choose, const char* name) {
+                 std::function<int(const SettingsModel&)> shown,
+                 std::function<void(SettingsModel&, int)> choose, const char* name) {
     auto* control = new Choice;
     setName(control, name);
     ignoreWheel(control);
@@ -100,7 +100,7 @@ Choice* makeList(SettingsStore& store, const QStringList& labels,
 }
 
 Choice* makeSecondsChoice(SettingsStore& store, std::int64_t SettingsModel::*field,
-                             std::span<const std::int64_t> choices, const char* name) {
+                          std::span<const std::int64_t> choices, const char* name) {
     auto* control = new Choice;
     setName(control, name);
     ignoreWheel(control);

@@ -21,7 +21,6 @@ namespace {
 
 constexpr std::int64_t kHourSec = 3600;
 constexpr int kMinuteSec = 60;
-constexpr int kHoursBetweenLabels = 2;
 
 QString hourText(std::int64_t minute) {
     return QLocale().toString(QTime(0, 0).addSecs(static_cast<int>(minute) * kMinuteSec),
@@ -81,12 +80,17 @@ class DayStrip::Line : public QWidget {
         return {std::min(from, to), inset, width, kBar - 2 * inset};
     }
 
+    [[nodiscard]] std::int64_t hoursBetweenLabels() const {
+        constexpr std::int64_t kLongDaySec = 10 * kHourSec;
+        return plan_.lengthSec > kLongDaySec ? 4 : 2;
+    }
+
     void paintHours(QPainter& painter, const QColor& colour) const {
         QFont small = font();
         small.setPixelSize(11);
         painter.setFont(small);
         painter.setPen(colour);
-        for (std::int64_t at = 0; at <= plan_.lengthSec; at += kHoursBetweenLabels * kHourSec) {
+        for (std::int64_t at = 0; at <= plan_.lengthSec; at += hoursBetweenLabels() * kHourSec) {
             const QString text = hourText(plan_.startMinute + at / kMinuteSec);
             const int room = painter.fontMetrics().horizontalAdvance(text) + 2;
             const double left =

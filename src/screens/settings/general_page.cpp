@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QUrl>
@@ -61,22 +62,29 @@ Card* addProgram(Page& page, SettingsStore& store) {
     return program;
 }
 
-void exportTo(const QString& path, const SettingsModel& settings, QLabel* problem) {
+// Of an answer that was refused. The page may be gone by then: while the desktop asks for a file
+// the language can change.
+void tell(const QPointer<QLabel>& problem, bool isRefused, std::string_view key) {
+    if (problem) {
+        problem->setVisible(isRefused);
+        problem->setText(Texts::of(key));
+    }
+}
+
+void exportTo(const QString& path, const SettingsModel& settings, const QPointer<QLabel>& problem) {
     QSaveFile file(path);
     const QByteArray text = QByteArray::fromStdString(printJson(settings).text.value_or("") + "\n");
     const bool isWritten =
         file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
-    problem->setVisible(!isWritten);
-    problem->setText(Texts::of("settings.general.export_failed"));
+    tell(problem, !isWritten, "settings.general.export_failed");
 }
 
-void importFrom(const QString& path, TimerEngine& engine, QLabel* problem) {
+void importFrom(const QString& path, TimerEngine& engine, const QPointer<QLabel>& problem) {
     QFile file(path);
     const bool isOpen = file.open(QIODevice::ReadOnly);
     const auto settings = isOpen ? SettingsStore::parse(file.readAll().toStdString())
                                  : std::optional<SettingsModel>();
-    problem->setVisible(!settings);
-    problem->setText(Texts::of("settings.general.import_failed"));
+    tell(problem, !settings, "settings.general.import_failed");
     if (settings) {
         engine.applySettings(*settings);
     }
@@ -85,28 +93,36 @@ void importFrom(const QString& path, TimerEngine& engine, QLabel* problem) {
 QPushButton* makeExport(const SettingsServices& services, QLabel* problem) {
     QPushButton* button =
         makeButton("settings.general.save", QStringLiteral("ostrel.settings.export"));
-    QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
+    const QPointer<QLabel> remark(problem);
+    const auto exportNow = [&store = services.settingsStore, button, remark] {
+        const SettingsStore& settings = store;
+        const QPointer<QLabel> told = remark;
         const QString path = QFileDialog::getSaveFileName(
             button->window(), Texts::of("settings.general.export"),
             QStringLiteral("ostrel-settings.json"), QStringLiteral("JSON (*.json)"));
         if (!path.isEmpty()) {
-            exportTo(path, *services.settingsStore.settings(), problem);
+            exportTo(path, *settings.settings(), told);
         }
-    });
+    };
+    QObject::connect(button, &QPushButton::clicked, button, exportNow);
     return button;
 }
 
 QPushButton* makeImport(const SettingsServices& services, QLabel* problem) {
     QPushButton* button =
         makeButton("settings.general.open", QStringLiteral("ostrel.settings.import"));
-    QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
+    const QPointer<QLabel> remark(problem);
+    const auto importNow = [&timerEngine = services.timerEngine, button, remark] {
+        TimerEngine& engine = timerEngine;
+        const QPointer<QLabel> told = remark;
         const QString path =
             QFileDialog::getOpenFileName(button->window(), Texts::of("settings.general.import"), {},
                                          QStringLiteral("JSON (*.json)"));
         if (!path.isEmpty()) {
-            importFrom(path, services.timerEngine, problem);
+            importFrom(path, engine, told);
         }
-    });
+    };
+    QObject::connect(button, &QPushButton::clicked, button, importNow);
     return button;
 }
 

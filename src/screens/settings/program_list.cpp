@@ -103,7 +103,9 @@ void ProgramList::add(const std::string& program) {
 }
 
 void ProgramList::removeChosen() {
-    const int row = list_->currentRow();
+    // A screen reader selects without making it the current one.
+    const auto chosen = list_->selectedItems();
+    const int row = chosen.isEmpty() ? -1 : list_->row(chosen.front());
     services_.settingsStore.update([row](SettingsModel& settings) {
         if (row >= 0 && row < std::ssize(settings.deferAppBundleIDs)) {
             settings.deferAppBundleIDs.erase(settings.deferAppBundleIDs.begin() + row);

@@ -131,6 +131,7 @@ void PresetChoice::show(const SettingsModel& settings) {
 void PresetChoice::showOwn(const PresetDefinition& own) {
     const bool isShown = !PresetCatalog::find(own.id);
     if (isShown && own_ && own_->preset() == own) {
+        own_->setChecked(true);
         return;
     }
     delete std::exchange(own_, nullptr);
@@ -140,6 +141,11 @@ void PresetChoice::showOwn(const PresetDefinition& own) {
         group_->addButton(own_);
         cardsLayout_->addWidget(own_);
         own_->setChecked(true);
+        connect(own_, &QAbstractButton::toggled, this, [this](bool isChosen) {
+            if (isChosen) {
+                question_->setVisible(false);
+            }
+        });
     }
 }
 

@@ -76,23 +76,6 @@ TEST_F(ControlTest, TheStatusTellsWhatTheStatusItemTells) {
     EXPECT_EQ(statusJson()["state"], "off");
 }
 
-TEST_F(ControlTest, TheStatusFollowsABreakFromItsHoldToItsEnd) {
-    beginMeeting();
-    run(1200);
-    EXPECT_EQ(statusJson()["heldBreak"], "eye");
-    EXPECT_FALSE(statusJson().contains("breakOnScreen"));
-    platform.frontmost.set({});
-    run(31);
-    EXPECT_FALSE(statusJson().contains("heldBreak"));
-    const Json onScreen = statusJson()["breakOnScreen"];
-    EXPECT_EQ(onScreen["kind"], "eye");
-    EXPECT_EQ(onScreen["totalSec"], 120);
-    EXPECT_EQ(onScreen["canSkip"], true);
-    run(onScreen["remainingSec"].get<double>() + 3);
-    EXPECT_FALSE(statusJson().contains("breakOnScreen"));
-    EXPECT_EQ(statusJson()["today"]["eyeBreaksCompleted"], 1);
-}
-
 TEST_F(ControlTest, APauseIsAsLongAsPeopleTypeIt) {
     const struct {
         const char* typed;
@@ -135,19 +118,6 @@ TEST_F(ControlTest, ASkipIsWhatTheButtonIs) {
     EXPECT_EQ(inShort(control.startBreak("nap")), "invalid cli.error.kind %@");
 }
 
-TEST_F(ControlTest, ASkipAnswersTheCardThatAsks) {
-    setUp([](SettingsModel& changed) {
-        changed.eyePresentation = BreakPresentation::gentle;
-        changed.strictMode = true;
-    });
-    showBreak();
-    EXPECT_EQ(inShort(control.skip()), "refused cli.refused.strict");
-    run(121);
-    EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.no_break");
-    EXPECT_EQ(inShort(control.skip()), "done");
-    EXPECT_EQ(log(), (Events{"eye skipped"}));
-}
-
 TEST_F(ControlTest, APostponePutsOffWhatIsOnTheScreenOrElseWhatComesNext) {
     run(100);
     EXPECT_EQ(inShort(control.postpone()), "done");
@@ -160,18 +130,6 @@ TEST_F(ControlTest, APostponePutsOffWhatIsOnTheScreenOrElseWhatComesNext) {
     EXPECT_EQ(inShort(control.postpone()), "done");
     EXPECT_EQ(left().front(), 300);
     EXPECT_FALSE(statusJson().contains("breakOnScreen"));
-}
-
-TEST_F(ControlTest, APostponeOfAMergedBreakIsThatOfTheBodyBreak) {
-    setUp([](SettingsModel& changed) {
-        changed.activePresetID = "custom";
-        changed.eyeBreakIntervalSec = 1700;
-        changed.bodyBreakIntervalSec = 1800;
-    });
-    environment.timerEngine().applyOwnTiming(PresetCatalog::active(settings()));
-    EXPECT_EQ(statusJson()["next"], "body");
-    EXPECT_EQ(inShort(control.postpone()), "done");
-    EXPECT_EQ(left(), (std::vector<std::int64_t>{1700, 2100}));
 }
 
 TEST_F(ControlTest, APostponeIsNotSpentOnABreakThatDoesNotCome) {
@@ -240,7 +198,6 @@ TEST_F(ControlTest, TheReportHasTheFiguresAndADayEach) {
     showBreak();
     run(130);
     EXPECT_EQ(inShort(control.report("yearly", "json")), "invalid cli.error.range %@");
-    EXPECT_EQ(inShort(control.report("weekly", "xml")), "invalid cli.error.format %@");
     for (const auto& [range, days] : {std::pair{"weekly", 7U}, {"monthly", 30U}, {"full", 60U}}) {
         const Json json = parseJson(control.report(range, "json").text).value();
         const auto report = JsonCodec<ControlReport>::decode(json);
@@ -258,28 +215,6 @@ TEST_F(ControlTest, TheReportHasTheFiguresAndADayEach) {
         << csv;
     EXPECT_EQ(csv.find("skipped"), std::string::npos);
     EXPECT_NE(control.report("monthly", "csv").text.find("body,skipped"), std::string::npos);
-}
-
-TEST_F(ControlTest, ObserversHearWhateverChangesTheStatus) {
-    int heard = 0;
-    const auto watching = control.onChange([&heard] { ++heard; });
-    const auto hears = [&heard](const auto& act) {
-        heard = 0;
-        act();
-        return heard > 0;
-    };
-    EXPECT_TRUE(hears([this] { run(1); }));
-    EXPECT_TRUE(hears([this] { control.postpone(); }));
-    EXPECT_TRUE(hears([this] { control.pause("5m"); }));
-    EXPECT_FALSE(hears([this] { run(20); }));
-    EXPECT_TRUE(hears([this] { showBreak(); }));
-    EXPECT_TRUE(hears([this] { control.setSetting("strictMode", "true"); }));
-}
-
-TEST_F(ControlTest, AWindowIsOpenedByItsName) {
-    EXPECT_EQ(inShort(control.open("report")), "done");
-    EXPECT_EQ(inShort(control.open("cellar")), "invalid cli.error.window %@");
-    EXPECT_EQ(opened, (Events{"report"}));
 }
 
 }  // namespace

@@ -58,20 +58,6 @@ TEST_F(StoredDocumentsTest, LookingChangesNothingOnTheDisk) {
     EXPECT_EQ(files(), before);
 }
 
-TEST_F(StoredDocumentsTest, AChangeIsOnTheDiskWhenItIsDone) {
-    EXPECT_TRUE(setStrict().isDone());
-    EXPECT_TRUE(StoredDocuments(folder).settings().strictMode);
-    EXPECT_FALSE(documents.areInUse());
-}
-
-TEST_F(StoredDocumentsTest, NothingIsChangedWhileAProgramOwnsThem) {
-    write("ostrel.settings.v1.json", "{}");
-    const SingleInstance program(folder);
-    EXPECT_TRUE(documents.areInUse());
-    EXPECT_EQ(setStrict().reason.key, "cli.error.no_answer");
-    EXPECT_EQ(files().at("ostrel.settings.v1.json"), "{}");
-}
-
 TEST_F(StoredDocumentsTest, ADiskThatTakesNothingIsToldOf) {
     std::ofstream(folder) << "no folder";
     EXPECT_EQ(setStrict().reason.key, "cli.error.not_saved %@");

@@ -40,7 +40,6 @@ class PresenceAudit {
         isAway_ = isFilm_ = isCall_ = isCallSure_ = isFocusOn_ = false;
         longestIdleSec_ = 0;
         isInside_ = true;
-        insideAt_.reset();
         lookAtClock();
     }
     void didLaunch(AppEnvironment& environment) {
@@ -49,10 +48,6 @@ class PresenceAudit {
         seenReasons_ = session.current()->pauseReasons;
         watching_.push_back(session.current().onChange(
             [this](const SessionStateModel& model) { noteReasons(model.pauseReasons); }));
-        watching_.push_back(environment.workHoursGate().dayEnded.subscribe([this] {
-            findings().noteAndCount("end of the day");
-            ++dayEndsSeen_;
-        }));
         watching_.push_back(
             environment.overlayManager().didPresent.subscribe([this] { checkOpened(); }));
         watching_.push_back(engine().holdBegan.subscribe([this](BreakKind /*kind*/) {
@@ -110,19 +105,13 @@ class PresenceAudit {
         const bool wasInside =
             std::exchange(isInside_, isWithinHours(now(), settings_, platform_.calendar));
         if (isInside_) {
-            insideAt_ = {now(), settings_, platform_.timeZone};
             const bool wasHeld = reasons_.erase(PauseReason::schedule) > 0;
             if (!wasInside && !wasHeld && reasons_.empty()) {
-                noteRestart("work began after its pause was ended");
+                noteRestart();
             }
             return;
         }
         reasons_.insert(PauseReason::schedule);
-        if (wasInside && insideAt_) {
-            const bool ends = endedWithinAnHour();
-            dayEndsDue_ += ends ? 1 : 0;
-            findings().count(ends ? "hours ended" : "hours left otherwise");
-        }
     }
 
     // What time alone changes.
@@ -218,20 +207,6 @@ class PresenceAudit {
             reasons_.erase(PauseReason::focus);
         }
     }
-    // Whether the hours, as they were last looked at within them, end before an hour from now.
-    [[nodiscard]] bool endedWithinAnHour() const {
-        constexpr std::int64_t kSlackSec = 3600;
-        const ZonedCalendar calendar([this] { return insideAt_->zone; });
-        const WallTime second = wallTimeAt(std::floor(secondsSinceReference(insideAt_->at)));
-        for (WallTime minute = second - wallSec(calendar.components(second).second);
-             minute <= now() + wallSec(kSlackSec); minute += std::chrono::minutes(1)) {
-            if (minute > insideAt_->at && !isWithinHours(minute, insideAt_->settings, calendar)) {
-                return true;
-            }
-        }
-        return false;
-    }
-
     void poll() {
         eyeSec_ = engine().state()->eye.remainingSec;
         bodySec_ = engine().state()->body.remainingSec;
@@ -298,7 +273,7 @@ class PresenceAudit {
         const auto released = std::exchange(released_, std::nullopt);
         isStartedByUser_ = isStartingNow_;
         if (isStartingNow_) {
-            findings().count(isPaused() ? "break started in a pause" : "break started");
+            findings().count(isPaused() ? "started in a pause" : "break started");
             return;
         }
         settle();
@@ -321,11 +296,9 @@ class PresenceAudit {
     // The hours may be looked at a second late.
     void checkPauses() {
         const SessionStateModel& session = *environment_->sessionStateStore().current();
-        findings().expect("ends of the day too many", dayEndsSeen_ > dayEndsDue_, false);
         if (isPauseEnding() || platform_.runLoop.now() - flippedAt_ < std::chrono::seconds(2)) {
             return;
         }
-        findings().expect("ends of the day", dayEndsSeen_, dayEndsDue_);
         findings().expect("reasons to pause", session.pauseReasons, reasons_);
         findings().expect("end of the pause", session.userPauseUntil == until_, true);
         findings().expect("within hours", *environment_->workHoursGate().isWithinWorkHours(),
@@ -341,11 +314,11 @@ class PresenceAudit {
         settle();
         const auto before = std::exchange(seenReasons_, reasons);
         if (before.contains(PauseReason::schedule) && reasons.empty() && isInside_) {
-            noteRestart("work began");
+            noteRestart();
         }
     }
-    void noteRestart(const char* why) {
-        findings().count(why);
+    void noteRestart() {
+        findings().count("work began");
         audit_.countdowns().takeMerge();
         hasRestarted_ = true;
     }
@@ -374,17 +347,9 @@ class PresenceAudit {
     bool isInside_ = true;
     std::string day_;
     RunLoopTime flippedAt_{std::chrono::hours(-1)};
-    struct Inside {
-        WallTime at;
-        SettingsModel settings;
-        std::string zone;
-    };
-    std::optional<Inside> insideAt_;  // when the hours were last looked at within them
-    int dayEndsDue_ = 0;
 
     // What the environment does.
     std::set<PauseReason> seenReasons_;
-    int dayEndsSeen_ = 0;
     bool hasRestarted_ = false;
     bool isStartingNow_ = false;
     bool isStartedByUser_ = false;

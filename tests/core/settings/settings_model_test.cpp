@@ -23,39 +23,6 @@ SettingsModel with(Value SettingsModel::*field, Value value) {
 
 }  // namespace
 
-TEST(SettingsModelTest, WritesEveryFieldInOrderAndReadsItBack) {
-    const Json json = asJson(SettingsModel{});
-    EXPECT_EQ(json.size(), 44U);
-    EXPECT_EQ(json.begin().key(), "launchAtLogin");
-    EXPECT_EQ(std::prev(json.end()).key(), "presetDurationsNormalized");
-    EXPECT_EQ(JsonCodec<SettingsModel>::decode(json), SettingsModel{});
-}
-
-TEST(SettingsModelTest, DefaultsAreThoseThatUsersAreTold) {
-    const char* defaults = R"({"launchAtLogin":false,"strictMode":false,"detectUserIdle":true,
-        "pauseDuringDND":true,"delayBreakOnFullscreenVideo":true,"detectVideoPlayback":true,
-        "idleThresholdSec":300,"creditAwayAsBreak":true,"deferAppBundleIDs":["us.zoom.xos",
-        "app.zoom.us","us.zoom.ZoomClips","com.microsoft.teams","com.microsoft.teams2",
-        "com.cisco.webexmeetingsapp","com.cisco.webex.meetings","com.tinyspeck.slackmacgap",
-        "com.apple.FaceTime","com.hnc.Discord",
-        "com.google.Chrome.app.kjbdgfilnfhdoflbpgamdcdgpehopbep"],"maxDeferralSec":900,
-        "eyeBreakIntervalSec":1200,"eyeBreakDurationSec":120,"bodyBreakIntervalSec":3000,
-        "bodyBreakDurationSec":300,"mergeNearbyBreaks":true,"workHoursEnabled":false,
-        "workHoursStartMinute":540,"workHoursEndMinute":1080,"workDays":[2,3,4,5,6],
-        "notifyDayEnd":true,"activePresetID":"standard","chimeMode":"both","overlayTint":"ink",
-        "overlayDimOpacity":0.7,"overlayStyle":"guided","customBreakMessages":[],
-        "eyePresentation":"fullScreen","bodyPresentation":"fullScreen","dailyGoalBreaks":6,
-        "disableSkipPenalty":false,
-        "startBreakHotkey":{"keyCode":11,"modifiers":768,"displayString":"⌘⇧B"},
-        "togglePauseHotkey":{"keyCode":35,"modifiers":4352,"displayString":"⌃⌘P"},
-        "notifyBreakSoon":false,"notifyConsecutiveSkips":true,"notifyPauseForgotten":true,
-        "notifyWeeklySummary":true,"breakSoonLeadSec":60,"preBreakToastLeadSec":10,
-        "remindersMigrated":true,"hasOnboarded":false,"appearance":"system",
-        "languageRaw":"system","ostrelEnabled":true,"presetDurationsNormalized":true})";
-    EXPECT_EQ(asJson(SettingsModel{}), *parseJson(defaults));
-    EXPECT_EQ(decoded("{}"), SettingsModel{});
-}
-
 TEST(SettingsModelTest, UnreadableFieldKeepsItsDefaultAndCostsNothingElse) {
     using S = SettingsModel;
     const std::pair<const char*, SettingsModel> cases[] = {
@@ -92,12 +59,6 @@ TEST(SettingsModelTest, UnreadableFieldKeepsItsDefaultAndCostsNothingElse) {
     }
 }
 
-TEST(SettingsModelTest, OnlyAnObjectIsADocument) {
-    for (const char* text : {"[]", "1", "null", "\"{}\""}) {
-        EXPECT_FALSE(SettingsModel::decode(*parseJson(text))) << text;
-    }
-}
-
 TEST(PresetCatalogTest, ActivePresetGoesByIdentifierAlone) {
     SettingsModel settings;
     settings.eyeBreakIntervalSec = 777;
@@ -107,27 +68,6 @@ TEST(PresetCatalogTest, ActivePresetGoesByIdentifierAlone) {
     settings.activePresetID = "Standard";
     EXPECT_EQ(PresetCatalog::active(settings),
               (PresetDefinition{"Standard", "Custom", 777, 120, 3000, 300}));
-}
-
-TEST(PresetCatalogTest, PresetsLieWithinTheSlidersAndHaveTheirNames) {
-    const auto within = [](std::int64_t value, TimingRanges::Range range) {
-        return value >= range.least && value <= range.most;
-    };
-    std::vector<std::string> names;
-    for (const PresetDefinition& preset : PresetCatalog::all()) {
-        EXPECT_TRUE(within(preset.eyeIntervalSec, TimingRanges::kEyeIntervalSec) &&
-                    within(preset.eyeDurationSec, TimingRanges::kEyeDurationSec) &&
-                    within(preset.bodyIntervalSec, TimingRanges::kBodyIntervalSec) &&
-                    within(preset.bodyDurationSec, TimingRanges::kBodyDurationSec))
-            << preset.id;
-        names.emplace_back(PresetCatalog::nameKey(preset).value_or(""));
-    }
-    EXPECT_EQ(names,
-              (std::vector<std::string>{"preset.name.light", "label.standard", "label.strict"}));
-    EXPECT_FALSE(PresetCatalog::nameKey({"custom", "Custom"}));
-    EXPECT_EQ(PresetCatalog::light(), (PresetDefinition{"light", "Light", 1800, 45, 5400, 180}));
-    EXPECT_EQ(PresetCatalog::standard(),
-              (PresetDefinition{"standard", "Standard", 1200, 120, 3000, 300}));
 }
 
 }  // namespace ostrel
