@@ -214,7 +214,10 @@ class NotRunningTest(Commands):
 
     def test_report_and_settings_work_on_what_is_stored(self):
         self.assertEqual(len(json.loads(self.told("report", "--range", "full", "--json"))["days"]), 60)
-        self.assertEqual(self.told("report").splitlines()[0], "The last seven days")
+        report = self.told("report").splitlines()
+        self.assertEqual(report[0], "The last seven days")
+        self.assertIn("Breaks held back: 0", report)
+        self.assertIn("Breaks counted while away: 0", report)
         self.assertTrue(self.told("report", "--csv").startswith("id,startedAt,"))
         before = self.told("settings", "export")
         self.assertFalse(self.documents.exists(), "looking wrote something")

@@ -28,6 +28,7 @@ inline constexpr const char* kQuota = "ostrel.postponeQuota.v1";
 inline constexpr const char* kStreak = "ostrel.streak.v1";
 inline constexpr const char* kDayEnd = "ostrel.dayEnd.v1";
 inline constexpr const char* kRotation = "ostrel.guidedRotation.v1";
+inline constexpr const char* kTally = "ostrel.presenceTally.v1";
 
 inline constexpr const char* kZone = "Europe/Berlin";
 [[nodiscard]] inline WallTime at(const char* local) {
@@ -118,7 +119,8 @@ class Desk : DayEndNotifying {
                 {kPool, *its.penaltyEngine().unconsumedPenaltySec()},
                 {kLedger, asJson(*its.penaltyLedger().skipEvents())},
                 {kQuota, {*quota.used(), secondsSinceReference(*quota.windowStart())}},
-                {kStreak, {streak.currentDays, streak.longestDays}}};
+                {kStreak, {streak.currentDays, streak.longestDays}},
+                {kTally, asJson(*its.presenceTally().days())}};
     }
 
     std::vector<std::string> failed;  // what could not be encoded, by key

@@ -142,8 +142,8 @@ ControlOutcome Control::postpone() {
 }
 
 ControlOutcome Control::report(std::string_view range, std::string_view format) const {
-    return printReport(services_.environment.breakLog(), services_.calendar, services_.now, range,
-                       format);
+    return printReport(services_.environment.breakLog(), services_.environment.presenceTally(),
+                       services_.calendar, services_.now, range, format);
 }
 
 std::string Control::settings() const {

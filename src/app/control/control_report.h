@@ -15,6 +15,7 @@ namespace ostrel {
 
 class BreakLog;
 class Calendar;
+class PresenceTally;
 
 // The report's figures for other programs.
 struct ControlReport {
@@ -38,7 +39,9 @@ struct ControlReport {
     double skipRate = 0;  // 0 to 1
     std::int64_t avgPenaltySec = 0;
     std::int64_t postponements = 0;
-    std::vector<Day> days;  // oldest first, today last
+    std::int64_t held = 0;      // breaks held back, whatever became of them
+    std::int64_t credited = 0;  // breaks that an absence counted as
+    std::vector<Day> days;      // oldest first, today last
 
     static constexpr auto fields() {
         using R = ControlReport;
@@ -50,14 +53,16 @@ struct ControlReport {
                           Field{"skipRate", &R::skipRate},
                           Field{"avgPenaltySec", &R::avgPenaltySec},
                           Field{"postponements", &R::postponements},
+                          Field{"held", &R::held},
+                          Field{"credited", &R::credited},
                           Field{"days", &R::days}};
     }
 };
 
 // The range is "weekly", "monthly" or "full". As "json" the figures, as "csv" the log of the breaks
 // of those days.
-[[nodiscard]] ControlOutcome printReport(const BreakLog& log, const Calendar& calendar,
-                                         const NowFunction& now, std::string_view range,
-                                         std::string_view format);
+[[nodiscard]] ControlOutcome printReport(const BreakLog& log, const PresenceTally& tally,
+                                         const Calendar& calendar, const NowFunction& now,
+                                         std::string_view range, std::string_view format);
 
 }  // namespace ostrel

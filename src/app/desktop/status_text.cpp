@@ -171,6 +171,8 @@ std::string lines(const ControlReport& report) {
          Texts::of("cli.report.skip_rate %lld",
                    {std::int64_t{std::llround(report.skipRate * kPercent)}}),
          Texts::of("cli.report.postponed %lld", {report.postponements}),
+         Texts::of("cli.report.held %lld", {report.held}),
+         Texts::of("cli.report.credited %lld", {report.credited}),
          Texts::of("cli.report.penalty %lld", {report.avgPenaltySec})});
 }
 

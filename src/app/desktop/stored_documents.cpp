@@ -10,6 +10,7 @@
 #include "platform/linux/single_instance.h"
 #include "platform/virtual/virtual_run_loop.h"
 #include "records/break_log.h"
+#include "records/presence_tally.h"
 
 namespace ostrel {
 namespace {
@@ -40,7 +41,8 @@ ControlOutcome StoredDocuments::report(std::string_view range, std::string_view 
     Preferences preferences(folder_, Access::readOnly);
     const ZonedCalendar calendar(systemTimeZone);
     const BreakLog log(preferences.files, calendar, systemWallTime);
-    return printReport(log, calendar, systemWallTime, range, format);
+    const PresenceTally tally(preferences.files, calendar, systemWallTime);
+    return printReport(log, tally, calendar, systemWallTime, range, format);
 }
 
 ControlOutcome StoredDocuments::change(

@@ -62,9 +62,9 @@ void WorkWindows::showSettings() {
 void WorkWindows::showReport() {
     if (!report_) {
         report_ = new ReportWindow({environment_.reportSummary(), environment_.breakLog(),
-                                    environment_.streakTracker(), environment_.dailyCounter(),
-                                    environment_.settingsStore(), calendar_, systemWallTime,
-                                    askWithSaveDialog});
+                                    environment_.presenceTally(), environment_.streakTracker(),
+                                    environment_.dailyCounter(), environment_.settingsStore(),
+                                    calendar_, systemWallTime, askWithSaveDialog});
     }
     report_->present();
 }

@@ -74,6 +74,13 @@ PostponeService& AppEnvironment::postponeService() {
     });
 }
 
+PresenceTally& AppEnvironment::presenceTally() {
+    return filled(presenceTally_, [this] {
+        return std::make_unique<PresenceTally>(platform_.preferences, platform_.calendar,
+                                               platform_.now);
+    });
+}
+
 StreakTracker& AppEnvironment::streakTracker() {
     return filled(streakTracker_, [this] {
         return std::make_unique<StreakTracker>(
@@ -206,11 +213,29 @@ void AppEnvironment::launch() {
     [[maybe_unused]] const StreakTracker& streak = streakTracker();
     subscriptions_.push_back(platform_.systemEvents.willSleep.subscribe([this] { noteSleep(); }));
     subscriptions_.push_back(platform_.systemEvents.didWake.subscribe([this] { noteWake(); }));
+    countHoldsAndCredits();
     notificationCenter().start(answers());
     [[maybe_unused]] const IdleDetector& idle = idleDetector();
     [[maybe_unused]] const FocusFilterWatcher* focus = focusFilterWatcher();
     timerEngine().configure(PresetCatalog::active(*settingsStore().settings()));
     watchPresence();
+}
+
+// A body break that takes over an eye break's hold goes on with it: together they are one break.
+void AppEnvironment::countHoldsAndCredits() {
+    TimerEngine& engine = timerEngine();
+    const auto goesOn = std::make_shared<bool>(false);
+    subscriptions_.push_back(
+        engine.holdEnded.subscribe([&engine, goesOn](BreakKind /*kind*/, HoldEnd how) {
+            *goesOn = how == HoldEnd::folded && engine.isDeferring();
+        }));
+    subscriptions_.push_back(engine.holdBegan.subscribe([this, goesOn](BreakKind /*kind*/) {
+        if (!std::exchange(*goesOn, false)) {
+            presenceTally().countHeld();
+        }
+    }));
+    subscriptions_.push_back(engine.absenceCredited.subscribe(
+        [this](BreakKind /*kind*/) { presenceTally().countCredited(); }));
 }
 
 void AppEnvironment::watchPresence() {

@@ -25,6 +25,7 @@
 #include "records/penalty_ledger.h"
 #include "records/postpone_quota.h"
 #include "records/postpone_service.h"
+#include "records/presence_tally.h"
 #include "records/report_summary.h"
 #include "records/streak_tracker.h"
 
@@ -54,6 +55,7 @@ class AppEnvironment {
     [[nodiscard]] PenaltyEngine& penaltyEngine();
     [[nodiscard]] PostponeQuota& postponeQuota();
     [[nodiscard]] PostponeService& postponeService();
+    [[nodiscard]] PresenceTally& presenceTally();
     [[nodiscard]] StreakTracker& streakTracker();
     [[nodiscard]] DayEndAnnouncer& dayEndAnnouncer();
     [[nodiscard]] ReportSummaryView& reportSummary();
@@ -75,6 +77,7 @@ class AppEnvironment {
 
   private:
     [[nodiscard]] OstrelNotificationCenter::Answers answers();
+    void countHoldsAndCredits();
     void watchPresence();
     void followFocusSetting();
     void noteSleep();
@@ -91,6 +94,7 @@ class AppEnvironment {
     std::unique_ptr<PenaltyEngine> penaltyEngine_;
     std::unique_ptr<PostponeQuota> postponeQuota_;
     std::unique_ptr<PostponeService> postponeService_;
+    std::unique_ptr<PresenceTally> presenceTally_;
     std::unique_ptr<StreakTracker> streakTracker_;
     std::unique_ptr<DayEndAnnouncer> dayEndAnnouncer_;
     std::unique_ptr<ReportSummaryView> reportSummary_;

@@ -368,6 +368,12 @@ void TimerEngine::creditAway(std::int64_t awaySec) {
         eyeMergedIntoBody_ = false;
     }
     clearCycleFlags();
+    if (creditsEye) {
+        absenceCredited.send(BreakKind::eye);
+    }
+    if (creditsBody) {
+        absenceCredited.send(BreakKind::body);
+    }
     using Message = EngineToasts::Message;
     const Message oneOfThem = creditsEye ? Message::awayCreditEye : Message::awayCreditBody;
     showToast(creditsEye && creditsBody ? Message::awayCreditBoth : oneOfThem,

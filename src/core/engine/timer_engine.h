@@ -129,6 +129,7 @@ class TimerEngine {
     Signal<> shouldCloseOverlayForPause;
     Signal<BreakKind> holdBegan;
     Signal<BreakKind, HoldEnd> holdEnded;
+    Signal<BreakKind> absenceCredited;  // an absence counted as that break
 
   private:
     struct CycleFlags {

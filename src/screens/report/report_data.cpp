@@ -8,6 +8,7 @@
 #include "platform/api/calendar.h"
 #include "records/break_log.h"
 #include "records/daily_counter.h"
+#include "records/presence_tally.h"
 #include "records/streak_tracker.h"
 #include "screens/report/report_services.h"
 
@@ -54,6 +55,7 @@ std::int64_t ReportDay::total() const {
 ReportData readReport(const ReportServices& services, ReportSummaryView::Range range) {
     const auto span = services.breakLog.entriesOf(ReportSummaryView::days(range));
     const auto all = services.breakLog.entriesOf(BreakLog::kRetentionDays);
+    const auto presence = services.presenceTally.totals(ReportSummaryView::days(range));
     const DailyCounterModel& today = *services.dailyCounter.model();
     ReportData data;
     data.range = range;
@@ -62,7 +64,9 @@ ReportData readReport(const ReportServices& services, ReportSummaryView::Range r
                                   : ReportData::Content::some;
     data.stats = services.summary.stats(range);
     data.fadedOut = std::ranges::count(span, Outcome::autoFadeOut, &BreakLogEntry::outcome);
+    data.held = presence.held;
     data.dropped = std::ranges::count(span, Outcome::deferred, &BreakLogEntry::outcome);
+    data.credited = presence.credited;
     data.days = daysOf(services, range);
     data.takenToday = addSec(today.eyeBreaksCompleted, today.bodyBreaksCompleted);
     data.goal = std::max<std::int64_t>((*services.settingsStore.settings()).dailyGoalBreaks, 1);

@@ -31,7 +31,9 @@ struct ReportData {
     Content content = Content::none;
     ReportSummaryStats stats;
     std::int64_t fadedOut = 0;
+    std::int64_t held = 0;        // held back, whatever became of them
     std::int64_t dropped = 0;     // held back until it was too late
+    std::int64_t credited = 0;    // an absence counted as the break
     std::vector<ReportDay> days;  // oldest first, today last; never empty
     std::int64_t takenToday = 0;
     std::int64_t goal = 0;

@@ -12,6 +12,7 @@ namespace ostrel {
 class BreakLog;
 class Calendar;
 class DailyCounter;
+class PresenceTally;
 class ReportSummaryView;
 class SettingsStore;
 class StreakTracker;
@@ -31,6 +32,7 @@ using AskForFile = std::function<QString(QWidget& window, const SaveQuestion& qu
 struct ReportServices {
     const ReportSummaryView& summary;
     const BreakLog& breakLog;
+    const PresenceTally& presenceTally;
     const StreakTracker& streakTracker;
     const DailyCounter& dailyCounter;
     const SettingsStore& settingsStore;

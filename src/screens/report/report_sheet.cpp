@@ -99,8 +99,12 @@ Card* ReportSheet::makeFigures() {
            });
     addRow(*card, Texts::of("report.figure.postponed"), Texts::of("report.figure.postponed.hint"),
            [](const ReportData& report) { return number(report.stats.postponements); });
+    addRow(*card, Texts::of("report.figure.held"), Texts::of("report.figure.held.hint"),
+           [](const ReportData& report) { return number(report.held); });
     addRow(*card, Texts::of("report.figure.dropped"), Texts::of("report.figure.dropped.hint"),
            [](const ReportData& report) { return number(report.dropped); });
+    addRow(*card, Texts::of("report.figure.credited"), Texts::of("report.figure.credited.hint"),
+           [](const ReportData& report) { return number(report.credited); });
     return card;
 }
 

@@ -16,6 +16,7 @@
 #include "records/break_log.h"
 #include "records/break_log_export.h"
 #include "records/daily_counter.h"
+#include "records/presence_tally.h"
 #include "records/streak_tracker.h"
 #include "screens/controls/page.h"
 #include "screens/report/empty_note.h"
@@ -43,6 +44,7 @@ ReportWindow::ReportWindow(Services services)
             published.onChange([this](const auto& /*now*/) { refreshSoon_.start(0); }));
     };
     follow(services_.breakLog.entries());
+    follow(services_.presenceTally.days());
     follow(services_.streakTracker.streak());
     follow(services_.dailyCounter.model());
     follow(services_.settingsStore.settings());

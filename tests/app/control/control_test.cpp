@@ -192,6 +192,9 @@ TEST_F(ControlTest, TheReportHasTheFiguresAndADayEach) {
     const WallTime before = platform.runLoop.wallNow() - wallSec(std::int64_t{8} * 86'400);
     environment.breakLog().append({seededUuids(2)(), before, before, BreakKind::body,
                                    BreakLogEntry::Outcome::skipped, 0, 300});
+    beginMeeting();
+    run(1201);
+    environment.timerEngine().markUserReturned(300);
     showBreak();
     run(130);
     EXPECT_EQ(inShort(control.report("yearly", "json")), "invalid cli.error.range %@");
@@ -201,11 +204,13 @@ TEST_F(ControlTest, TheReportHasTheFiguresAndADayEach) {
         ASSERT_TRUE(report);
         EXPECT_EQ(report->days.size(), days);
         EXPECT_EQ(report->eyeFadedOut, 1);
+        EXPECT_EQ(report->held, 1);
+        EXPECT_EQ(report->credited, 2);
         EXPECT_EQ(json["days"].back(), parseJson(R"({"day":"2026-03-09","eye":0,"body":0})"));
     }
     const std::string csv = control.report("weekly", "csv").text;
     EXPECT_TRUE(csv.starts_with("id,startedAt,endedAt,kind,outcome,"));
-    EXPECT_NE(csv.find("2026-03-09T09:00:00+01:00,2026-03-09T09:02:01.500+01:00,eye,autoFadeOut"),
+    EXPECT_NE(csv.find("2026-03-09T09:20:01+01:00,2026-03-09T09:22:02.500+01:00,eye,autoFadeOut"),
               std::string::npos)
         << csv;
     EXPECT_EQ(csv.find("skipped"), std::string::npos);

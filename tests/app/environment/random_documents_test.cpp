@@ -22,8 +22,8 @@
 namespace ostrel::stored {
 namespace {
 
-constexpr std::array kKeys = {kSettings, kSession, kLog,    kCounter, kPool,
-                              kLedger,   kQuota,   kStreak, kDayEnd,  kRotation};
+constexpr std::array kKeys = {kSettings, kSession, kLog,    kCounter,  kPool, kLedger,
+                              kQuota,    kStreak,  kDayEnd, kRotation, kTally};
 
 struct Damage {
     std::string key;
@@ -212,6 +212,7 @@ TEST(RandomDocumentTest, DatesAndNumbersBeyondAllSenseAreBorne) {
         {kQuota, "/windowStart", "1e308"},
         {kStreak, "/recent/0/judgedAt", "1e308"},
         {kStreak, "/recent/0/day", "\"9999-12-31\""},
+        {kTally, "/0/day", "\"9999-12-31\""},
         {kStreak, "",
          R"({"earlierDays":3659634,"longestDays":0,"recent":[{"day":"2026-03-26","verdict":"reached","judgedAt":1.0}]})"},
     };

@@ -19,6 +19,7 @@
 #include "records/break_log.h"
 #include "records/break_log_export.h"
 #include "records/daily_counter.h"
+#include "records/presence_tally.h"
 #include "records/streak_tracker.h"
 #include "screens/gui.h"
 #include "screens/report/day_bar.h"
@@ -47,10 +48,11 @@ struct ReportWindowTest : ::testing::Test, RecordsBench {
         }
     }
     void open() {
-        window = new ReportWindow({summary, log, streak, counter, settings, calendar, clock(),
-                                   [this](QWidget& /*asking*/, const SaveQuestion& question) {
-                                       return answer(question);
-                                   }});
+        window =
+            new ReportWindow({summary, log, tally, streak, counter, settings, calendar, clock(),
+                              [this](QWidget& /*asking*/, const SaveQuestion& question) {
+                                  return answer(question);
+                              }});
         window->present();
         ASSERT_TRUE(runUntil([this] { return window->isActiveWindow(); }));
     }
@@ -118,6 +120,7 @@ struct ReportWindowTest : ::testing::Test, RecordsBench {
     }
 
     BreakLog log{preferences, calendar, clock()};
+    PresenceTally tally{preferences, calendar, clock()};
     DailyCounter counter{{preferences, calendar, runLoop, systemEvents, clock()}};
     StreakTracker streak{{preferences, settings, log, counter, calendar, clock()}};
     ReportSummaryView summary{log, calendar, clock()};
@@ -137,11 +140,17 @@ TEST_F(ReportWindowTest, FiguresAndBarsAreThoseOfTheRecordsInEachSpan) {
     add(6, 2, BreakKind::eye, Outcome::completed, 30);
     add(6, 1, BreakKind::body, Outcome::autoFadeOut);
     add(0, 1, BreakKind::body);
+    jumpTo("2026-01-20T15:00:00");
+    tally.countCredited();
+    jumpTo("2026-02-20T15:00:00");
+    tally.countHeld();
+    jumpTo("2026-03-09T15:00:00");
+    tally.countHeld();
     open();
     const std::pair<int, std::vector<std::string>> cases[] = {
-        {7, {"2", "1", "1", "0%", "30 s", "0", "0"}},
-        {30, {"2", "1", "1", "20%", "35 s", "0", "2"}},
-        {60, {"2", "4", "1", "11%", "35 s", "1", "2"}},
+        {7, {"2", "1", "1", "0%", "30 s", "0", "1", "0", "0"}},
+        {30, {"2", "1", "1", "20%", "35 s", "0", "2", "2", "0"}},
+        {60, {"2", "4", "1", "11%", "35 s", "1", "2", "2", "1"}},
     };
     for (const auto& [days, figures] : cases) {
         choose(days);
@@ -150,7 +159,8 @@ TEST_F(ReportWindowTest, FiguresAndBarsAreThoseOfTheRecordsInEachSpan) {
                   (std::vector{figure("Eye breaks ended with Done"),
                                figure("Body breaks ended with Done"), figure("Ended by themselves"),
                                figure("Skipped"), figure("Extra time for skips"),
-                               figure("Postponed"), figure("Held back and dropped")}))
+                               figure("Postponed"), figure("Held back"),
+                               figure("Held back and dropped"), figure("Counted while away")}))
             << days;
     }
     EXPECT_EQ(bars()[53]->accessibleName(),
@@ -215,6 +225,11 @@ TEST_F(ReportWindowTest, FollowsTheRecordsAndStaysWithTheDayThatIsLookedAt) {
     EXPECT_EQ(figure("Breaks today, of your goal"), "2 of 2");
     EXPECT_EQ(figure("In a row with the goal reached"), "1 day");
     EXPECT_EQ(focused(), 5U);
+    tally.countCredited();
+    ASSERT_TRUE(runUntil([this] { return figure("Counted while away") == "1"; }));
+    setUp([](SettingsModel& model) { model.dailyGoalBreaks = 3; });
+    ASSERT_TRUE(runUntil([this] { return isRead("Goal: 3 a day"); }));
+
     jumpTo("2026-03-10T09:00:00");
     systemEvents.dayChanged.send();
     ASSERT_TRUE(runUntil([this] { return figure("Breaks today, of your goal") == "0 of 2"; }));
