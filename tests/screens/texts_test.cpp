@@ -1,6 +1,7 @@
 #include "screens/texts/languages.h"
 #include "screens/texts/plural_rules.h"
 #include "screens/texts/text_table.h"
+#include "screens/texts/texts.h"
 
 #include <QRegularExpression>
 #include <algorithm>

@@ -31,6 +31,7 @@ TEST(SettingValues, EverySettingComesBackAsItIsShown) {
 }
 
 TEST(SettingValues, AValueIsReadStrictlyAndMustBeOnOffer) {
+    const std::string pauses = asJson(SettingsModel{}.togglePauseHotkey).dump();
     const struct {
         const char* name;
         const char* text;
@@ -65,24 +66,12 @@ TEST(SettingValues, AValueIsReadStrictlyAndMustBeOnOffer) {
          "settings.shortcuts.invalid"},
         {"startBreakHotkey", R"({"keyCode":49,"modifiers":256,"displayString":"Space"})",
          "settings.shortcuts.collision %@"},
-        {"startBreakHotkey", asJson(SettingsModel{}.togglePauseHotkey).dump(),
-         "settings.shortcuts.equal"},
+        {"startBreakHotkey", pauses.c_str(), "settings.shortcuts.equal"},
         {"nothing", "1", "cli.setting.unknown %@"},
     };
     for (const auto& [name, text, expected] : cases) {
         EXPECT_EQ(afterSetting(name, text), expected) << name << " " << text;
     }
-}
-
-// Which preset is active, and its four values.
-std::string timingOf(const SettingsModel& settings) {
-    std::string timing = settings.activePresetID;
-    for (const std::int64_t value :
-         {settings.eyeBreakIntervalSec, settings.eyeBreakDurationSec, settings.bodyBreakIntervalSec,
-          settings.bodyBreakDurationSec}) {
-        timing += " " + std::to_string(value);
-    }
-    return timing;
 }
 
 TEST(SettingValues, ChoicesAreWhatASettingTakes) {

@@ -22,6 +22,7 @@
 #include "records/presence_tally.h"
 #include "records/streak_tracker.h"
 #include "screens/gui.h"
+#include "screens/overflow.h"
 #include "screens/report/day_bar.h"
 #include "screens/report/day_chart.h"
 #include "screens/texts/texts.h"
@@ -129,6 +130,16 @@ struct ReportWindowTest : ::testing::Test, RecordsBench {
     };
     QPointer<ReportWindow> window;
 };
+
+TEST_F(ReportWindowTest, EveryTextHasRoomInEveryLanguage) {
+    add(1, 5, BreakKind::eye);
+    add(3, 2, BreakKind::body);
+    open();
+    const auto spans = all<QRadioButton>().size();
+    expectRoomInEveryLanguage(*window, static_cast<int>(spans), [this](int span) {
+        all<QRadioButton>()[static_cast<std::size_t>(span)]->click();
+    });
+}
 
 }  // namespace
 

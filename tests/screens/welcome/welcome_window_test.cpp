@@ -3,9 +3,11 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QStackedWidget>
 #include <algorithm>
 
 #include "screens/gui.h"
+#include "screens/overflow.h"
 #include "screens/texts/texts.h"
 #include "support/engine_bench.h"
 
@@ -79,6 +81,14 @@ TEST_F(WelcomeWindowTest, AnAnswerThatComesAfterTheEndIsNoHarm) {
     window->close();
     ASSERT_TRUE(isClosed());
     tellCapabilities({{Capability::Topic::calls}});
+}
+
+TEST_F(WelcomeWindowTest, EveryTextHasRoomInEveryLanguage) {
+    const int pages = window->findChild<QStackedWidget*>()->count();
+    tellCapabilities({{Capability::Topic::calls}, {Capability::Topic::films}});
+    expectRoomInEveryLanguage(*window, pages, [this](int page) {
+        window->findChild<QStackedWidget*>()->setCurrentIndex(page);
+    });
 }
 
 }  // namespace ostrel

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "app/environment/app_environment.h"
+#include "app/simulator/virtual_platform.h"
+#include "base/uuid.h"
+#include "platform/calendar/local_time.h"
+#include "screens/settings/settings_services.h"
+
+namespace ostrel {
+
+// The services of the settings window over the virtual platform.
+struct SettingsBench {
+    VirtualPlatform platform{"UTC", wallTimeOf({{2026, 3, 2}, 10, 0, 0}, "UTC")};
+    AppEnvironment environment{platform.platform(seededUuids(1))};
+    std::vector<std::string> played;
+    std::vector<Capability> capabilities{
+        {Capability::Topic::away},
+        {Capability::Topic::lock, Capability::State::partly, "capability.reason.locker"},
+        {Capability::Topic::chimes, Capability::State::missing, "capability.reason.sound_server"}};
+
+    SettingsBench() {
+        environment.launch();
+        environment.hotkeyRouter()->setActive(true);
+    }
+
+    SettingsStore& store() { return environment.settingsStore(); }
+    const SettingsModel& settings() { return *store().settings(); }
+
+    SettingsServices services() {
+        return {store(),
+                environment.timerEngine(),
+                environment.overlayManager(),
+                environment.hotkeyRouter(),
+                [](const SettingsModel& settings) {
+                    return DayPlan{540,
+                                   28'800,
+                                   {{BreakKind::eye, settings.eyeBreakIntervalSec,
+                                     settings.eyeBreakDurationSec},
+                                    {BreakKind::body, settings.bodyBreakIntervalSec,
+                                     settings.bodyBreakDurationSec}}};
+                },
+                [this](SettingsServices::Chime chime) {
+                    played.emplace_back(chime == SettingsServices::Chime::start ? "start" : "end");
+                },
+                [] {
+                    return std::vector<std::string>{"org.example.Call", "org.gnome.Editor"};
+                },
+                [this](QObject*, const SettingsServices::TellCapabilities& tell) {
+                    tell(capabilities);
+                },
+                [](std::uint32_t scanCode) { return std::optional(scanCode); },
+                [] {},
+                "/home/anna/.config/ostrel"};
+    }
+};
+
+}  // namespace ostrel
