@@ -36,12 +36,13 @@ class Published {
         observers_.callAll(Superseded::stop, value_);
     }
 
-    // For values too large to be copied and compared: `change` alters the value in place, and tells
-    // nobody itself. Everybody hears of it.
+    // For values too large to be copied and compared: `change` alters the value in place and
+    // answers whether it is another one now.
     template <class Change>
     void alter(Change change) {
-        change(value_);
-        observers_.callAll(Superseded::stop, value_);
+        if (change(value_)) {
+            observers_.callAll(Superseded::stop, value_);
+        }
     }
 
   private:

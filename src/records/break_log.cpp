@@ -29,7 +29,9 @@ void BreakLog::append(const BreakLogEntry& entry) {
         dropped = static_cast<std::size_t>(firstKept - entries.begin());
         entries.erase(entries.begin(), firstKept);
         // The list is out of order where the clock was set back.
-        isGrown = std::erase_if(entries, isTooOld) == 0;
+        const std::size_t erased = std::erase_if(entries, isTooOld);
+        isGrown = erased == 0;
+        return !isTooOld(entry) || dropped + erased > 1;
     });
     // An observer that appended has saved this entry as well.
     if (append == appends_) {

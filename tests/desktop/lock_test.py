@@ -52,7 +52,8 @@ class LockTest(DesktopTest):
         self.saver.ActiveChanged(False)
         self.wait_running(lambda: serve(overlay_windows) == [LEFT, RIGHT], "the break once more")
         self.assertEqual(len(self.trace("due")), 1, "it is the same one")
-        key("Escape")
+        # The keyboard is its own once it has been painted.
+        self.wait_running(lambda: key("Escape") or self.trace("closed"), "the break to close")
         self.assertEqual(self.wait_for_close(), "skipped")
 
     def test_gentle_card_is_not_shown_above_the_lock(self):

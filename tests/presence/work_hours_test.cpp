@@ -2,66 +2,125 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <ctime>
 #include <random>
 #include <vector>
 
-#include "platform/calendar/zoned_calendar.h"
 #include "support/random_runs.h"
+#include "support/records_bench.h"
 
 namespace ostrel {
 namespace {
 
 constexpr std::int64_t kMinutesPerDay = 1440;
-constexpr std::int64_t kMinutesPerWeek = 7 * kMinutesPerDay;
+const std::set<std::int64_t> kMondayToFriday{2, 3, 4, 5, 6};
 
-// A year in a zone by the C library, minute by minute, each as the minute of its week from Sunday
-// on.
+TEST(WorkHours, TheWindowBelongsToTheDayOnWhichItStarts) {
+    const struct {
+        WindowShape shape;
+        const char* time = nullptr;  // 2026-03-09 is a Monday
+        bool isWithin = false;
+    } cases[] = {
+        {{true, 540, 1080, kMondayToFriday}, "2026-03-09T08:59:59", false},
+        {{true, 540, 1080, kMondayToFriday}, "2026-03-09T09:00:00", true},
+        {{true, 540, 1080, kMondayToFriday}, "2026-03-09T17:59:59", true},
+        {{true, 540, 1080, kMondayToFriday}, "2026-03-09T18:00:00", false},
+        {{true, 540, 1080, kMondayToFriday}, "2026-03-14T12:00:00", false},
+        {{true, 1320, 360, {2}}, "2026-03-09T23:00:00", true},
+        {{true, 1320, 360, {2}}, "2026-03-10T02:00:00", true},
+        {{true, 1320, 360, {2}}, "2026-03-09T02:00:00", false},
+        {{true, 1320, 360, {2}}, "2026-03-10T06:00:00", false},
+        {{true, 1320, 360, {2}}, "2026-03-10T12:00:00", false},
+        {{true, 1320, 360, {7}}, "2026-03-15T01:00:00", true},  // the Sunday after
+        {{true, 540, 540, {2}}, "2026-03-09T00:00:00", true},
+        {{true, 540, 540, {2}}, "2026-03-10T00:00:00", false},
+        {{true, 540, 1080, {}}, "2026-03-09T12:00:00", false},
+        {{false, 540, 1080, {}}, "2026-03-14T03:00:00", true},
+    };
+    const RecordsBench bench;
+    for (const auto& [shape, time, inside] : cases) {
+        EXPECT_EQ(isWithin(bench.at(time), shape, bench.calendar), inside)
+            << shape.workHoursStartMinute << " " << time;
+    }
+}
+
+TEST(WorkHours, TheNextBoundaryIsAbsentWhereTheAnswerStays) {
+    const RecordsBench bench;
+    const auto next = [&bench](const WindowShape& shape, const char* time) {
+        return nextBoundary(bench.at(time), shape, bench.calendar);
+    };
+    const std::set<std::int64_t> kEveryDay{1, 2, 3, 4, 5, 6, 7};
+    EXPECT_FALSE(next({false, 540, 1080, kMondayToFriday}, "2026-03-09T08:00:00"));
+    EXPECT_FALSE(next({true, 540, 540, kEveryDay}, "2026-03-09T08:00:00"));
+    EXPECT_FALSE(next({true, 540, 1080, {}}, "2026-03-09T08:00:00"));
+    EXPECT_EQ(next({true, 540, 1080, {2}}, "2026-03-09T18:00:00"), bench.at("2026-03-16T09:00:00"));
+    EXPECT_EQ(next({true, 540, 1080, {2}}, "2026-03-16T09:00:00"), bench.at("2026-03-16T18:00:00"));
+    EXPECT_EQ(next({true, 100'000, -1, {2}}, "2026-03-09T08:00:00"), std::nullopt);
+}
+
+// A year in a zone by the C library, minute by minute.
 struct Year {
-    Year(const char* zoneName, int number) : zone(zoneName) {
-        setenv("TZ", zone, 1);
+    struct Minute {
+        std::uint8_t weekday;  // 0 = Sunday
+        std::uint16_t ofDay;
+    };
+
+    Year(const char* zoneName, int yearNumber) : zone(zoneName) {
+        setenv("TZ", zoneName, 1);
         tzset();
         std::tm first{};
-        first.tm_year = number - 1900;
+        first.tm_year = yearNumber - 1900;
         first.tm_mday = 1;
-        const std::time_t begin = timegm(&first);
-        firstSec = static_cast<double>(begin - WallClock::kUnixOffsetSec);
-        for (int i = 0; i < 366 * kMinutesPerDay; ++i) {
+        begin = timegm(&first);
+        constexpr int kMinutes = 366 * kMinutesPerDay;
+        minutes.reserve(kMinutes);
+        for (int i = 0; i < kMinutes; ++i) {
             const std::time_t time = begin + std::time_t{60} * i;
             std::tm local{};
             localtime_r(&time, &local);
-            minutes.push_back(
-                static_cast<std::size_t>((local.tm_wday * 24 + local.tm_hour) * 60 + local.tm_min));
+            minutes.push_back({static_cast<std::uint8_t>(local.tm_wday),
+                               static_cast<std::uint16_t>(local.tm_hour * 60 + local.tm_min)});
         }
         unsetenv("TZ");
         tzset();
     }
     [[nodiscard]] WallTime at(std::size_t minute) const {
-        return wallTimeAt(firstSec + 60.0 * static_cast<double>(minute));
+        return wallTimeAt(static_cast<double>(begin - WallClock::kUnixOffsetSec) +
+                          60.0 * static_cast<double>(minute));
     }
 
     const char* zone;
-    double firstSec = 0;
-    std::vector<std::size_t> minutes;
+    std::time_t begin = 0;
+    std::vector<Minute> minutes;
 };
 
 // Which minutes of a week are inside, marked one by one.
-std::vector<bool> markedWeek(const WindowShape& shape) {
-    std::vector<bool> inside(static_cast<std::size_t>(kMinutesPerWeek));
-    const bool isWholeDay = shape.workHoursStartMinute == shape.workHoursEndMinute;
-    const std::int64_t first = isWholeDay ? 0 : shape.workHoursStartMinute;
-    const std::int64_t length =
-        isWholeDay ? kMinutesPerDay
-                   : (shape.workHoursEndMinute - first + kMinutesPerDay) % kMinutesPerDay;
-    for (const std::int64_t day : shape.workDays) {
-        for (std::int64_t i = 0; i < length; ++i) {
-            const std::int64_t minute = ((day - 1) * kMinutesPerDay + first + i) % kMinutesPerWeek;
-            inside[static_cast<std::size_t>(minute)] = true;
+class MarkedWeek {
+  public:
+    explicit MarkedWeek(const WindowShape& shape) {
+        for (const std::int64_t day : shape.workDays) {
+            const std::int64_t length =
+                (shape.workHoursEndMinute - shape.workHoursStartMinute + kMinutesPerDay - 1) %
+                    kMinutesPerDay +
+                1;
+            const bool isWholeDay = length == kMinutesPerDay;
+            const std::int64_t first = isWholeDay ? 0 : shape.workHoursStartMinute;
+            for (std::int64_t i = 0; i < length; ++i) {
+                const std::int64_t ofWeek =
+                    ((day - 1) * kMinutesPerDay + first + i) % (7 * kMinutesPerDay);
+                inside_[static_cast<std::size_t>(ofWeek)] = true;
+            }
         }
     }
-    return inside;
-}
+    [[nodiscard]] bool contains(const Year::Minute& minute) const {
+        return inside_[minute.weekday * static_cast<std::size_t>(kMinutesPerDay) + minute.ofDay];
+    }
+
+  private:
+    std::array<bool, 7 * kMinutesPerDay> inside_{};
+};
 
 WindowShape randomShape(std::mt19937& random) {
     const auto minute = [&random] {
@@ -80,28 +139,25 @@ WindowShape randomShape(std::mt19937& random) {
     return shape;
 }
 
-// From any minute since the change before it, a change is the next boundary.
-void expectYear(const Year& year, const WindowShape& shape, std::mt19937& random) {
-    const ZonedCalendar calendar([&year] { return std::string(year.zone); });
-    const std::vector<bool> inside = markedWeek(shape);
-    constexpr std::size_t kHorizon = 8 * kMinutesPerDay;  // the code looks no further
-    std::size_t lastChange = 0;
-    for (std::size_t minute = 0; minute < year.minutes.size(); ++minute) {
-        const bool isInside = inside[year.minutes[minute]];
-        ASSERT_EQ(isWithin(year.at(minute), shape, calendar), isInside)
-            << year.zone << " minute " << minute;
-        if (minute > 0 && isInside != inside[year.minutes[minute - 1]]) {
-            const std::size_t from = lastChange + random() % (minute - lastChange);
-            const WallTime now = year.at(from) + wallSec(static_cast<std::int64_t>(random() % 60));
-            const auto found = nextBoundary(now, shape, calendar);
-            if (found || minute - from < kHorizon) {
-                ASSERT_EQ(found, year.at(minute)) << year.zone << " minute " << from;
-            }
-            lastChange = minute;
+// The first minute at which the marks change, for no more than the days that the code looks ahead.
+void expectBoundaries(const Year& year, const WindowShape& shape, const Calendar& calendar,
+                      std::mt19937& random) {
+    const MarkedWeek week(shape);
+    constexpr std::size_t kHorizon = 8 * kMinutesPerDay;
+    for (int i = 0; i < 60; ++i) {
+        const std::size_t from = random() % (year.minutes.size() - kHorizon);
+        const bool before = week.contains(year.minutes[from]);
+        std::size_t change = from + 1;
+        while (change < from + kHorizon && week.contains(year.minutes[change]) == before) {
+            ++change;
         }
-    }
-    if (lastChange == 0) {
-        EXPECT_EQ(nextBoundary(year.at(0), shape, calendar), std::nullopt) << "it never changes";
+        const WallTime now = year.at(from) + wallSec(static_cast<std::int64_t>(random() % 60));
+        const auto found = nextBoundary(now, shape, calendar);
+        if (change < from + kHorizon) {
+            ASSERT_EQ(found, year.at(change)) << year.zone << " minute " << from;
+        } else {
+            ASSERT_FALSE(found && *found < year.at(change)) << year.zone << " minute " << from;
+        }
     }
 }
 
@@ -116,8 +172,16 @@ TEST(RandomWorkHours, EveryMinuteOfAYearIsAsMarkedAndTheBoundaryIsTheFirstThatDi
     const int shapes = randomRuns(10, 2'000);
     for (int run = 0; run < shapes; ++run) {
         std::mt19937 random(static_cast<unsigned>(run));
+        const Year& year = years[static_cast<std::size_t>(run) % std::size(years)];
+        const ZonedCalendar calendar([&year] { return std::string(year.zone); });
         const WindowShape shape = randomShape(random);
-        expectYear(years[static_cast<std::size_t>(run) % std::size(years)], shape, random);
+        const MarkedWeek week(shape);
+        for (std::size_t minute = 0; minute < year.minutes.size(); ++minute) {
+            ASSERT_EQ(isWithin(year.at(minute), shape, calendar),
+                      week.contains(year.minutes[minute]))
+                << "run " << run << " " << year.zone << " minute " << minute;
+        }
+        expectBoundaries(year, shape, calendar, random);
         if (testing::Test::HasFatalFailure()) {
             FAIL() << "run " << run;
         }

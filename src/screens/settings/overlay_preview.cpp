@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include "screens/countdown_label.h"
 #include "screens/overlay_look.h"
 #include "screens/settings/bound_controls.h"
 #include "screens/texts/texts.h"
@@ -10,6 +11,7 @@
 namespace ostrel {
 namespace {
 
+constexpr std::int64_t kShownSec = 80;
 constexpr int kHeight = 190;
 constexpr double kProportion = 16.0 / 9.0;
 constexpr double kRadius = 8;
@@ -74,7 +76,7 @@ void OverlayPreview::paintBreak(QPainter& painter, const QRectF& screen) const {
     font.setPixelSize(17);
     painter.setFont(font);
     painter.setPen(look.text);
-    painter.drawText(ring, Qt::AlignCenter, QStringLiteral("1:20"));
+    painter.drawText(ring, Qt::AlignCenter, countdownLabel(kShownSec));
     if (isGuided) {
         font.setPixelSize(10);
         painter.setFont(font);

@@ -24,6 +24,8 @@ TimeField* makeTime(SettingsStore& store, std::int64_t SettingsModel::*field, co
     Bound::setName(control, name);
     Bound::ignoreWheel(control);
     control->setWrapping(true);
+    // From right to left it would write the minutes before the hour.
+    control->setLayoutDirection(Qt::LeftToRight);
     control->setDisplayFormat(Texts::timeFormat());
     Bound::follow(control, store, [control, field](const SettingsModel& settings) {
         const QSignalBlocker quiet(control);

@@ -243,7 +243,7 @@ TEST_F(ReportWindowTest, FollowsTheRecordsAndStaysWithTheDayThatIsLookedAt) {
 
     jumpTo("2026-03-10T09:00:00");
     systemEvents.dayChanged.send();
-    ASSERT_TRUE(runUntil([this] { return figure("Breaks today, of your goal") == "0 of 2"; }));
+    ASSERT_TRUE(runUntil([this] { return figure("Breaks today, of your goal") == "0 of 3"; }));
     EXPECT_EQ(bars().back()->accessibleName(), "Today, Tuesday, March 10: no breaks");
 }
 
