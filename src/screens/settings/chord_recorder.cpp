@@ -108,6 +108,7 @@ void ChordRecorder::setRecording(bool isRecording) {
     isRecording_ = isRecording;
     services_.hotkeyRouter->setActive(!isRecording);
     if (isRecording) {
+        setFocus();  // a screen reader presses it without
         setText(Texts::of("settings.shortcuts.press_keys"));
         tell({});
     } else {
