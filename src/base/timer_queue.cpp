@@ -44,7 +44,7 @@ struct TimerQueue::State {
 TimerQueue::TimerQueue() : state_(std::make_shared<State>()) {}
 TimerQueue::~TimerQueue() = default;
 
-Timer TimerQueue::insert(std::shared_ptr<Entry> entry) {
+Timer TimerQueue::insert(const std::shared_ptr<Entry>& entry) {
     entry->armed = ++state_->armed;
     state_->of(*entry).insert(entry);
     return Timer([weakState = std::weak_ptr<State>(state_), weakEntry = std::weak_ptr(entry)] {
@@ -64,7 +64,7 @@ Timer TimerQueue::add(RunLoopTime due, RunLoopClock::duration period, Callback c
     entry->callback = std::move(callback);
     entry->runLoopDue = due;
     entry->period = period;
-    return insert(std::move(entry));
+    return insert(entry);
 }
 
 Timer TimerQueue::add(WallTime due, Callback callback) {
@@ -72,7 +72,7 @@ Timer TimerQueue::add(WallTime due, Callback callback) {
     entry->callback = std::move(callback);
     entry->wallDue = due;
     entry->onWallClock = true;
-    return insert(std::move(entry));
+    return insert(entry);
 }
 
 std::optional<RunLoopTime> TimerQueue::nextRunLoopDue() const {

@@ -44,7 +44,7 @@ class TimerQueue {
     struct Entry;
     struct State;
 
-    Timer insert(std::shared_ptr<Entry> entry);
+    Timer insert(const std::shared_ptr<Entry>& entry);
 
     std::shared_ptr<State> state_;
 };

@@ -152,7 +152,9 @@ class SettingsTest(DesktopTest):
         self.open("Shortcuts")
         first = self.document("settings")["startBreakHotkey"]
         for keys, says in (("b", "A shortcut needs a key together with Ctrl, Alt, Shift or Super."), ("ctrl+alt+j", None)):
-            self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Start an eye break"))
+            recorder = self.part(self.atspi.ROLE_PUSH_BUTTON, "Start an eye break")
+            self.reader.press(recorder)
+            wait_for(lambda shown=recorder: shown.description == "Press the keys", "the recorder to listen")
             key(keys)
             if says:
                 self.part(self.atspi.ROLE_LABEL, says)

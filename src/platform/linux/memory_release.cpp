@@ -16,9 +16,14 @@ namespace {
 
 using Segment = ElfW(Phdr);
 
+// The headers of a program say addresses as numbers.
+void* at(std::uintptr_t address) {
+    return reinterpret_cast<void*>(address);  // NOLINT(performance-no-int-to-ptr)
+}
+
 // The loader then wrote into what is otherwise as it is on the disk.
 bool isWrittenInto(const dl_phdr_info& object, const Segment& dynamic) {
-    const auto* entry = reinterpret_cast<const ElfW(Dyn)*>(object.dlpi_addr + dynamic.p_vaddr);
+    const auto* entry = static_cast<const ElfW(Dyn)*>(at(object.dlpi_addr + dynamic.p_vaddr));
     for (; entry->d_tag != DT_NULL; ++entry) {
         if (entry->d_tag == DT_TEXTREL ||
             (entry->d_tag == DT_FLAGS && (entry->d_un.d_val & DF_TEXTREL) != 0)) {
@@ -42,7 +47,7 @@ int releaseObject(dl_phdr_info* object, std::size_t /*size*/, void* /*unused*/) 
         }
         const std::uintptr_t start = object->dlpi_addr + segment.p_vaddr;
         const std::uintptr_t first = start / page * page;
-        madvise(reinterpret_cast<void*>(first), start + segment.p_memsz - first, MADV_DONTNEED);
+        madvise(at(first), start + segment.p_memsz - first, MADV_DONTNEED);
     }
     return 0;
 }

@@ -47,7 +47,6 @@ ChordRecorder::ChordRecorder(const SettingsServices& services, HotkeyRouter::Act
     : services_(services), action_(action), remark_(makeLabel({}, "warning")) {
     const bool isStart = action == HotkeyRouter::Action::startBreak;
     Bound::setName(this, isStart ? "startBreakHotkey" : "togglePauseHotkey");
-    setAccessibleDescription(Texts::of("settings.shortcuts.record.hint"));
     setMinimumWidth(170);
     remark_->setVisible(false);
     connect(this, &QPushButton::clicked, this, [this] { setRecording(!isRecording_); });
@@ -85,13 +84,19 @@ void ChordRecorder::show(const SettingsModel& settings) {
     if (isRecording_) {
         return;
     }
-    setText(words(settings.*field()));
+    say(words(settings.*field()));
     if (settings.*field() == settings.*otherField()) {
         tell(Texts::of("settings.shortcuts.equal"));
     } else {
         tell(services_.hotkeyRouter->isRegistered(action_) ? QString()
                                                            : Texts::of("settings.shortcuts.taken"));
     }
+}
+
+// A screen reader has the row's words for a name.
+void ChordRecorder::say(const QString& keys) {
+    setText(keys);
+    setAccessibleDescription(keys);
 }
 
 void ChordRecorder::tell(const QString& problem) {
@@ -109,7 +114,7 @@ void ChordRecorder::setRecording(bool isRecording) {
     services_.hotkeyRouter->setActive(!isRecording);
     if (isRecording) {
         setFocus();  // a screen reader presses it without
-        setText(Texts::of("settings.shortcuts.press_keys"));
+        say(Texts::of("settings.shortcuts.press_keys"));
         tell({});
     } else {
         show(*services_.settingsStore.settings());

@@ -33,6 +33,7 @@ class ChordRecorder : public QPushButton {
     void setRecording(bool isRecording);
     void take(const HotkeyChord& chord);
     void show(const SettingsModel& settings);
+    void say(const QString& keys);
     void tell(const QString& problem);
     [[nodiscard]] HotkeyChord SettingsModel::*field() const;
     [[nodiscard]] HotkeyChord SettingsModel::*otherField() const;

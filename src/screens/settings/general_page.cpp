@@ -96,7 +96,7 @@ QPushButton* makeExport(const SettingsServices& services, QLabel* problem) {
     const QPointer<QLabel> remark(problem);
     const auto exportNow = [&store = services.settingsStore, button, remark] {
         const SettingsStore& settings = store;
-        const QPointer<QLabel> told = remark;
+        const QPointer<QLabel> told(remark.data());
         const QString path = QFileDialog::getSaveFileName(
             button->window(), Texts::of("settings.general.export"),
             QStringLiteral("ostrel-settings.json"), QStringLiteral("JSON (*.json)"));
@@ -114,7 +114,7 @@ QPushButton* makeImport(const SettingsServices& services, QLabel* problem) {
     const QPointer<QLabel> remark(problem);
     const auto importNow = [&timerEngine = services.timerEngine, button, remark] {
         TimerEngine& engine = timerEngine;
-        const QPointer<QLabel> told = remark;
+        const QPointer<QLabel> told(remark.data());
         const QString path =
             QFileDialog::getOpenFileName(button->window(), Texts::of("settings.general.import"), {},
                                          QStringLiteral("JSON (*.json)"));

@@ -117,8 +117,8 @@ std::optional<std::string_view> textIn(const TextTable& table, std::string_view 
 QString translated(std::string_view key, std::span<const Argument> arguments) {
     auto words = textIn(current().table, current().language->code, key, arguments);
     if (!words) {
-        static const TextTable english(languages().front().code);
-        words = textIn(english, languages().front().code, key, arguments);
+        static const TextTable kEnglish(languages().front().code);
+        words = textIn(kEnglish, languages().front().code, key, arguments);
     }
     const std::string_view found = words.value_or(key);
     QString text = QString::fromUtf8(found.data(), static_cast<qsizetype>(found.size()));
