@@ -161,7 +161,7 @@ class SettingsTest(DesktopTest):
                 key("Escape")
         wait_for(lambda: self.document("settings")["startBreakHotkey"] != first, "the new keys")
         key("ctrl+alt+j")
-        wait_for(lambda: len(overlay_windows()) > 0, "the break that they start")
+        self.wait_for_break()
         key("Escape")
         wait_for(lambda: not overlay_windows(), "its end")
         self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Restore the default"))

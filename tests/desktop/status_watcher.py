@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """A status area with nothing to see: the StatusNotifierWatcher and host of a desktop.
 
-status_watcher.py: registers on the session bus and runs until it is ended.
+status_watcher.py: registers on the session bus, prints "registered ITEM" for each item that comes, and
+runs until it is ended.
 """
 
 import dbus
@@ -21,14 +22,25 @@ class Watcher(dbus.service.Object):
         bus.add_signal_receiver(self._owner_changed, "NameOwnerChanged", "org.freedesktop.DBus")
 
     def _owner_changed(self, name, _old, new):
-        if not new:
-            self._items = [item for item in self._items if item.split("/")[0] != name]
+        for item in [i for i in self._items if i.split("/")[0] == name and not new]:
+            self._items.remove(item)
+            self.StatusNotifierItemUnregistered(item)
 
     @dbus.service.method(WATCHER, "s", "", sender_keyword="sender")
     def RegisterStatusNotifierItem(self, service, sender=None):
         item = sender + service if service.startswith("/") else service + "/StatusNotifierItem"
         if item not in self._items:
             self._items.append(item)
+        print("registered", item, flush=True)
+        self.StatusNotifierItemRegistered(item)
+
+    @dbus.service.signal(WATCHER, "s")
+    def StatusNotifierItemRegistered(self, item):
+        pass
+
+    @dbus.service.signal(WATCHER, "s")
+    def StatusNotifierItemUnregistered(self, item):
+        pass
 
     def _values(self):
         return {"RegisteredStatusNotifierItems": dbus.Array(self._items, "s"),
@@ -53,4 +65,5 @@ class Watcher(dbus.service.Object):
 if __name__ == "__main__":
     dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
     watcher = Watcher(dbus.SessionBus())
+    print("watching", flush=True)
     GLib.MainLoop().run()

@@ -142,7 +142,9 @@ TEST_F(X11WindowsOnX11, TheDesktopsOwnWindowsAreLeftOutAndAProgramCannotLieAbout
         ASSERT_TRUE(runUntil([&] {
             return outputOf("xprop", {"-root", "_NET_CLIENT_LIST_STACKING"}).contains(listed);
         })) << type;
-        EXPECT_TRUE(runUntil([&] { return windowsOf(getpid()).size() == expected; })) << type;
+        EXPECT_TRUE(runUntil([&, wanted = expected] {
+            return windowsOf(getpid()).size() == wanted;
+        })) << type;
         EXPECT_EQ(X11Windows().processOf(window), getpid());
         destroy(window);
     }
