@@ -174,9 +174,10 @@ class BusTest(Commands):
         self.start_bus()
         self.wait_running(lambda: self.ostrel("status", **self.bus).returncode == DONE, "the instance to be back")
         self.assertEqual(self.status(**self.bus)["state"], "paused")
-        panel = self.spawn("/usr/bin/python3", str(HERE / "status_watcher.py"), env=self.environment(**self.bus), stdout=subprocess.PIPE, text=True)
-        self.assertIn("registered", panel.stdout.readline())
-        panel.stdout.close()
+        panel = Path(self.folder) / "panel"
+        with panel.open("w", encoding="utf-8") as said:
+            self.spawn("/usr/bin/python3", str(HERE / "status_watcher.py"), env=self.environment(**self.bus), stdout=said)
+        wait_for(lambda: "registered" in panel.read_text(encoding="utf-8"), "the status item in the panel")
 
     @unittest.skipUnless(os.getuid() == 0, "only root can be somebody else")
     def test_other_users_are_refused_also_where_the_bus_lets_them_in(self):
