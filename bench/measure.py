@@ -105,7 +105,7 @@ def open_windows(item):
     """Opens each window and closes it again; of the settings, each page."""
     for entry, title, keys in (("Settings", "^Settings", ["Down"] * 6), ("Report", "^Report", []),
                                ("About Ostrel", "^About Ostrel", [])):
-        item.click(next(path[0] for path in item.entries() if path[0].startswith(entry)))
+        item.click(entry)
         window = ["xdotool", "search", "--onlyvisible", "--name", title]
         wait_for(lambda search=window: output(*search), title)
         for name in [*keys, "Escape"]:
