@@ -178,6 +178,16 @@ class BusTest(Commands):
         with panel.open("w", encoding="utf-8") as said:
             self.spawn("/usr/bin/python3", str(HERE / "status_watcher.py"), env=self.environment(**self.bus), stdout=said)
         wait_for(lambda: "registered" in panel.read_text(encoding="utf-8"), "the status item in the panel")
+        self.told("resume", **self.bus)
+        self.told("settings", "set", "pauseDuringDND", "true", **self.bus)
+        self.spawn("dunst", env=self.environment(**self.bus))
+        wait_for(lambda: self.pause_dunst() and self.status(**self.bus)["state"] == "paused", "Do Not Disturb to count")
+
+    def pause_dunst(self):
+        return subprocess.run(
+            ["dbus-send", f"--bus={self.address}", "--print-reply", "--dest=org.freedesktop.Notifications",
+             "/org/freedesktop/Notifications", "org.freedesktop.DBus.Properties.Set", "string:org.dunstproject.cmd0",
+             "string:paused", "variant:boolean:true"], capture_output=True, check=False).returncode == 0
 
     @unittest.skipUnless(os.getuid() == 0, "only root can be somebody else")
     def test_other_users_are_refused_also_where_the_bus_lets_them_in(self):
