@@ -199,23 +199,6 @@ SettingsModel changed(const SettingsModel& settings, const Field<SettingsModel, 
     return next;
 }
 
-// What speaks against one of the two shortcuts; without a key nothing does.
-LocalizedText problemOf(const SettingsModel& settings, const HotkeyChord& chord) {
-    using Kind = HotkeyRouter::ChordValidationResult::Kind;
-    const auto [kind, label] = HotkeyRouter::validate(chord);
-    if (kind == Kind::invalid) {
-        return {"settings.shortcuts.invalid", {}};
-    }
-    if (kind == Kind::collision) {
-        return {"settings.shortcuts.collision %@", {std::string(label)}};
-    }
-    const HotkeyChord& one = settings.startBreakHotkey;
-    const HotkeyChord& other = settings.togglePauseHotkey;
-    return one.keyCode == other.keyCode && one.modifiers == other.modifiers
-               ? LocalizedText{"settings.shortcuts.equal", {}}
-               : LocalizedText{};
-}
-
 // Runs `visit` on the field of that name; whether there is one.
 bool visitField(std::string_view name, const auto& visit) {
     bool isFound = false;
@@ -265,11 +248,15 @@ Change change(const SettingsModel& settings, std::string_view name, const std::s
             }
             const SettingsModel next = changed(settings, field, *std::move(value));
             if constexpr (std::is_same_v<Value, HotkeyChord>) {
-                result.problem = problemOf(next, next.*field.member);
+                const bool isStart = field.member == &SettingsModel::startBreakHotkey;
+                const auto problem = HotkeyRouter::problemOf(
+                    next.*field.member, isStart ? next.togglePauseHotkey : next.startBreakHotkey);
+                if (problem) {
+                    result.problem = *problem;
+                    return;
+                }
             }
-            if (result.problem.key.empty()) {
-                result.settings = next;
-            }
+            result.settings = next;
         });
     if (!isFound) {
         result.problem = {"cli.setting.unknown %@", {std::string(name)}};

@@ -221,19 +221,16 @@ void AppEnvironment::launch() {
     watchPresence();
 }
 
-// A body break that takes over an eye break's hold goes on with it: together they are one break.
+// A hold counts when it is over. One that a body break takes over goes on with it: together they
+// are one break.
 void AppEnvironment::countHoldsAndCredits() {
     TimerEngine& engine = timerEngine();
-    const auto goesOn = std::make_shared<bool>(false);
     subscriptions_.push_back(
-        engine.holdEnded.subscribe([&engine, goesOn](BreakKind /*kind*/, HoldEnd how) {
-            *goesOn = how == HoldEnd::folded && engine.isDeferring();
+        engine.holdEnded.subscribe([this, &engine](BreakKind /*kind*/, HoldEnd how) {
+            if (how != HoldEnd::folded || !engine.isDeferring()) {
+                presenceTally().countHeld();
+            }
         }));
-    subscriptions_.push_back(engine.holdBegan.subscribe([this, goesOn](BreakKind /*kind*/) {
-        if (!std::exchange(*goesOn, false)) {
-            presenceTally().countHeld();
-        }
-    }));
     subscriptions_.push_back(engine.absenceCredited.subscribe(
         [this](BreakKind /*kind*/) { presenceTally().countCredited(); }));
 }

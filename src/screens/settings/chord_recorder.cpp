@@ -85,7 +85,7 @@ void ChordRecorder::show(const SettingsModel& settings) {
         return;
     }
     say(words(settings.*field()));
-    if (settings.*field() == settings.*otherField()) {
+    if (HotkeyRouter::areSame(settings.*field(), settings.*otherField())) {
         tell(Texts::of("settings.shortcuts.equal"));
     } else {
         tell(services_.hotkeyRouter->isRegistered(action_) ? QString()
@@ -161,17 +161,9 @@ void ChordRecorder::keyPressEvent(QKeyEvent* event) {
 }
 
 void ChordRecorder::take(const HotkeyChord& chord) {
-    using Kind = HotkeyRouter::ChordValidationResult::Kind;
-    const auto result = HotkeyRouter::validate(chord);
     const HotkeyChord& other = (*services_.settingsStore.settings()).*otherField();
-    if (result.kind == Kind::invalid) {
-        tell(Texts::of("settings.shortcuts.invalid"));
-    } else if (result.kind == Kind::collision) {
-        tell(Texts::of("settings.shortcuts.collision %@",
-                       {QString::fromLatin1(result.label.data(),
-                                            static_cast<qsizetype>(result.label.size()))}));
-    } else if (chord.keyCode == other.keyCode && chord.modifiers == other.modifiers) {
-        tell(Texts::of("settings.shortcuts.equal"));
+    if (const auto problem = HotkeyRouter::problemOf(chord, other)) {
+        tell(Texts::of(*problem));
     } else {
         services_.settingsStore.update(
             [this, &chord](SettingsModel& settings) { settings.*field() = chord; });

@@ -90,39 +90,31 @@ void importFrom(const QString& path, TimerEngine& engine, const QPointer<QLabel>
     }
 }
 
-QPushButton* makeExport(const SettingsServices& services, QLabel* problem) {
+QPushButton* makeExport(const SettingsServices& services, const QPointer<QLabel>& problem) {
     QPushButton* button =
         makeButton("settings.general.save", QStringLiteral("ostrel.settings.export"));
-    const QPointer<QLabel> remark(problem);
-    const auto exportNow = [&store = services.settingsStore, button, remark] {
-        const SettingsStore& settings = store;
-        const QPointer<QLabel> told(remark.data());
+    QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
         const QString path = QFileDialog::getSaveFileName(
             button->window(), Texts::of("settings.general.export"),
             QStringLiteral("ostrel-settings.json"), QStringLiteral("JSON (*.json)"));
         if (!path.isEmpty()) {
-            exportTo(path, *settings.settings(), told);
+            exportTo(path, *services.settingsStore.settings(), problem);
         }
-    };
-    QObject::connect(button, &QPushButton::clicked, button, exportNow);
+    });
     return button;
 }
 
-QPushButton* makeImport(const SettingsServices& services, QLabel* problem) {
+QPushButton* makeImport(const SettingsServices& services, const QPointer<QLabel>& problem) {
     QPushButton* button =
         makeButton("settings.general.open", QStringLiteral("ostrel.settings.import"));
-    const QPointer<QLabel> remark(problem);
-    const auto importNow = [&timerEngine = services.timerEngine, button, remark] {
-        TimerEngine& engine = timerEngine;
-        const QPointer<QLabel> told(remark.data());
+    QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
         const QString path =
             QFileDialog::getOpenFileName(button->window(), Texts::of("settings.general.import"), {},
                                          QStringLiteral("JSON (*.json)"));
         if (!path.isEmpty()) {
-            importFrom(path, engine, told);
+            importFrom(path, services.timerEngine, problem);
         }
-    };
-    QObject::connect(button, &QPushButton::clicked, button, importNow);
+    });
     return button;
 }
 

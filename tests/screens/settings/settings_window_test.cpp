@@ -8,40 +8,21 @@
 #include <QSlider>
 #include <set>
 
-#include "app/environment/app_environment.h"
-#include "app/simulator/virtual_platform.h"
-#include "base/uuid.h"
-#include "platform/calendar/local_time.h"
 #include "screens/gui.h"
 #include "screens/overflow.h"
 #include "screens/settings/chord_recorder.h"
+#include "screens/settings/settings_bench.h"
 #include "screens/texts/languages.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {
 
-struct SettingsWindowTest : ::testing::Test {
-    VirtualPlatform platform{"UTC", wallTimeOf({{2026, 3, 2}, 10, 0, 0}, "UTC")};
-    AppEnvironment environment{platform.platform(seededUuids(1))};
+struct SettingsWindowTest : ::testing::Test, SettingsBench {
     SettingsWindow* window = nullptr;
 
     SettingsWindowTest() {
-        environment.launch();
-        environment.hotkeyRouter()->setActive(true);
-        window = new SettingsWindow(
-            {store(), engine(), environment.overlayManager(), environment.hotkeyRouter(),
-             [](const SettingsModel& /*settings*/) {
-                 return DayPlan{540, 28'800, {{BreakKind::eye, 1200, 120}}};
-             },
-             [](SettingsServices::Chime /*chime*/) {},
-             [] { return std::vector<std::string>{"org.gnome.Editor"}; },
-             [](QObject*, const SettingsServices::TellCapabilities& tell) {
-                 tell({{Capability::Topic::chimes, Capability::State::missing,
-                        "capability.reason.sound_server"}});
-             },
-             [](std::uint32_t scanCode) { return std::optional(scanCode); }, [] {},
-             "/home/anna/.config/ostrel"});
+        window = new SettingsWindow(services());
         window->present();
     }
     ~SettingsWindowTest() override {
@@ -66,8 +47,6 @@ struct SettingsWindowTest : ::testing::Test {
         platform.runLoop.runUpTo(platform.runLoop.now() +
                                  std::chrono::milliseconds(seconds * 1000 + 500));
     }
-    SettingsStore& store() { return environment.settingsStore(); }
-    const SettingsModel& settings() { return *store().settings(); }
     TimerEngine& engine() { return environment.timerEngine(); }
 };
 
