@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QCursor>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QPainterPath>
 #include <QPropertyAnimation>
@@ -56,6 +57,14 @@ void ToastSurface::setCovered(bool isCovered) {
     follow(*toasts_.currentToast());
 }
 
+bool ToastSurface::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == window_ && event->type() == QEvent::LanguageChange) {
+        leave();
+        follow(*toasts_.currentToast());
+    }
+    return QObject::eventFilter(watched, event);
+}
+
 void ToastSurface::follow(const std::optional<Toast>& toast) {
     if (!toast || isCovered_) {
         leave();
@@ -80,6 +89,7 @@ void ToastSurface::enter(const Toast& toast) {
     window_->setObjectName(QStringLiteral("toast.surface"));
     window_->setWindowTitle(Texts::of(toast.message));
     window_->setAttribute(Qt::WA_ShowWithoutActivating);
+    window_->installEventFilter(this);
     const bool isTranslucent = X11Selections::hasCompositor();
     window_->setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
     card_ = new ToastCard(
