@@ -83,14 +83,11 @@ class RunningApplication {
           coverings_(platform.systemEvents().isSessionOnScreen.onChange(
               [this](const bool& isOnScreen) { toastSurface_.setCovered(!isOnScreen); })),
           bus_(platform.bus()),
-          statusItem_(makeStatusItem()),
           windows(environment, platform.calendar(), dataFolder,
                   [this] { statusItem_->popUpMenu(); }),
           support(environment, platform.motion(), {dataFolder, defaultStateFolder()}),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
-        if (hasFailed_) {
-            statusItem_->tellNotSaved();
-        }
+        putUpStatusItem();
         for (Signal<>* change : {&bus_.came, &bus_.lost}) {
             busChanges_.push_back(change->subscribe([this] { adoptBus(); }));
         }
@@ -129,8 +126,9 @@ class RunningApplication {
     }
 
     // Over no bus it is an icon in the older tray.
-    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() {
-        return std::make_unique<StatusItem>(
+    void putUpStatusItem() {
+        statusItem_.reset();
+        statusItem_ = std::make_unique<StatusItem>(
             StatusMenu::Services{environment.timerEngine(), environment.sessionStateStore(),
                                  environment.settingsStore(), environment.overlayManager(),
                                  environment.dailyCounter(),
@@ -139,16 +137,19 @@ class RunningApplication {
                                  [this] { windows.showReport(); }, [this] { support.showAbout(); },
                                  [] { QApplication::quit(); }},
             bus_.bus().value_or(QDBusConnection(QString())));
+        if (hasFailed_) {
+            statusItem_->tellNotSaved();
+        }
     }
 
     // What was said over the bus that is gone is said again over the new one.
     void adoptBus() {
-        statusItem_.reset();
-        statusItem_ = makeStatusItem();
+        putUpStatusItem();
         notifications_.adopt(bus_.bus().value_or(QDBusConnection(QString())));
     }
 
     bool hasFailed_ = false;
+    std::unique_ptr<StatusItem> statusItem_;
     Subscription failures_;
     BreakTrace trace_;
     Subscription language_;
@@ -156,7 +157,6 @@ class RunningApplication {
     ToastSurface toastSurface_;
     Subscription coverings_;
     SessionBusKeeper& bus_;
-    std::unique_ptr<StatusItem> statusItem_;
 
   public:
     WorkWindows windows;
