@@ -163,11 +163,15 @@ ControlOutcome Control::setSetting(std::string_view name, const std::string& val
     } else {
         engine.applySettings(*after);
     }
-    return ControlOutcome::done();
+    const SettingsModel& now = *services_.environment.settingsStore().settings();
+    return now.launchAtLogin == after->launchAtLogin
+               ? ControlOutcome::done()
+               : ControlOutcome::refused("welcome.ready.login.failed");
 }
 
 ControlOutcome Control::importSettings(std::string_view document) {
-    const auto settings = SettingsStore::parse(document);
+    const auto settings =
+        SettingsStore::merged(*services_.environment.settingsStore().settings(), document);
     if (!settings) {
         return ControlOutcome::invalid({"cli.error.document", {}});
     }

@@ -50,8 +50,15 @@ Card* addProgram(Page& page, SettingsStore& store) {
     using S = SettingsModel;
     using A = SettingsModel::Appearance;
     Card* program = page.addCard(Texts::of("settings.general.program"));
-    program->addRow(Texts::of("settings.general.launch_at_login"), {},
-                    Bound::makeSwitch(store, &S::launchAtLogin, "launchAtLogin"));
+    Switch* atLogin = Bound::makeSwitch(store, &S::launchAtLogin, "launchAtLogin");
+    program->addRow(Texts::of("settings.general.launch_at_login"), {}, atLogin);
+    QLabel* problem = makeLabel(Texts::of("welcome.ready.login.failed"), "warning");
+    problem->setVisible(false);
+    page.addWidget(problem);
+    // Whoever could not arrange it has taken it back by now.
+    QObject::connect(atLogin, &QCheckBox::toggled, problem, [&store, problem](bool isOn) {
+        problem->setVisible(store.settings()->launchAtLogin != isOn);
+    });
     program->addRow(Texts::of("settings.general.appearance"), {},
                     Bound::makeChoice(store, &S::appearance,
                                       {{A::system, Texts::of("settings.general.appearance.system")},
@@ -79,10 +86,11 @@ void exportTo(const QString& path, const SettingsModel& settings, const QPointer
     tell(problem, !isWritten, "settings.general.export_failed");
 }
 
-void importFrom(const QString& path, TimerEngine& engine, const QPointer<QLabel>& problem) {
+void importFrom(const QString& path, const SettingsModel& before, TimerEngine& engine,
+                const QPointer<QLabel>& problem) {
     QFile file(path);
     const bool isOpen = file.open(QIODevice::ReadOnly);
-    const auto settings = isOpen ? SettingsStore::parse(file.readAll().toStdString())
+    const auto settings = isOpen ? SettingsStore::merged(before, file.readAll().toStdString())
                                  : std::optional<SettingsModel>();
     tell(problem, !settings, "settings.general.import_failed");
     if (settings) {
@@ -112,7 +120,7 @@ QPushButton* makeImport(const SettingsServices& services, const QPointer<QLabel>
             QFileDialog::getOpenFileName(button->window(), Texts::of("settings.general.import"), {},
                                          QStringLiteral("JSON (*.json)"));
         if (!path.isEmpty()) {
-            importFrom(path, services.timerEngine, problem);
+            importFrom(path, *services.settingsStore.settings(), services.timerEngine, problem);
         }
     });
     return button;

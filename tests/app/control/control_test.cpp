@@ -169,7 +169,9 @@ TEST_F(ControlTest, AnImportIsTakenAsAStoredDocumentIs) {
     run(100);
     EXPECT_EQ(inShort(control.importSettings("[1]")), "invalid cli.error.document");
     EXPECT_EQ(inShort(control.importSettings("{")), "invalid cli.error.document");
-    // What cannot be read keeps its default, and so does what is missing.
+    EXPECT_EQ(inShort(control.importSettings(R"({"days":[]})")), "invalid cli.error.document");
+    environment.settingsStore().update([](SettingsModel& model) { model.hasOnboarded = true; });
+    // What cannot be read gets its default; what is missing stays.
     EXPECT_EQ(inShort(control.importSettings(R"({"activePresetID":"own","dailyGoalBreaks":"nine",
         "eyeBreakIntervalSec":100,"bodyBreakIntervalSec":3000,"strictMode":true})")),
               "done");
@@ -186,6 +188,9 @@ TEST_F(ControlTest, AnImportIsTakenAsAStoredDocumentIs) {
               "done");
     EXPECT_EQ(settings().eyeBreakDurationSec, 90);
     EXPECT_EQ(left(), (std::vector<std::int64_t>{900, 2400}));
+    EXPECT_TRUE(settings().strictMode);
+    EXPECT_EQ(inShort(control.importSettings(R"({"hasOnboarded":false})")), "done");
+    EXPECT_TRUE(settings().hasOnboarded) << "nobody is welcomed twice";
 }
 
 TEST_F(ControlTest, TheReportHasTheFiguresAndADayEach) {
