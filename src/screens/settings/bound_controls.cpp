@@ -66,6 +66,30 @@ QString secondsText(std::int64_t seconds) {
                      : Texts::of("settings.value.minutes_seconds %lld %lld", {minutes, rest});
 }
 
+Soon::Soon(QObject* parent) : QObject(parent) {
+    constexpr int kBetweenMs = 250;
+    timer_.setSingleShot(true);
+    timer_.setInterval(kBetweenMs);
+    connect(&timer_, &QTimer::timeout, this, [this] { work(); });
+}
+
+Soon::~Soon() {
+    work();
+}
+
+void Soon::run(std::function<void()> act) {
+    act_ = std::move(act);
+    if (!timer_.isActive()) {
+        timer_.start();
+    }
+}
+
+void Soon::work() {
+    if (const auto act = std::exchange(act_, nullptr)) {
+        act();
+    }
+}
+
 Switch* makeSwitch(SettingsStore& store, bool SettingsModel::*field, const char* name,
                    Sense sense) {
     auto* control = new Switch;

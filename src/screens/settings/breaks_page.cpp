@@ -28,9 +28,12 @@ QWidget* makeDim(SettingsStore& store) {
         const QSignalBlocker quiet(control);
         control->setValue(static_cast<int>(std::lround(settings.overlayDimOpacity * kPercent)));
     });
-    QObject::connect(control, &QSlider::valueChanged, control, [&store](int percent) {
-        store.update([percent](S& settings) {
-            settings.overlayDimOpacity = static_cast<double>(percent) / kPercent;
+    auto* soon = new Bound::Soon(control);
+    QObject::connect(control, &QSlider::valueChanged, control, [&store, soon](int percent) {
+        soon->run([&store, percent] {
+            store.update([percent](S& settings) {
+                settings.overlayDimOpacity = static_cast<double>(percent) / kPercent;
+            });
         });
     });
     return control;
@@ -62,9 +65,10 @@ QWidget* makeMessages(SettingsStore& store) {
     control->setAccessibleDescription(Texts::of("settings.breaks.messages.hint"));
     control->setTabChangesFocus(true);
     control->setFixedHeight(kHeight);
+    auto* soon = new Bound::Soon(control);
     // While one types, what stands there is the record already, but for empty lines.
-    Bound::follow(control, store, [control](const SettingsModel& settings) {
-        if (linesOf(control->toPlainText()) == settings.customBreakMessages) {
+    Bound::follow(control, store, [control, soon](const SettingsModel& settings) {
+        if (soon->isPending() || linesOf(control->toPlainText()) == settings.customBreakMessages) {
             return;
         }
         QStringList lines;
@@ -74,9 +78,10 @@ QWidget* makeMessages(SettingsStore& store) {
         const QSignalBlocker quiet(control);
         control->setPlainText(lines.join(u'\n'));
     });
-    QObject::connect(control, &QPlainTextEdit::textChanged, control, [&store, control] {
-        store.update(
-            [&](S& settings) { settings.customBreakMessages = linesOf(control->toPlainText()); });
+    QObject::connect(control, &QPlainTextEdit::textChanged, control, [&store, control, soon] {
+        soon->run([&store, lines = linesOf(control->toPlainText())] {
+            store.update([&lines](S& settings) { settings.customBreakMessages = lines; });
+        });
     });
     return control;
 }

@@ -122,6 +122,21 @@ DayStrip::DayStrip()
     down->addLayout(sums);
 }
 
+void DayStrip::plan(std::function<DayPlan()> plan) {
+    plan_ = std::move(plan);
+    work();
+}
+
+void DayStrip::showEvent(QShowEvent* /*event*/) {
+    work();
+}
+
+void DayStrip::work() {
+    if (plan_ && isVisible()) {
+        show(std::exchange(plan_, nullptr)());
+    }
+}
+
 void DayStrip::show(DayPlan plan) {
     std::int64_t restSec = 0;
     std::int64_t bodyBreaks = 0;

@@ -6,6 +6,8 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QSlider>
+#include <QSpinBox>
+#include <QTimeEdit>
 #include <set>
 
 #include "screens/gui.h"
@@ -42,6 +44,12 @@ struct SettingsWindowTest : ::testing::Test, SettingsBench {
         return control;
     }
     void click(const char* name) { find(name)->click(); }
+    static void sendTo(QWidget& control, int key, const char* text = "") {
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, Qt::NoModifier, QString::fromLatin1(text));
+            QCoreApplication::sendEvent(&control, &event);
+        }
+    }
     // Half a second off the ticks.
     void run(int seconds) {
         platform.runLoop.runUpTo(platform.runLoop.now() +
@@ -51,6 +59,8 @@ struct SettingsWindowTest : ::testing::Test, SettingsBench {
 };
 
 constexpr int kTiming = 0;
+constexpr int kBreaks = 1;
+constexpr int kWorkHours = 3;
 constexpr int kShortcuts = 5;
 constexpr int kGeneral = 6;
 constexpr int kPages = 7;
@@ -86,6 +96,83 @@ TEST_F(SettingsWindowTest, AnotherPresetIsAskedAboutWhileABreakIsNear) {
     click("timing.switch");
     EXPECT_EQ(settings().activePresetID, "strict");
     EXPECT_EQ(engine().state()->eye.remainingSec, 900);
+}
+
+TEST_F(SettingsWindowTest, TheUsersOwnTimingIsPlannedWhileASliderMovesAndLeftByTheKeyboard) {
+    open(kTiming);
+    run(0);
+    auto* slider = find<QSlider>("eyeBreakIntervalSec");
+    const int height = slider->mapTo(window, QPoint()).y();
+    slider->setSliderDown(true);
+    slider->setValue(660);
+    EXPECT_TRUE(runUntil([this] { return planned.back().eyeIntervalSec == 660; }));
+    EXPECT_EQ(settings().activePresetID, "standard");
+    slider->setSliderDown(false);
+    EXPECT_EQ(settings().activePresetID, "custom");
+    runFor(std::chrono::milliseconds(200));
+    EXPECT_EQ(slider->mapTo(window, QPoint()).y(), height) << "it stays under the pointer";
+    auto* own = find("timing.preset.custom");
+    EXPECT_TRUE(own->isChecked());
+    own->setFocus();
+    sendTo(*own, Qt::Key_Up);
+    EXPECT_EQ(settings().activePresetID, "strict");
+    EXPECT_FALSE(own->isEnabled());
+
+    const std::size_t seen = planned.size();
+    open(kGeneral);
+    store().update([](SettingsModel& s) { s.strictMode = true; });
+    runFor(std::chrono::milliseconds(200));
+    EXPECT_EQ(planned.size(), seen) << "no day for nobody";
+}
+
+TEST_F(SettingsWindowTest, WhatIsTypedCountsWhenItIsWhole) {
+    open(kGeneral);
+    auto* goal = find<QSpinBox>("dailyGoalBreaks");
+    goal->selectAll();
+    sendTo(*goal, Qt::Key_1, "1");
+    sendTo(*goal, Qt::Key_2, "2");
+    EXPECT_EQ(settings().dailyGoalBreaks, 6);
+    sendTo(*goal, Qt::Key_Return);
+    EXPECT_EQ(settings().dailyGoalBreaks, 12);
+
+    store().update([](SettingsModel& s) { s.workHoursEnabled = true; });
+    open(kWorkHours);
+    auto* until = find<QTimeEdit>("workHoursEndMinute");
+    until->setCurrentSection(QDateTimeEdit::HourSection);
+    until->setSelectedSection(QDateTimeEdit::HourSection);
+    sendTo(*until, Qt::Key_1, "1");
+    EXPECT_EQ(settings().workHoursEndMinute, 1080);
+
+    open(kBreaks);
+    auto* messages = find<QPlainTextEdit>("customBreakMessages");
+    messages->setPlainText("Breathe");
+    store().update([](SettingsModel& s) { s.strictMode = true; });
+    EXPECT_EQ(messages->toPlainText(), "Breathe") << "not yet stored, and not taken away";
+    EXPECT_TRUE(runUntil([this] { return settings().customBreakMessages.size() == 1; }));
+}
+
+TEST_F(SettingsWindowTest, ALoginItemThatCannotBeArrangedIsSaid) {
+    open(kGeneral);
+    const auto remarks = [this] {
+        int count = 0;
+        for (const auto* label : window->findChildren<QLabel*>()) {
+            count += label->isVisible() && label->text() == Texts::of("welcome.ready.login.failed")
+                         ? 1
+                         : 0;
+        }
+        return count;
+    };
+    click("launchAtLogin");
+    EXPECT_EQ(remarks(), 0);
+    click("launchAtLogin");
+    const Subscription refusal = store().settings().onChange([this](const SettingsModel& changed) {
+        if (changed.launchAtLogin) {
+            store().update([](SettingsModel& s) { s.launchAtLogin = false; });
+        }
+    });
+    click("launchAtLogin");
+    EXPECT_EQ(remarks(), 1);
+    EXPECT_FALSE(find("launchAtLogin")->isChecked());
 }
 
 TEST_F(SettingsWindowTest, ControlsFollowWhoeverChangesTheSettings) {
