@@ -228,6 +228,7 @@ class NotRunningTest(Commands):
         report = self.told("report").splitlines()
         self.assertEqual(report[0], "The last seven days")
         self.assertIn("Breaks held back: 0", report)
+        self.assertIn("Breaks dropped: 0", report)
         self.assertIn("Breaks counted while away: 0", report)
         self.assertTrue(self.told("report", "--csv").startswith("id,startedAt,"))
         before = self.told("settings", "export")

@@ -142,8 +142,11 @@ ControlOutcome Control::postpone() {
 }
 
 ControlOutcome Control::report(std::string_view range, std::string_view format) const {
-    return printReport(services_.environment.breakLog(), services_.environment.presenceTally(),
-                       services_.calendar, services_.now, range, format);
+    AppEnvironment& environment = services_.environment;
+    return printReport({environment.breakLog(), environment.presenceTally(), services_.calendar,
+                        services_.now, environment.settingsStore().settings()->dailyGoalBreaks,
+                        *environment.streakTracker().streak()},
+                       range, format);
 }
 
 std::string Control::settings() const {

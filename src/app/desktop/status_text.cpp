@@ -172,6 +172,7 @@ std::string lines(const ControlReport& report) {
                    {std::int64_t{std::llround(report.skipRate * kPercent)}}),
          Texts::of("cli.report.postponed %lld", {report.postponements}),
          Texts::of("cli.report.held %lld", {report.held}),
+         Texts::of("cli.report.dropped %lld", {report.dropped}),
          Texts::of("cli.report.credited %lld", {report.credited}),
          Texts::of("cli.report.penalty %lld", {report.avgPenaltySec})});
 }
