@@ -114,7 +114,7 @@ ControlOutcome Control::skip() {
     }
     return ControlOutcome::refused(services_.environment.settingsStore().settings()->strictMode
                                        ? "cli.refused.strict"
-                                       : "cli.refused.no_break");
+                                       : "cli.refused.over");
 }
 
 ControlOutcome Control::postpone() {
@@ -128,7 +128,7 @@ ControlOutcome Control::postpone() {
         return ControlOutcome::refused("cli.refused.none_left");
     }
     if (isOnScreen) {
-        return ControlOutcome::refused("cli.refused.no_break");  // it is over and only asks
+        return ControlOutcome::refused("cli.refused.over");  // the card only asks
     }
     if (!environment.settingsStore().settings()->ostrelEnabled) {
         return ControlOutcome::refused("cli.refused.off");

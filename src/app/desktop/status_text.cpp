@@ -109,6 +109,10 @@ bool isCounting(const ControlStatus& status) {
 std::string lines(const ControlStatus& status) {
     QStringList all{stateText(status)};
     if (status.state == State::paused) {
+        // A break can be started in a pause; the first line is its own then.
+        if (status.breakOnScreen) {
+            all << Texts::of("state.paused");
+        }
         all << pauseText(status);
     } else if (isCounting(status)) {
         addCountdowns(status, all);

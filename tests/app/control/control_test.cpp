@@ -134,6 +134,25 @@ TEST_F(ControlTest, APostponePutsOffWhatIsOnTheScreenOrElseWhatComesNext) {
     EXPECT_FALSE(statusJson().contains("breakOnScreen"));
 }
 
+TEST_F(ControlTest, ABreakWhoseTimeIsUpIsOverThoughItsCardStillStands) {
+    setUp([](SettingsModel& changed) { changed.eyePresentation = BreakPresentation::gentle; });
+    showBreak();
+    run(119);
+    platform.inputIdle.setReading([] { return 119; });
+    run(1.5);
+    EXPECT_TRUE(statusJson().contains("breakOnScreen"));
+    EXPECT_EQ(inShort(control.skip()), "refused cli.refused.over");
+    platform.inputIdle.setReading([] { return 0; });
+    run(10);
+    showBreak();
+    run(125);
+    EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.over");
+    EXPECT_EQ(statusJson()["canPostpone"], true);
+    // The answer to its question.
+    EXPECT_EQ(inShort(control.skip()), "done");
+    EXPECT_EQ(log(), (Events{"eye autoFadeOut", "eye skipped"}));
+}
+
 TEST_F(ControlTest, APostponeIsNotSpentOnABreakThatDoesNotCome) {
     control.pause("30m");
     EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.paused");
