@@ -12,7 +12,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from desktop import HERE, OSTREL, UNANNOUNCED, DesktopTest, key, overlay_windows, wait_for
+from desktop import HERE, OSTREL, UNANNOUNCED, DesktopTest, key, output, overlay_windows, wait_for
 
 ROOT = HERE.parents[1]
 LATER = {**UNANNOUNCED, "eyeBreakIntervalSec": 1200, "dailyGoalBreaks": 4}
@@ -136,6 +136,22 @@ class RunningTest(Commands):
         wait_for(lambda: watch.stdout.readline() == "paused\n", "the pause to be told")
         self.app.terminate()
         self.assertEqual(watch.wait(20), DONE)
+
+    def test_watch_goes_on_with_the_instance_that_takes_the_name(self):
+        self.launch()
+        other = Path(self.folder) / "other" / "ostrel"
+        other.mkdir(parents=True)
+        (other / "ostrel.settings.v1.json").write_text(json.dumps({**LATER, "ostrelEnabled": False}), encoding="utf-8")
+        self.spawn(OSTREL, env=self.environment(XDG_CONFIG_HOME=str(other.parent)))
+        wait_for(lambda: output("dbus-send", "--print-reply", "--dest=org.freedesktop.DBus", "/",
+                                "org.freedesktop.DBus.ListQueuedOwners", "string:org.ostrel.Ostrel").count('":') == 2,
+                 "the other instance to wait for the name")
+        told = Path(self.folder) / "told"
+        with told.open("w", encoding="utf-8") as said:
+            self.spawn(OSTREL, "status", "--compact", "--watch", env=self.environment(), stdout=said)
+        wait_for(lambda: re.match(r"\d\d:\d\d\n", told.read_text(encoding="utf-8")), "a countdown")
+        self.app.terminate()
+        wait_for(lambda: told.read_text(encoding="utf-8").endswith("\noff\n"), "the other to be told of")
 
     def test_watch_ends_quietly_with_its_reader(self):
         self.launch()
