@@ -270,37 +270,52 @@ class NotRunningTest(Commands):
         self.assertEqual(os.listdir(self.documents), ["ostrel.lock"])
 
     def test_bad_arguments_are_a_line_and_status_2(self):
-        damaged = Path(self.folder) / "damaged.json"
+        damaged = Path(self.folder) / "damaged\n.json"
         damaged.write_text("[1]", encoding="utf-8")
+        unknown = Path(self.folder) / "unknown.json"
+        unknown.write_text('{"durationSec": 1, "steps": [{"at": 0, "front\\nmots": 1}]}', encoding="utf-8")
         for words in (["nap"], ["--nap"], ["status", "--nap"], ["status", "--json", "--compact"], ["pause", "soon"],
                       ["pause", "1m", "2m"], ["break"], ["break", "tea"], ["resume", "now"], ["report", "--range", "never"],
                       ["report", "--range"], ["settings"], ["settings", "list"], ["settings", "get", "nothing"],
                       ["settings", "set", "strictMode"], ["settings", "set", "strictMode", "maybe"],
                       ["settings", "set", "eyeBreakIntervalSec", "5"], ["settings", "import", str(damaged)],
-                      ["--version", "now"], ["--screenshots", "x"], ["simulate", "--nap", "x"]):
-            done = self.ostrel(*words)
-            self.assertEqual((done.returncode, done.stdout), (USAGE, ""), words)
-            self.assertEqual(len(done.stderr.splitlines()), 1, words)
+                      ["--version", "now"], ["--screenshots", "x"], ["simulate", "--nap", "x"],
+                      ["simulate", "--seed", "x", str(unknown)], ["simulate", "/nonexistent"], ["--demo", "--screenshots"],
+                      ["--demo", "now"], [""], ["na\np"], ["pause", "1\u2028m"], ["report", "--range", "a\x1b[2Jb"],
+                      ["settings", "get", "a\rb"]):
+            self.assert_refused(USAGE, "", *words)
+            self.assertNotRegex(self.ostrel(*words).stderr, "[\x00-\x09\x0b-\x1f\u2028]", words)
+        self.assert_refused(USAGE, 'there is no command "na\\?p"', "na\np")
+        for scenario, said in ((unknown, 'unknown.json: steps[0]: unknown verb "front?mots"'), (damaged, '"damaged?.json": ')):
+            done = self.ostrel("simulate", str(scenario))
+            self.assertEqual((done.returncode, done.stdout, done.stderr.count("\n")), (USAGE, "", 1))
+            self.assertTrue(done.stderr.startswith(said), done.stderr)
         self.assert_refused(FAILED, "cannot be read", "settings", "import", "/nonexistent")
         self.assertFalse(self.documents.exists())
 
     def test_output_that_cannot_be_written(self):
+        day = Path(self.folder) / "day.json"
+        day.write_text('{"durationSec": 28800}', encoding="utf-8")
         with open("/dev/full", "w", encoding="utf-8") as full:
-            for words in (["--help"], ["status", "--capabilities"]):
+            for words in (["--help"], ["status", "--capabilities"], ["simulate", str(day)]):
                 done = subprocess.run([OSTREL, *words], stdout=full, stderr=subprocess.PIPE, text=True, check=False,
                                       env=self.environment())
                 self.assertEqual((done.returncode, len(done.stderr.splitlines())), (FAILED, 1), words)
         unread, written = os.pipe()
         os.close(unread)
-        done = subprocess.run([OSTREL, "settings", "export"], stdout=written, stderr=subprocess.PIPE, text=True, check=False,
-                              env=self.environment())
+        for words in (["settings", "export"], ["simulate", str(day)]):
+            done = subprocess.run([OSTREL, *words], stdout=written, stderr=subprocess.PIPE, text=True, check=False,
+                                  env=self.environment())
+            self.assertEqual((done.returncode, done.stderr), (DONE, ""), words)
         os.close(written)
-        self.assertEqual((done.returncode, done.stderr), (DONE, ""))
 
     def test_language_is_that_of_the_settings(self):
         self.documents.mkdir(parents=True)
         (self.documents / "ostrel.settings.v1.json").write_text('{"languageRaw":"en-XA"}', encoding="utf-8")
-        self.assertNotIn("not running", self.ostrel("skip").stderr)
+        for words, english in ((["skip"], "not running"), (["--demo", "now"], "does not belong"),
+                               (["--screenshots", "x"], "goes with"), (["simulate", "/nonexistent"], "cannot be read")):
+            said = self.ostrel(*words).stderr
+            self.assertTrue(said.startswith("ostrel: ") and english not in said, said)
         self.assertGreater(len(self.told("--help")), 1500)
 
 
@@ -312,7 +327,8 @@ class PapersTest(Commands):
 
     def test_help_and_version(self):
         self.assertRegex(self.told("--version"), r"^ostrel \d+\.\d+\.\d+\n$")
-        self.assertEqual(self.told("pause", "--help"), self.told("--help"))
+        for words in (["pause", "--help"], ["simulate", "-h"], ["simulate", "--help", "x"], ["--demo", "-h"]):
+            self.assertEqual(self.told(*words), self.told("--help"), words)
         self.assertIn(["skip"], self.commands())
 
     @unittest.skipUnless(shutil.which("groff"), "no groff")
