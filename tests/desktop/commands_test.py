@@ -24,6 +24,17 @@ OPEN_BUS = """<busconfig><type>session</type><listen>{address}</listen><auth>EXT
 </policy></busconfig>"""
 
 
+# How each shell tells what it would offer in place of the last of the words.
+COMPLETIONS = ROOT / "packaging" / "completions"
+SHELLS = {
+    "bash": ("-c", f"source '{COMPLETIONS}/ostrel.bash'; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); compopt() {{ wants=files; }};"
+             " _ostrel; printf '%s\\n' \"${COMPREPLY[@]}\"; [ -z \"$wants\" ] || compgen -f \"${@: -1}\"", "bash"),
+    "zsh": ("-fc", "words=(\"$@\"); CURRENT=$#; _files() { print -l -- ${words[-1]}*(N) }; _describe() { print -l -- ${(P)2} };"
+            f" source '{COMPLETIONS}/_ostrel'", "zsh"),
+    "fish": ("-Nc", f"source '{COMPLETIONS}/ostrel.fish'; complete -C \"$argv\""),
+}
+
+
 class Commands(DesktopTest):
     def ostrel(self, *words, given="", **environment):
         return subprocess.run([OSTREL, *words], input=given, capture_output=True, text=True, check=False,
@@ -341,19 +352,25 @@ class PapersTest(Commands):
             name = " ".join(words[:2] if words[0] == "settings" or words[-1] == "--capabilities" else words[:1])
             self.assertRegex(text, rf"(?m)^ {{7}}{re.escape(name)}\b", name)
 
-    def completed(self, *words):
-        script = (f"source '{ROOT}/packaging/completions/ostrel.bash'; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); "
-                  "_ostrel; printf '%s\\n' \"${COMPREPLY[@]}\"")
-        done = subprocess.run(["bash", "-c", script, "bash", OSTREL, *words], capture_output=True, text=True, check=True,
-                              env=self.environment(), timeout=20)
-        return [word for word in done.stdout.splitlines() if word]
+    def completed(self, shell, *words):
+        """The words that a shell offers; without the purposes beside them."""
+        done = subprocess.run([shell, *SHELLS[shell], *words], capture_output=True, text=True, check=True, cwd=self.folder,
+                              env=self.environment(PATH=f"{Path(OSTREL).parent}:{os.environ['PATH']}"), timeout=20)
+        self.assertEqual(done.stderr, "")
+        return [re.split("[\t:]", word)[0] for word in done.stdout.splitlines() if word]
 
-    def test_bash_completes_commands_options_and_values(self):
-        self.assertLessEqual({"status", "pause", "settings", "--help"}, set(self.completed("")))
-        self.assertEqual(self.completed("break", ""), ["eye", "body"])
-        self.assertEqual(self.completed("report", "--range", "w"), ["weekly"])
-        self.assertEqual(self.completed("settings", "set", "chimeMode", "b"), ["both"])
-        self.assertEqual(self.completed("settings", "import", ""), [])
+    def test_shells_complete_commands_options_values_and_files(self):
+        (Path(self.folder) / "day.json").touch()
+        for shell in filter(shutil.which, SHELLS):
+            def offered(*words, shell=shell):
+                return sorted(self.completed(shell, "ostrel", *words))
+            with self.subTest(shell):
+                self.assertLessEqual({"status", "pause", "settings", "--help"}, set(offered("")))
+                self.assertEqual(offered("break", ""), ["body", "eye"])
+                self.assertEqual(offered("report", "--range", "w"), ["weekly"])
+                self.assertEqual(offered("settings", "set", "chimeMode", "b"), ["both"])
+                self.assertEqual(offered("--demo", "--scr"), ["--screenshots"])
+                self.assertEqual(offered("settings", "import", "d"), ["day.json"])
 
 
 if __name__ == "__main__":
