@@ -12,6 +12,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
+from completions import CompletionTest
 from desktop import HERE, OSTREL, UNANNOUNCED, DesktopTest, key, output, overlay_windows, wait_for
 
 ROOT = HERE.parents[1]
@@ -22,17 +23,6 @@ NOBODY = 65534
 OPEN_BUS = """<busconfig><type>session</type><listen>{address}</listen><auth>EXTERNAL</auth>
 <policy context="default"><allow user="*"/><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/>
 </policy></busconfig>"""
-
-
-# How each shell tells what it would offer in place of the last of the words.
-COMPLETIONS = ROOT / "packaging" / "completions"
-SHELLS = {
-    "bash": ("-c", f"source '{COMPLETIONS}/ostrel.bash'; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); compopt() {{ wants=files; }};"
-             " _ostrel; printf '%s\\n' \"${COMPREPLY[@]}\"; [ -z \"$wants\" ] || compgen -f \"${@: -1}\"", "bash"),
-    "zsh": ("-fc", "words=(\"$@\"); CURRENT=$#; _files() { print -l -- ${words[-1]}*(N) }; _describe() { print -l -- ${(P)2} };"
-            f" source '{COMPLETIONS}/_ostrel'", "zsh"),
-    "fish": ("-Nc", f"source '{COMPLETIONS}/ostrel.fish'; complete -C \"$argv\""),
-}
 
 
 class Commands(DesktopTest):
@@ -330,7 +320,7 @@ class NotRunningTest(Commands):
         self.assertGreater(len(self.told("--help")), 1500)
 
 
-class PapersTest(Commands):
+class PapersTest(Commands, CompletionTest):
     """What is installed beside the program."""
 
     def commands(self):
@@ -352,25 +342,8 @@ class PapersTest(Commands):
             name = " ".join(words[:2] if words[0] == "settings" or words[-1] == "--capabilities" else words[:1])
             self.assertRegex(text, rf"(?m)^ {{7}}{re.escape(name)}\b", name)
 
-    def completed(self, shell, *words):
-        """The words that a shell offers; without the purposes beside them."""
-        done = subprocess.run([shell, *SHELLS[shell], *words], capture_output=True, text=True, check=True, cwd=self.folder,
-                              env=self.environment(PATH=f"{Path(OSTREL).parent}:{os.environ['PATH']}"), timeout=20)
-        self.assertEqual(done.stderr, "")
-        return [re.split("[\t:]", word)[0] for word in done.stdout.splitlines() if word]
-
-    def test_shells_complete_commands_options_values_and_files(self):
-        (Path(self.folder) / "day.json").touch()
-        for shell in filter(shutil.which, SHELLS):
-            def offered(*words, shell=shell):
-                return sorted(self.completed(shell, "ostrel", *words))
-            with self.subTest(shell):
-                self.assertLessEqual({"status", "pause", "settings", "--help"}, set(offered("")))
-                self.assertEqual(offered("break", ""), ["body", "eye"])
-                self.assertEqual(offered("report", "--range", "w"), ["weekly"])
-                self.assertEqual(offered("settings", "set", "chimeMode", "b"), ["both"])
-                self.assertEqual(offered("--demo", "--scr"), ["--screenshots"])
-                self.assertEqual(offered("settings", "import", "d"), ["day.json"])
+    def test_bash_completes(self):
+        self.assert_completes("bash")
 
 
 if __name__ == "__main__":
