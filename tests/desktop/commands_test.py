@@ -15,7 +15,6 @@ from pathlib import Path
 from completions import CompletionTest
 from desktop import HERE, OSTREL, UNANNOUNCED, DesktopTest, key, output, overlay_windows, wait_for
 
-ROOT = HERE.parents[1]
 LATER = {**UNANNOUNCED, "eyeBreakIntervalSec": 1200, "dailyGoalBreaks": 4}
 DONE, FAILED, USAGE, NOT_RUNNING, UNREACHABLE = range(5)
 NOBODY = 65534
@@ -334,13 +333,16 @@ class PapersTest(Commands, CompletionTest):
 
     @unittest.skipUnless(shutil.which("groff"), "no groff")
     def test_manual_page_is_sound_and_names_every_command(self):
-        done = subprocess.run(["groff", "-man", "-ww", "-Tutf8", "-P-cbou", str(ROOT / "docs" / "ostrel.1")],
+        done = subprocess.run(["groff", "-man", "-ww", "-Tutf8", "-P-cbou", str(Path(OSTREL).parent / "ostrel.1")],
                               capture_output=True, text=True, check=False)
         self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertIn(self.told("--version").replace("ostrel", "Ostrel").strip(), done.stdout)
         text = done.stdout.replace("\u2010", "-").replace("\u2212", "-")
         for words in self.commands():
             name = " ".join(words[:2] if words[0] == "settings" or words[-1] == "--capabilities" else words[:1])
             self.assertRegex(text, rf"(?m)^ {{7}}{re.escape(name)}\b", name)
+        for name in ("-h", "XDG_STATE_HOME", "crash-*.txt", "autostart/ostrel.desktop"):
+            self.assertIn(name, text)
 
     def test_bash_completes(self):
         self.assert_completes("bash")
