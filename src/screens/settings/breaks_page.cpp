@@ -15,14 +15,14 @@ namespace {
 
 using S = SettingsModel;
 
-constexpr int kLeastDimPercent = 20;
 constexpr int kPercent = 100;
 
 QWidget* makeDim(SettingsStore& store) {
     auto* control = new QSlider(Qt::Horizontal);
     Bound::setName(control, "overlayDimOpacity");
     Bound::ignoreWheel(control);
-    control->setRange(kLeastDimPercent, kPercent);
+    constexpr auto kRange = SettingsRanges::kOverlayDimPercent;
+    control->setRange(static_cast<int>(kRange.least), static_cast<int>(kRange.most));
     control->setFixedWidth(220);
     Bound::follow(control, store, [control](const SettingsModel& settings) {
         const QSignalBlocker quiet(control);

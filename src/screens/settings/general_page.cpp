@@ -19,17 +19,17 @@
 namespace ostrel {
 namespace {
 
-constexpr int kHighestGoal = 60;
+constexpr auto kGoal = SettingsRanges::kDailyGoalBreaks;
 
 NumberField* makeGoal(SettingsStore& store) {
     auto* control = new NumberField;
     Bound::setName(control, "dailyGoalBreaks");
     Bound::ignoreWheel(control);
-    control->setRange(1, kHighestGoal);
+    control->setRange(static_cast<int>(kGoal.least), static_cast<int>(kGoal.most));
     Bound::follow(control, store, [control](const SettingsModel& settings) {
         const QSignalBlocker quiet(control);
         control->setValue(
-            static_cast<int>(std::clamp<std::int64_t>(settings.dailyGoalBreaks, 1, kHighestGoal)));
+            static_cast<int>(std::clamp(settings.dailyGoalBreaks, kGoal.least, kGoal.most)));
     });
     QObject::connect(control, &QSpinBox::valueChanged, control, [&store](int goal) {
         store.update([goal](SettingsModel& settings) { settings.dailyGoalBreaks = goal; });

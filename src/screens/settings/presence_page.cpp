@@ -1,6 +1,5 @@
 #include <QLabel>
 #include <QPointer>
-#include <array>
 
 #include "screens/settings/bound_controls.h"
 #include "screens/settings/pages.h"
@@ -11,8 +10,6 @@ namespace ostrel {
 namespace {
 
 using S = SettingsModel;
-
-constexpr std::array<std::int64_t, 5> kDeferralChoicesSec = {300, 600, 900, 1800, 3600};
 
 void addAway(Page& page, SettingsStore& store) {
     Card* away = page.addCard(Texts::of("settings.presence.away"));
@@ -39,7 +36,8 @@ void addCalls(Page& page, const SettingsServices& services) {
     calls->addWide(new ProgramList(services));
     calls->addRow(
         Texts::of("settings.presence.max_deferral"), {},
-        Bound::makeSecondsChoice(store, &S::maxDeferralSec, kDeferralChoicesSec, "maxDeferralSec"));
+        Bound::makeSecondsChoice(store, &S::maxDeferralSec, PresenceDefaults::kDeferralChoicesSec,
+                                 "maxDeferralSec"));
 }
 
 QString textOf(const char* prefix, std::string_view name) {
