@@ -34,7 +34,7 @@ typedef NSString* NSRunLoopMode;
 - (BOOL)isEqual:(nullable id)object;
 - (BOOL)isKindOfClass:(Class)aClass;
 - (BOOL)respondsToSelector:(SEL)selector;
-@property(readonly, copy) NSString* description;
+- (Class)class;
 @end
 
 @protocol NSCopying
