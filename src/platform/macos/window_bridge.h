@@ -9,9 +9,6 @@ namespace ostrel::WindowBridge {
 // animation of the system's.
 void coverDisplay(void* view);
 
-// Takes the keyboard from whichever program has it.
-void takeKeyboard(void* view);
-
 // A card beside the work that goes on: over the other windows on every Space, also while another
 // program is in front.
 void floatBesideWork(void* view);

@@ -37,16 +37,6 @@ void WindowBridge::coverDisplay(void* view) {
     [window setAlphaValue:1];
 }
 
-void WindowBridge::takeKeyboard(void* view) {
-    NSApplication* application = [NSApplication sharedApplication];
-    if (@available(macOS 14.0, *)) {
-        [application activate];
-    } else {
-        [application activateIgnoringOtherApps:YES];
-    }
-    [windowOf(view) makeKeyAndOrderFront:nil];
-}
-
 void WindowBridge::floatBesideWork(void* view) {
     NSWindow* window = windowOf(view);
     standStill(window);

@@ -3,7 +3,7 @@
 #include <CoreGraphics/CoreGraphics.h>
 #include <Foundation/Foundation.h>
 
-#include <AppKit/NSWorkspace.h>
+#include "NSWorkspace.h"
 
 #pragma clang assume_nonnull begin
 @class NSAppearance, NSButton, NSImage, NSMenu, NSScreen, NSStatusBarButton, NSStatusItem, NSView, NSWindow;
@@ -86,7 +86,6 @@ static const CGFloat NSVariableStatusItemLength = -1;
 @interface NSStatusItem : NSObject
 @property(nullable, readonly, strong) NSStatusBarButton* button CK_MACOS(10.10);
 @property(nullable, strong) NSMenu* menu;
-@property(getter=isVisible) BOOL visible CK_MACOS(10.12);
 @property(null_resettable, copy) NSString* autosaveName CK_MACOS(10.12);
 @end
 @interface NSStatusBar : NSObject
@@ -100,6 +99,7 @@ static const CGFloat NSVariableStatusItemLength = -1;
 @property(readonly, strong) NSAppearance* effectiveAppearance CK_MACOS(10.14);
 - (void)activateIgnoringOtherApps:(BOOL)flag CK_DEPRECATED(10.0, 14.0, "use -activate");
 - (void)activate CK_MACOS(14.0);
+- (void)yieldActivationToApplication:(NSRunningApplication*)application CK_MACOS(14.0);
 @end
 CK_EXTERN NSNotificationName const NSApplicationDidChangeScreenParametersNotification;
 
