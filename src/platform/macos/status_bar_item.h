@@ -30,10 +30,6 @@ class StatusBarItem {
     // An NSMenu, as QMenu::toNSMenu() gives it; it outlives this. Null for none.
     void setMenu(void* menu);
 
-    // False once the user has dragged it out of the menu bar. One that a notch hides counts as
-    // shown: the system does not say.
-    [[nodiscard]] bool isShown() const;
-
   private:
     struct Impl;
     std::unique_ptr<Impl> impl_;

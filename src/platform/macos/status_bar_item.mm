@@ -49,8 +49,4 @@ void StatusBarItem::setMenu(void* menu) {
     impl_->item.menu = (__bridge NSMenu*)menu;
 }
 
-bool StatusBarItem::isShown() const {
-    return impl_->item.visible != NO;
-}
-
 }  // namespace ostrel

@@ -7,6 +7,7 @@
 
 #include "platform/macos/foundation_values.h"
 #include "platform/macos/held_notifications.h"
+#include "platform/macos/mac_bundle.h"
 #include "platform/macos/notification_mapping.h"
 #include "platform/macos/observers.h"
 #include "platform/macos/on_main.h"
@@ -92,7 +93,7 @@ struct UserNotifications::Impl : std::enable_shared_from_this<Impl> {
           now(std::move(nowFunction)),
           respond(std::make_shared<Respond>(std::move(tell))) {
         // The centre throws for a program without a bundle: nobody else may ask for it.
-        if ([NSBundle mainBundle].bundleIdentifier) {
+        if (isInBundle()) {
             center = [UNUserNotificationCenter currentNotificationCenter];
             delegate = [[OstrelNotificationDelegate alloc] initWithRespond:respond];
             center.delegate = delegate;
