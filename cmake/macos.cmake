@@ -7,13 +7,15 @@ set(OSTREL_MACOS_FRAMEWORKS
   AppKit AVFoundation Carbon CoreFoundation CoreGraphics Foundation IOKit ServiceManagement
   UserNotifications)
 set(OSTREL_MACOS_IDENTIFIER org.ostrel.Ostrel)
+if(APPLE)
+  enable_language(OBJCXX)
+endif()
 
 # What Objective-C there is belongs to one subsystem, under automatic reference counting.
 function(ostrel_macos_sources)
   if(NOT APPLE)
     return()
   endif()
-  enable_language(OBJCXX)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/platform/macos/*.mm)
   target_sources(ostrel_platform_macos PRIVATE ${sources})
   # Headers parsed ahead for C++ are none for Objective-C++; its own extensions are not pedantic.
