@@ -7,6 +7,10 @@
 @interface NSRunningApplication : NSObject
 @property(nullable, readonly, copy) NSString* bundleIdentifier CK_MACOS(10.6);
 @property(readonly) pid_t processIdentifier CK_MACOS(10.6);
+@property(class, readonly, strong) NSRunningApplication* currentApplication CK_MACOS(10.6);
+- (BOOL)activateWithOptions:(NSUInteger)options CK_MACOS(10.6);
+- (BOOL)activateFromApplication:(NSRunningApplication*)application
+                        options:(NSUInteger)options CK_MACOS(14.0);
 @end
 
 // Main thread only.
