@@ -7,11 +7,9 @@
 namespace ostrel {
 namespace {
 
-// A number made of a truth value says that it is a char, as do those that hold one. Nobody counts
-// in chars.
+// Truth values have a class of their own, which alone tells them from a char.
 bool isTruth(NSNumber* number) {
-    const std::string_view type = number.objCType;
-    return type == "c" || type == "B" || type == "C";
+    return [number isKindOfClass:[[NSNumber numberWithBool:YES] class]] != NO;
 }
 
 bool isReal(NSNumber* number) {

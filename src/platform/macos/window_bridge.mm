@@ -17,16 +17,22 @@ void standStill(NSWindow* window) {
     [window setAnimationBehavior:NSWindowAnimationBehaviorNone];
 }
 
+// Also beside a program in full screen, which has a Space to itself.
+void standOnEverySpace(NSWindow* window) {
+    NSWindowCollectionBehavior behavior = NSWindowCollectionBehaviorCanJoinAllSpaces;
+    behavior |= NSWindowCollectionBehaviorStationary;
+    behavior |= NSWindowCollectionBehaviorIgnoresCycle;
+    behavior |= NSWindowCollectionBehaviorFullScreenAuxiliary;
+    [window setCollectionBehavior:behavior];
+}
+
 }  // namespace
 
 void WindowBridge::coverDisplay(void* view) {
     NSWindow* window = windowOf(view);
     standStill(window);
+    standOnEverySpace(window);
     [window setLevel:NSScreenSaverWindowLevel];
-    [window setCollectionBehavior:NSWindowCollectionBehaviorCanJoinAllSpaces |
-                                  NSWindowCollectionBehaviorStationary |
-                                  NSWindowCollectionBehaviorIgnoresCycle |
-                                  NSWindowCollectionBehaviorFullScreenAuxiliary];
     [window setTitlebarAppearsTransparent:YES];
     [window setTitleVisibility:NSWindowTitleHidden];
     [window setBackgroundColor:[NSColor clearColor]];
@@ -40,11 +46,8 @@ void WindowBridge::coverDisplay(void* view) {
 void WindowBridge::floatBesideWork(void* view) {
     NSWindow* window = windowOf(view);
     standStill(window);
+    standOnEverySpace(window);
     [window setLevel:NSStatusWindowLevel];
-    [window setCollectionBehavior:NSWindowCollectionBehaviorCanJoinAllSpaces |
-                                  NSWindowCollectionBehaviorStationary |
-                                  NSWindowCollectionBehaviorIgnoresCycle |
-                                  NSWindowCollectionBehaviorFullScreenAuxiliary];
 }
 
 }  // namespace ostrel
