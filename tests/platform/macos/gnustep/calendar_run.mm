@@ -1,7 +1,6 @@
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <random>
 
 #include "platform/api/iso_time.h"
@@ -76,13 +75,14 @@ TEST(CalendarRun, TheSystemsDayChangesWhereOursBegins) {
     }
 }
 
-TEST(TimeZoneRun, NamesTheUsersZoneAndForgetsItWhenTold) {
-    setenv("GNUSTEP_TZ", "America/Havana", 1);
-    forgetMacTimeZone();
-    EXPECT_EQ(macTimeZone(), "America/Havana");
-    setenv("GNUSTEP_TZ", "Asia/Kathmandu", 1);
-    forgetMacTimeZone();
-    EXPECT_EQ(macTimeZone(), "Asia/Kathmandu");
+TEST(TimeZoneRun, NamesTheZoneThatTheUserHasNow) {
+    NSUserDefaults* const defaults = [NSUserDefaults standardUserDefaults];
+    for (NSString* zone in @[ @"America/Havana", @"Asia/Kathmandu" ]) {
+        [defaults setObject:zone forKey:@"Local Time Zone"];  // GNUstep's setting
+        forgetMacTimeZone();
+        EXPECT_EQ(macTimeZone(), [zone UTF8String]);
+    }
+    [defaults removeObjectForKey:@"Local Time Zone"];
 }
 
 }  // namespace
