@@ -10,9 +10,11 @@
 namespace ostrel {
 namespace {
 
+#ifndef __APPLE__
 // Beyond these a number is shorter with an exponent.
 constexpr double kLeastPlain = 1e-5;
 constexpr double kMostPlain = 1e15;
+#endif
 
 using Digits = std::array<char, 32>;
 
@@ -64,6 +66,10 @@ void JsonWriter::number(double value) {
         return;
     }
     separate();
+#ifdef __APPLE__
+    // Its own library prints such a number only since macOS 13.3.
+    text_ += Json(value).dump();
+#else
     const double size = std::abs(value);
     Digits digits;
     if (size != 0 && (size < kLeastPlain || size >= kMostPlain)) {
@@ -75,6 +81,7 @@ void JsonWriter::number(double value) {
     if (plain.find('.') == std::string_view::npos) {
         text_ += ".0";
     }
+#endif
 }
 
 void JsonWriter::text(const std::string& value) {

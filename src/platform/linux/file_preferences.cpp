@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/fatal.h"
+#include "platform/api/aside_names.h"
 #include "platform/linux/durable_files.h"
 
 namespace ostrel {
@@ -17,23 +18,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kExtension = ".json";
-constexpr std::string_view kAside = ".damaged";
-constexpr int kMostSetAside = 26 * 27;  // two letters
 
 std::string systemText(int error) {
     return std::generic_category().message(error);
-}
-
-// "" for 0, "-b" for 1, "-z" for 25, "-aa" for 26: never taken for the number of a version.
-std::string distinction(int count) {
-    if (count == 0) {
-        return {};
-    }
-    std::string letters;
-    for (int rest = count + 1; rest > 0; rest = (rest - 1) / 26) {
-        letters.insert(letters.begin(), static_cast<char>('a' + (rest - 1) % 26));
-    }
-    return "-" + letters;
 }
 
 PersistenceError writeError(std::string_view key, int error) {
@@ -141,7 +128,7 @@ int FilePreferences::moveAside(std::string_view key) {
     int error = EEXIST;
     for (int count = 0; error == EEXIST && count < kMostSetAside; ++count) {
         fs::path aside = file;
-        aside += std::string(kAside) + distinction(count);
+        aside += asideSuffix(count);
         error = renameFile(file, aside);
         if (error == 0) {
             std::fprintf(stderr, "ostrel: %s could not be used and was set aside as %s\n",

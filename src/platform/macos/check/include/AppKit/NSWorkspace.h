@@ -1,0 +1,34 @@
+#pragma once
+
+#include "../Foundation/Foundation.h"
+
+#pragma clang assume_nonnull begin
+
+@interface NSRunningApplication : NSObject
+@property(nullable, readonly, copy) NSString* bundleIdentifier CK_MACOS(10.6);
+@property(readonly) pid_t processIdentifier CK_MACOS(10.6);
+@property(class, readonly, strong) NSRunningApplication* currentApplication CK_MACOS(10.6);
+- (BOOL)activateWithOptions:(NSUInteger)options CK_MACOS(10.6);
+- (BOOL)activateFromApplication:(NSRunningApplication*)application
+                        options:(NSUInteger)options CK_MACOS(14.0);
+@end
+
+// Main thread only.
+@interface NSWorkspace : NSObject
+@property(class, readonly, strong) NSWorkspace* sharedWorkspace;
+@property(readonly, strong) NSNotificationCenter* notificationCenter;
+@property(nullable, readonly, strong) NSRunningApplication* frontmostApplication CK_MACOS(10.7);
+@end
+
+// Sent by the workspace's own centre alone.
+CK_EXTERN NSNotificationName const NSWorkspaceWillSleepNotification CK_MACOS(10.3);
+CK_EXTERN NSNotificationName const NSWorkspaceDidWakeNotification CK_MACOS(10.3);
+CK_EXTERN NSNotificationName const NSWorkspaceScreensDidSleepNotification CK_MACOS(10.6);
+CK_EXTERN NSNotificationName const NSWorkspaceScreensDidWakeNotification CK_MACOS(10.6);
+CK_EXTERN NSNotificationName const NSWorkspaceSessionDidBecomeActiveNotification CK_MACOS(10.3);
+CK_EXTERN NSNotificationName const NSWorkspaceSessionDidResignActiveNotification CK_MACOS(10.3);
+
+// Sent by the default centre.
+CK_EXTERN NSNotificationName const NSApplicationDidBecomeActiveNotification;
+
+#pragma clang assume_nonnull end

@@ -1,0 +1,3 @@
+// The umbrella under which Core Graphics' events are documented.
+#pragma once
+#include <CoreGraphics/CoreGraphics.h>

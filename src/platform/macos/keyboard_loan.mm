@@ -1,0 +1,60 @@
+#include "platform/macos/keyboard_loan.h"
+
+#import <AppKit/AppKit.h>
+
+#include "platform/macos/keyboard_debt.h"
+
+namespace ostrel {
+namespace {
+
+std::optional<std::int64_t> processOf(NSRunningApplication* application) {
+    return application ? std::optional<std::int64_t>(application.processIdentifier) : std::nullopt;
+}
+
+void bringToFront(NSApplication* application) {
+    if (@available(macOS 14.0, *)) {
+        [application activate];
+    } else {
+        [application activateIgnoringOtherApps:YES];
+    }
+}
+
+void handOver(NSRunningApplication* own, NSRunningApplication* next) {
+    if (@available(macOS 14.0, *)) {
+        [[NSApplication sharedApplication] yieldActivationToApplication:next];
+        [next activateFromApplication:own options:0];
+    } else {
+        [next activateWithOptions:0];
+    }
+}
+
+}  // namespace
+
+struct KeyboardLoan::Impl {
+    NSRunningApplication* lender = nil;
+};
+
+KeyboardLoan::KeyboardLoan() : impl_(std::make_unique<Impl>()) {}
+
+KeyboardLoan::~KeyboardLoan() {
+    giveBack();
+}
+
+void KeyboardLoan::take(void* view) {
+    if (!impl_->lender) {
+        impl_->lender = [NSWorkspace sharedWorkspace].frontmostApplication;
+    }
+    bringToFront([NSApplication sharedApplication]);
+    [[(__bridge NSView*)view window] makeKeyAndOrderFront:nil];
+}
+
+void KeyboardLoan::giveBack() {
+    NSRunningApplication* own = [NSRunningApplication currentApplication];
+    NSRunningApplication* front = [NSWorkspace sharedWorkspace].frontmostApplication;
+    if (owesKeyboard(processOf(impl_->lender), own.processIdentifier, processOf(front))) {
+        handOver(own, impl_->lender);
+    }
+    impl_->lender = nil;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,1 @@
+// A source for the targets of CMakeLists.txt beside it.
