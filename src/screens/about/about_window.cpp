@@ -8,8 +8,8 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "screens/controls/icon_label.h"
 #include "screens/controls/page.h"
-#include "screens/status_icon.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -21,13 +21,7 @@ constexpr int kIconSide = 64;
 QLabel* makeIcon() {
     StatusIcon::Face face;
     face.ringSteps = StatusIcon::Face::kRingSteps * 3 / 4;
-    const double scale = qGuiApp->devicePixelRatio();
-    QPixmap picture = StatusIcon::draw(face, static_cast<int>(kIconSide * scale));
-    picture.setDevicePixelRatio(scale);
-    auto* label = new QLabel;
-    label->setPixmap(picture);
-    label->setFixedSize(kIconSide, kIconSide);
-    return label;
+    return makeIconLabel(face, kIconSide);
 }
 
 QLabel* makeNotice() {

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -26,10 +27,7 @@ QLabel* makeLabel(const QString& text, const char* look) {
 
 QPushButton* makeButton(std::string_view key, const QString& name) {
     auto* button = new QPushButton(Texts::of(key));
-    button->setObjectName(name);
-#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
-    button->setAccessibleIdentifier(name);
-#endif
+    identify(button, name);
     return button;
 }
 

@@ -62,12 +62,6 @@ QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
 
 }  // namespace
 
-QColor between(const QColor& one, const QColor& other, double share) {
-    const auto mixed = [share](int a, int b) { return static_cast<int>(a + (b - a) * share); };
-    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()),
-            mixed(one.blue(), other.blue())};
-}
-
 QColor accent(const QPalette& palette) {
     return palette.color(QPalette::Active, QPalette::Highlight);
 }

@@ -4,6 +4,8 @@
 #include <QPalette>
 #include <QString>
 
+#include "screens/colours.h"
+
 namespace ostrel {
 
 // How our windows look: calm cards on the palette's paper, one accent colour. `style names` of
@@ -14,8 +16,7 @@ namespace WindowLook {
 // For the style sheet of a window.
 [[nodiscard]] QString styleSheet(const QPalette& palette);
 
-// A colour that lies between the two; share 0 is `one`, 1 is `other`.
-[[nodiscard]] QColor between(const QColor& one, const QColor& other, double share);
+using Colours::between;
 
 [[nodiscard]] QColor accent(const QPalette& palette);
 
