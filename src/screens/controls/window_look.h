@@ -13,8 +13,8 @@ namespace ostrel {
 // "primary", "danger".
 namespace WindowLook {
 
-// For the style sheet of a window.
-[[nodiscard]] QString styleSheet(const QPalette& palette);
+// For the style sheet of a window whose lines run in this direction.
+[[nodiscard]] QString styleSheet(const QPalette& palette, Qt::LayoutDirection direction);
 
 using Colours::between;
 

@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QSlider>
+#include <algorithm>
 #include <set>
 
 #include "screens/gui.h"
@@ -51,6 +52,7 @@ struct SettingsWindowTest : ::testing::Test, SettingsBench {
 };
 
 constexpr int kTiming = 0;
+constexpr int kBreaks = 1;
 constexpr int kShortcuts = 5;
 constexpr int kGeneral = 6;
 constexpr int kPages = 7;
@@ -165,6 +167,33 @@ TEST_F(SettingsWindowTest, ResetAsksAndKeepsTheWelcomeAway) {
     expected.hasOnboarded = true;
     EXPECT_EQ(settings(), expected);
     EXPECT_EQ(engine().activeIntervalSec(BreakKind::eye), 1200);
+}
+
+TEST_F(SettingsWindowTest, WhatRunsAlongTheLinesTurnsWithThem) {
+    inEveryLanguage([this](std::string_view language) {
+        open(kBreaks);
+        runFor(std::chrono::milliseconds(20));
+        const QImage slider = find<QSlider>("overlayDimOpacity")->grab().toImage();
+        const auto isFilled = [&slider](int x) {
+            return slider.pixelColor(x, slider.height() / 2) ==
+                   QApplication::palette().color(QPalette::Active, QPalette::Highlight);
+        };
+        constexpr int kInset = 4;
+        const bool isRightToLeft = QGuiApplication::isRightToLeft();
+        EXPECT_EQ(isFilled(kInset), !isRightToLeft) << language;
+        EXPECT_EQ(isFilled(slider.width() - kInset), isRightToLeft) << language;
+
+        open(kGeneral);
+        const auto labels = window->findChildren<QLabel*>();
+        const auto folder = std::ranges::find(labels, services().dataFolder, [](QLabel* label) {
+            return label->text().toStdString();
+        });
+        ASSERT_NE(folder, labels.end());
+        EXPECT_EQ((*folder)->alignment(),
+                  Qt::AlignAbsolute | (isRightToLeft ? Qt::AlignRight : Qt::AlignLeft))
+            << language;
+        EXPECT_TRUE((*folder)->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+    });
 }
 
 TEST_F(SettingsWindowTest, EveryTextHasRoomInEveryLanguage) {
