@@ -4,7 +4,9 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSlider>
 #include <algorithm>
 #include <set>
@@ -53,6 +55,7 @@ struct SettingsWindowTest : ::testing::Test, SettingsBench {
 
 constexpr int kTiming = 0;
 constexpr int kBreaks = 1;
+constexpr int kPresence = 2;
 constexpr int kShortcuts = 5;
 constexpr int kGeneral = 6;
 constexpr int kPages = 7;
@@ -149,6 +152,31 @@ TEST_F(SettingsWindowTest, TheRecorderTakesOnlyWhatIsValidAndFree) {
     click("startBreakHotkey");
     press(53, Qt::Key_Escape, Qt::NoModifier);
     EXPECT_EQ(settings().startBreakHotkey.keyCode, 40U) << "Escape keeps the old ones";
+}
+
+TEST_F(SettingsWindowTest, ProgramsAreShownByNameAndOfferedOnce) {
+    open(kPresence);
+    store().update([](SettingsModel& settings) {
+        settings.deferAppBundleIDs = {"org.example.Call", "com.other"};
+    });
+    const auto* list = find<QListWidget>("deferAppBundleIDs");
+    EXPECT_EQ(list->item(0)->text(), "Call");
+    EXPECT_EQ(list->item(0)->toolTip(), "org.example.Call");
+    EXPECT_EQ(list->item(1)->text(), "com.other") << "nobody knows its name";
+
+    const auto offered = [this] {
+        QMenu* menu = find<QPushButton>("deferAppBundleIDs.pick")->menu();
+        Q_EMIT menu->aboutToShow();
+        return menu->actions();
+    };
+    running = {"org.example.Call", "org.example.Pen & Ink"};
+    ASSERT_EQ(offered().size(), 1);
+    EXPECT_EQ(offered().front()->text(), "Pen && Ink");
+    offered().front()->trigger();
+    EXPECT_EQ(settings().deferAppBundleIDs.back(), "org.example.Pen & Ink");
+    ASSERT_EQ(offered().size(), 1);
+    EXPECT_EQ(offered().front()->text(), Texts::of("settings.presence.calls.none_running"));
+    EXPECT_FALSE(offered().front()->isEnabled());
 }
 
 TEST_F(SettingsWindowTest, ResetAsksAndKeepsTheWelcomeAway) {
