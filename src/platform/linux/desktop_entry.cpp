@@ -75,7 +75,8 @@ std::string DesktopEntry::text(std::string_view key) const {
 
 std::string DesktopEntry::localText(const std::string& key, const std::string& locale) const {
     for (const std::string& language : {locale, locale.substr(0, locale.find('_'))}) {
-        if (std::string own = text(key + '[' + language + ']'); !own.empty()) {
+        const std::string translated = std::string(key).append("[").append(language).append("]");
+        if (std::string own = text(translated); !own.empty()) {
             return own;
         }
     }
