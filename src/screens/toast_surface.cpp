@@ -15,6 +15,7 @@
 
 #include "menubar/toast_dispatcher.h"
 #include "platform/api/motion_settings.h"
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 #include "screens/x11_selections.h"
 
@@ -86,7 +87,7 @@ void ToastSurface::enter(const Toast& toast) {
     window_ =
         new QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                                  Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
-    window_->setObjectName(QStringLiteral("toast.surface"));
+    identify(window_, QStringLiteral("toast.surface"));
     window_->setWindowTitle(Texts::of(toast.message));
     window_->setAttribute(Qt::WA_ShowWithoutActivating);
     window_->installEventFilter(this);

@@ -39,6 +39,7 @@
 #include "screens/appearance.h"
 #include "screens/status_item.h"
 #include "screens/texts/texts.h"
+#include "screens/texts/toolkit_texts.h"
 #include "screens/toast_surface.h"
 
 namespace ostrel {
@@ -46,12 +47,14 @@ namespace {
 
 // The language of the texts, and the direction of everything with it.
 Subscription followLanguage(SettingsStore& settingsStore) {
-    auto adopt = [current = std::string()](const SettingsModel& settings) mutable {
+    auto adopt = [current = std::string(), toolkit = std::make_shared<Texts::ToolkitTexts>()](
+                     const SettingsModel& settings) mutable {
         if (settings.languageRaw == current) {
             return;
         }
         current = settings.languageRaw;
         Texts::setLanguage(settings.languageRaw);
+        toolkit->setLanguage(Texts::language());
         QApplication::setLayoutDirection(Texts::isRightToLeft() ? Qt::RightToLeft
                                                                 : Qt::LeftToRight);
         // Not at once: what is made anew may be what changed the language.

@@ -7,6 +7,7 @@
 
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/user_attention.h"
+#include "screens/chord_words.h"
 
 namespace ostrel {
 namespace {
@@ -64,7 +65,8 @@ Platform LinuxPlatform::over(PreferencesStore& preferences, SystemNotifications&
             {&frontmost_, &windows_, &assertions_, &doNotDisturb_,
              X11Hotkeys::isPossible() ? &hotkeys_ : nullptr},
             std::move(openWindow),
-            requestUserAttention};
+            requestUserAttention,
+            [](const HotkeyChord& chord) { return ChordWords::of(chord).toStdString(); }};
 }
 
 }  // namespace ostrel

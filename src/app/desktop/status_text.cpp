@@ -1,7 +1,6 @@
 #include "app/desktop/status_text.h"
 
 #include <QDateTime>
-#include <QLocale>
 #include <QStringList>
 #include <cmath>
 
@@ -20,7 +19,7 @@ using State = ControlStatus::State;
 QString timeOfDay(const std::string& isoTime) {
     const QDateTime time =
         QDateTime::fromString(QString::fromStdString(isoTime), Qt::ISODateWithMs).toLocalTime();
-    return QLocale().toString(time.time(), Texts::timeFormat());
+    return Texts::timeOfDay(time.time());
 }
 
 QString breakText(const ControlStatus::OnScreen& session) {

@@ -244,7 +244,9 @@ void AppEnvironment::watchPresence() {
         subscriptions_.push_back(router->refused.subscribe([this](const HotkeyChord& chord) {
             constexpr double kSecondsOnScreen = 8;
             Toast toast;
-            toast.message = {"toast.hotkey_refused %@", {chord.displayString}};
+            toast.message = {
+                "toast.hotkey_refused %@",
+                {platform_.chordWords ? platform_.chordWords(chord) : chord.displayString}};
             toast.kind = Toast::Kind::warning;
             toastDispatcher().show({std::move(toast), kSecondsOnScreen});
         }));

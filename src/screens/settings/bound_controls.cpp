@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 #include <memory>
 
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel::Bound {
@@ -48,7 +49,7 @@ void follow(QObject* owner, const SettingsStore& store,
 }
 
 void setName(QWidget* control, const char* field) {
-    control->setObjectName(QStringLiteral("ostrel.settings.") + QLatin1String(field));
+    identify(control, QStringLiteral("ostrel.settings.") + QLatin1String(field));
 }
 
 void ignoreWheel(QWidget* control) {

@@ -132,7 +132,7 @@ void addSound(Page& page, const SettingsServices& services) {
                                      {C::end, Texts::of("settings.breaks.chime.end")},
                                      {C::both, Texts::of("settings.breaks.chime.both")}},
                                     "chimeMode"));
-    sound->addRow(Texts::of("settings.breaks.chime.play.hint"), {}, makePlay(services));
+    sound->addRow(Texts::of("settings.breaks.chime.listen"), {}, makePlay(services));
 }
 
 }  // namespace

@@ -3,9 +3,7 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLocale>
 #include <QPainter>
-#include <QTime>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -21,11 +19,6 @@ namespace {
 
 constexpr std::int64_t kHourSec = 3600;
 constexpr int kMinuteSec = 60;
-
-QString hourText(std::int64_t minute) {
-    return QLocale().toString(QTime(0, 0).addSecs(static_cast<int>(minute) * kMinuteSec),
-                              Texts::timeFormat());
-}
 
 }  // namespace
 
@@ -91,7 +84,7 @@ class DayStrip::Line : public QWidget {
         painter.setFont(small);
         painter.setPen(colour);
         for (std::int64_t at = 0; at <= plan_.lengthSec; at += hoursBetweenLabels() * kHourSec) {
-            const QString text = hourText(plan_.startMinute + at / kMinuteSec);
+            const QString text = Texts::timeOfMinute(plan_.startMinute + at / kMinuteSec);
             const int room = painter.fontMetrics().horizontalAdvance(text) + 2;
             const double left =
                 std::clamp(across(at) - room / 2.0, 0.0, static_cast<double>(width() - room));

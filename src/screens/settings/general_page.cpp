@@ -11,6 +11,7 @@
 #include "core/engine/timer_engine.h"
 #include "core/settings/document.h"
 #include "screens/controls/page.h"
+#include "screens/controls/path_label.h"
 #include "screens/settings/bound_controls.h"
 #include "screens/settings/pages.h"
 #include "screens/texts/languages.h"
@@ -170,7 +171,7 @@ void addData(Page& page, const SettingsServices& services) {
         makeButton("settings.general.open_folder", QStringLiteral("ostrel.settings.open_folder"));
     QObject::connect(open, &QPushButton::clicked, open,
                      [folder] { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
-    data->addRow(Texts::of("settings.general.folder"), folder, open);
+    data->addRow(Texts::of("settings.general.folder"), makePathLabel(folder), open);
     QLabel* problem = makeLabel({}, "warning");
     problem->setVisible(false);
     data->addRow(Texts::of("settings.general.export"), {}, makeExport(services, problem));

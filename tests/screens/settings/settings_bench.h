@@ -14,6 +14,7 @@ struct SettingsBench {
     AppEnvironment environment{platform.platform(seededUuids(1))};
     std::vector<std::string> played;
     std::vector<PresetDefinition> planned;  // the days that were asked for
+    std::vector<std::string> running{"org.example.Call", "org.gnome.Editor"};
     std::vector<Capability> capabilities{
         {Capability::Topic::away},
         {Capability::Topic::lock, Capability::State::partly, "capability.reason.locker"},
@@ -43,8 +44,10 @@ struct SettingsBench {
                 [this](SettingsServices::Chime chime) {
                     played.emplace_back(chime == SettingsServices::Chime::start ? "start" : "end");
                 },
-                [] {
-                    return std::vector<std::string>{"org.example.Call", "org.gnome.Editor"};
+                [this] { return running; },
+                [](const std::string& program) {
+                    return program.starts_with("org.example.") ? std::optional(program.substr(12))
+                                                               : std::nullopt;
                 },
                 [this](QObject*, const SettingsServices::TellCapabilities& tell) {
                     tell(capabilities);

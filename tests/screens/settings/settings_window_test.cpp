@@ -4,10 +4,13 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTimeEdit>
+#include <algorithm>
 #include <set>
 
 #include "screens/gui.h"
@@ -61,6 +64,7 @@ struct SettingsWindowTest : ::testing::Test, SettingsBench {
 constexpr int kTiming = 0;
 constexpr int kBreaks = 1;
 constexpr int kWorkHours = 3;
+constexpr int kPresence = 2;
 constexpr int kShortcuts = 5;
 constexpr int kGeneral = 6;
 constexpr int kPages = 7;
@@ -236,6 +240,31 @@ TEST_F(SettingsWindowTest, TheRecorderTakesOnlyWhatIsValidAndFree) {
     EXPECT_EQ(settings().startBreakHotkey.keyCode, 40U) << "Escape keeps the old ones";
 }
 
+TEST_F(SettingsWindowTest, ProgramsAreShownByNameAndOfferedOnce) {
+    open(kPresence);
+    store().update([](SettingsModel& settings) {
+        settings.deferAppBundleIDs = {"org.example.Call", "com.other"};
+    });
+    const auto* list = find<QListWidget>("deferAppBundleIDs");
+    EXPECT_EQ(list->item(0)->text(), "Call");
+    EXPECT_EQ(list->item(0)->toolTip(), "org.example.Call");
+    EXPECT_EQ(list->item(1)->text(), "com.other") << "nobody knows its name";
+
+    const auto offered = [this] {
+        QMenu* menu = find<QPushButton>("deferAppBundleIDs.pick")->menu();
+        Q_EMIT menu->aboutToShow();
+        return menu->actions();
+    };
+    running = {"org.example.Call", "org.example.Pen & Ink"};
+    ASSERT_EQ(offered().size(), 1);
+    EXPECT_EQ(offered().front()->text(), "Pen && Ink");
+    offered().front()->trigger();
+    EXPECT_EQ(settings().deferAppBundleIDs.back(), "org.example.Pen & Ink");
+    ASSERT_EQ(offered().size(), 1);
+    EXPECT_EQ(offered().front()->text(), Texts::of("settings.presence.calls.none_running"));
+    EXPECT_FALSE(offered().front()->isEnabled());
+}
+
 TEST_F(SettingsWindowTest, ResetAsksAndKeepsTheWelcomeAway) {
     open(kGeneral);
     store().update([](SettingsModel& settings) {
@@ -252,6 +281,33 @@ TEST_F(SettingsWindowTest, ResetAsksAndKeepsTheWelcomeAway) {
     expected.hasOnboarded = true;
     EXPECT_EQ(settings(), expected);
     EXPECT_EQ(engine().activeIntervalSec(BreakKind::eye), 1200);
+}
+
+TEST_F(SettingsWindowTest, WhatRunsAlongTheLinesTurnsWithThem) {
+    inEveryLanguage([this](std::string_view language) {
+        open(kBreaks);
+        runFor(std::chrono::milliseconds(20));
+        const QImage slider = find<QSlider>("overlayDimOpacity")->grab().toImage();
+        const auto isFilled = [&slider](int x) {
+            return slider.pixelColor(x, slider.height() / 2) ==
+                   QApplication::palette().color(QPalette::Active, QPalette::Highlight);
+        };
+        constexpr int kInset = 4;
+        const bool isRightToLeft = QGuiApplication::isRightToLeft();
+        EXPECT_EQ(isFilled(kInset), !isRightToLeft) << language;
+        EXPECT_EQ(isFilled(slider.width() - kInset), isRightToLeft) << language;
+
+        open(kGeneral);
+        const auto labels = window->findChildren<QLabel*>();
+        const auto folder = std::ranges::find(labels, services().dataFolder, [](QLabel* label) {
+            return label->text().toStdString();
+        });
+        ASSERT_NE(folder, labels.end());
+        EXPECT_EQ((*folder)->alignment(),
+                  Qt::AlignAbsolute | (isRightToLeft ? Qt::AlignRight : Qt::AlignLeft))
+            << language;
+        EXPECT_TRUE((*folder)->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+    });
 }
 
 TEST_F(SettingsWindowTest, EveryTextHasRoomInEveryLanguage) {
