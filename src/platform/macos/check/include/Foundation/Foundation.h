@@ -1,7 +1,6 @@
 #pragma once
 
 #include "../CoreFoundation/CoreFoundation.h"
-#include "../dispatch/dispatch.h"
 
 // Without a version of its own a declaration is as old as its class, a class as macOS 10.0.
 
@@ -10,7 +9,6 @@ typedef unsigned long NSUInteger;
 typedef double NSTimeInterval;
 typedef CGRect NSRect;
 typedef CGSize NSSize;
-typedef CGPoint NSPoint;
 typedef NSUInteger NSStringEncoding;
 enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 
@@ -31,15 +29,11 @@ typedef NSString* NSNotificationName;
 typedef NSString* NSRunLoopMode;
 
 @protocol NSObject
-- (BOOL)isEqual:(nullable id)object;
 - (BOOL)isKindOfClass:(Class)aClass;
-- (BOOL)respondsToSelector:(SEL)selector;
 - (Class)class;
 @end
 
 @protocol NSCopying
-@end
-@protocol NSSecureCoding
 @end
 
 __attribute__((objc_root_class))
@@ -47,7 +41,6 @@ __attribute__((objc_root_class))
 + (instancetype)alloc;
 + (instancetype)new;
 - (instancetype)init __attribute__((objc_designated_initializer));
-- (void)dealloc;
 + (Class)class;
 - (void)performSelectorOnMainThread:(SEL)selector
                          withObject:(nullable id)argument
@@ -57,8 +50,6 @@ __attribute__((objc_root_class))
 @interface NSString : NSObject <NSCopying>
 @property(readonly) NSUInteger length;
 @property(nullable, readonly) const char* UTF8String;
-+ (instancetype)string;
-+ (nullable instancetype)stringWithUTF8String:(const char*)bytes;
 - (nullable instancetype)initWithBytes:(const void*)bytes
                                 length:(NSUInteger)length
                               encoding:(NSStringEncoding)encoding;
@@ -75,24 +66,17 @@ __attribute__((objc_root_class))
 @interface NSNumber : NSObject <NSCopying>
 @property(readonly) const char* objCType __attribute__((objc_returns_inner_pointer));
 @property(readonly) BOOL boolValue;
-@property(readonly) int intValue;
 @property(readonly) long long longLongValue;
-@property(readonly) unsigned long long unsignedLongLongValue;
-@property(readonly) unsigned int unsignedIntValue;
 @property(readonly) double doubleValue;
 + (NSNumber*)numberWithBool:(BOOL)value;
 + (NSNumber*)numberWithInt:(int)value;
 + (NSNumber*)numberWithUnsignedInt:(unsigned int)value;
 + (NSNumber*)numberWithLong:(long)value;
 + (NSNumber*)numberWithLongLong:(long long)value;
-+ (NSNumber*)numberWithDouble:(double)value;
 @end
 
 @interface NSArray<__covariant T> : NSObject <NSCopying>
 @property(readonly) NSUInteger count;
-@property(nullable, readonly) T firstObject CK_MACOS(10.6);
-- (T)objectAtIndex:(NSUInteger)index;
-- (T)objectAtIndexedSubscript:(NSUInteger)index CK_MACOS(10.8);
 + (instancetype)array;
 + (instancetype)arrayWithObjects:(const T _Nonnull[_Nullable])objects count:(NSUInteger)count;
 - (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
@@ -106,9 +90,7 @@ __attribute__((objc_root_class))
 
 @interface NSDictionary<__covariant K, __covariant V> : NSObject <NSCopying>
 @property(readonly) NSUInteger count;
-@property(readonly, copy) NSArray<K>* allKeys;
 - (nullable V)objectForKey:(K)key;
-- (nullable V)objectForKeyedSubscript:(K)key CK_MACOS(10.8);
 + (instancetype)dictionary;
 + (instancetype)dictionaryWithObjects:(const V _Nonnull[_Nullable])objects
                               forKeys:(const K<NSCopying> _Nonnull[_Nullable])keys
@@ -120,7 +102,6 @@ __attribute__((objc_root_class))
 
 @interface NSMutableDictionary<K, V> : NSDictionary <K, V>
 - (void)setObject:(V)object forKey:(K<NSCopying>)key;
-- (void)setObject:(nullable V)object forKeyedSubscript:(K<NSCopying>)key CK_MACOS(10.8);
 @end
 
 @interface NSSet<__covariant T> : NSObject
@@ -128,13 +109,10 @@ __attribute__((objc_root_class))
 @end
 
 @interface NSError : NSObject
-@property(readonly) NSInteger code;
 @property(readonly, copy) NSString* domain;
-@property(readonly, copy) NSString* localizedDescription;
 @end
 
 @interface NSURL : NSObject <NSCopying>
-@property(nullable, readonly, copy) NSString* path;
 @end
 
 @interface NSBundle : NSObject
@@ -176,9 +154,6 @@ typedef CK_OPTIONS(uint64_t, NSActivityOptions){
 @end
 
 typedef CK_ENUM(NSUInteger, NSNotificationSuspensionBehavior){
-    NSNotificationSuspensionBehaviorDrop = 1,
-    NSNotificationSuspensionBehaviorCoalesce = 2,
-    NSNotificationSuspensionBehaviorHold = 3,
     NSNotificationSuspensionBehaviorDeliverImmediately = 4,
 };
 @interface NSDistributedNotificationCenter : NSNotificationCenter
@@ -210,14 +185,9 @@ typedef CK_ENUM(NSUInteger, NSNotificationSuspensionBehavior){
                          userInfo:(nullable id)userInfo
                           repeats:(BOOL)repeats;
 - (void)invalidate;
-@property(copy) NSDate* fireDate;
-@property NSTimeInterval tolerance CK_MACOS(10.9);
 @end
 
 @interface NSDate : NSObject <NSCopying>
-@property(class, readonly, copy) NSDate* distantFuture;
-@property(readonly) NSTimeInterval timeIntervalSinceReferenceDate;
-+ (instancetype)dateWithTimeIntervalSinceNow:(NSTimeInterval)seconds;
 @end
 
 @interface NSTimeZone : NSObject <NSCopying>
@@ -237,11 +207,7 @@ CK_EXTERN NSNotificationName const NSCalendarDayChangedNotification CK_MACOS(10.
 CK_EXTERN NSNotificationName const NSSystemClockDidChangeNotification CK_MACOS(10.6);
 CK_EXTERN NSNotificationName const NSSystemTimeZoneDidChangeNotification CK_MACOS(10.5);
 CK_EXTERN NSRunLoopMode const NSRunLoopCommonModes CK_MACOS(10.5);
-CK_EXTERN void NSLog(NSString* format, ...) __attribute__((format(__NSString__, 1, 2)));
 CK_EXTERN id _Nullable CFBridgingRelease(CFTypeRef __attribute__((cf_consumed)) _Nullable value)
     CK_MACOS(10.7);
-static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
-    return NSRect{{x, y}, {width, height}};
-}
 
 #pragma clang assume_nonnull end
