@@ -15,11 +15,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// After that long the other events of the loop get their turn.
-constexpr milliseconds kLongTurn{100};
-// A turn, or a start of the program, that has lasted longer than this is not one moment.
-constexpr milliseconds kOneMoment{250};
-
 // Beyond this range, some centuries around the present, the ends will do.
 constexpr double kFarSec = 9e9;
 
@@ -44,9 +39,7 @@ RunLoopTime monotonicNow() {
 }  // namespace
 
 LinuxRunLoop::LinuxRunLoop(NowFunction wallNow)
-    : wallNow_(std::move(wallNow)),
-      turnBegan_(monotonicNow()),
-      alive_(std::make_shared<const int>(0)),
+    : QueuedRunLoop({monotonicNow, std::move(wallNow)}),
       timer_(std::make_unique<QTimer>()),
       alarm_(std::make_unique<WallAlarm>([this](WallAlarm::Reason reason) {
           alarmIsSet_ = false;
@@ -59,69 +52,18 @@ LinuxRunLoop::LinuxRunLoop(NowFunction wallNow)
 
 LinuxRunLoop::~LinuxRunLoop() = default;
 
-RunLoopTime LinuxRunLoop::now() const {
-    return monotonicNow();
-}
-
-RunLoopTime LinuxRunLoop::instantOfThisTurn() const {
-    const RunLoopTime current = now();
-    return turnBegan_ && current - *turnBegan_ < kOneMoment ? *turnBegan_ : current;
-}
-
-Timer LinuxRunLoop::repeat(RunLoopClock::duration first, RunLoopClock::duration period,
-                           Callback callback) {
-    return armed(queue_.add(instantOfThisTurn() + first, period, std::move(callback)));
-}
-
-Timer LinuxRunLoop::callAfter(RunLoopClock::duration delay, Callback callback) {
-    return armed(queue_.add(now() + std::max(delay, RunLoopClock::duration::zero()),
-                            RunLoopClock::duration::zero(), std::move(callback)));
-}
-
-Timer LinuxRunLoop::callAt(WallTime due, Callback callback) {
-    if (std::isnan(secondsSinceReference(due))) {
-        due = wallTimeAt(std::numeric_limits<double>::infinity());
-    }
-    return armed(queue_.add(due, std::move(callback)));
-}
-
-// Nothing may wake the process for a timer that was stopped.
-Timer LinuxRunLoop::armed(Timer timer) {
-    arm();
-    return Timer(
-        [this, alive = std::weak_ptr(alive_), held = std::make_shared<Timer>(std::move(timer))] {
-            held->cancel();
-            if (!alive.expired()) {
-                arm();
-            }
-        });
-}
-
 void LinuxRunLoop::handleClockChange() {
-    const std::weak_ptr alive = alive_;
+    const std::weak_ptr stillThere = alive();
     alarmIsSet_ = false;
     clockWasSet.send();
-    if (!alive.expired()) {
+    if (!stillThere.expired()) {
         runDue();
     }
 }
 
-void LinuxRunLoop::runDue() {
-    const std::weak_ptr alive = alive_;
-    const RunLoopTime began = now();
-    const WallTime wallBegan = wallNow_();
-    turnBegan_ = began;
-    // An event loop inside a callback goes on with what is still due.
+void LinuxRunLoop::armAtOnce() {
     armedFor_.reset();
     timer_->start(0);
-    while (now() - began < kLongTurn && queue_.runNext(began, wallBegan)) {
-        if (alive.expired()) {
-            return;
-        }
-    }
-    turnBegan_.reset();
-    armedFor_.reset();
-    arm();
 }
 
 void LinuxRunLoop::arm() {
@@ -130,7 +72,7 @@ void LinuxRunLoop::arm() {
 }
 
 void LinuxRunLoop::armForRunLoopTimers() {
-    const auto due = queue_.nextRunLoopDue();
+    const auto due = queue().nextRunLoopDue();
     if (!due) {
         timer_->stop();
     } else if (due != armedFor_ || !timer_->isActive()) {
@@ -142,13 +84,13 @@ void LinuxRunLoop::armForRunLoopTimers() {
 }
 
 void LinuxRunLoop::armForWallTimers() {
-    const auto due = queue_.nextWallDue();
+    const auto due = queue().nextWallDue();
     if (alarmIsSet_ && due == alarmSetFor_) {
         return;
     }
     alarmIsSet_ = true;
     alarmSetFor_ = due;
-    alarm_->setFor(due ? std::optional(systemTimeOf(*due, wallNow_())) : std::nullopt);
+    alarm_->setFor(due ? std::optional(systemTimeOf(*due, wallNow())) : std::nullopt);
 }
 
 }  // namespace ostrel

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "base/signal.h"
-#include "platform/api/run_loop.h"
+#include "platform/loop/queued_run_loop.h"
 
 class QTimer;
 
@@ -14,10 +14,9 @@ class WallAlarm;
 
 // Timers on Qt's event loop, also on one that a callback runs inside of itself.
 //
-// It wakes the process only when a timer is due, and runs all that are due in one turn. Repeating
-// timers that are armed in one turn, or before the first, count from the same instant, so that they
-// go on sharing their wake-ups. Timers on run-loop time may come up to a millisecond late.
-class LinuxRunLoop : public RunLoop {
+// It wakes the process only when a timer is due, and runs all that are due in one turn. Timers on
+// run-loop time may come up to a millisecond late.
+class LinuxRunLoop : public QueuedRunLoop {
   public:
     // `wallNow` need not be the system's clock: the distance to it is taken into account. Once that
     // distance has changed, handleClockChange() must be called.
@@ -25,12 +24,6 @@ class LinuxRunLoop : public RunLoop {
     LinuxRunLoop(const LinuxRunLoop&) = delete;
     LinuxRunLoop& operator=(const LinuxRunLoop&) = delete;
     ~LinuxRunLoop() override;
-
-    [[nodiscard]] RunLoopTime now() const override;
-    [[nodiscard]] Timer repeat(RunLoopClock::duration first, RunLoopClock::duration period,
-                               Callback callback) override;
-    [[nodiscard]] Timer callAfter(RunLoopClock::duration delay, Callback callback) override;
-    [[nodiscard]] Timer callAt(WallTime due, Callback callback) override;
 
     // What happens when the system says that its clock was set: tells the observers, then runs what
     // has become due.
@@ -40,20 +33,14 @@ class LinuxRunLoop : public RunLoop {
     Signal<> clockWasSet;
 
   private:
-    void runDue();
-    void arm();
+    void arm() override;
+    void armAtOnce() override;
     void armForRunLoopTimers();
     void armForWallTimers();
-    [[nodiscard]] Timer armed(Timer timer);
-    [[nodiscard]] RunLoopTime instantOfThisTurn() const;
 
-    NowFunction wallNow_;
-    std::optional<RunLoopTime> turnBegan_;
     std::optional<RunLoopTime> armedFor_;
     bool alarmIsSet_ = false;
     std::optional<WallTime> alarmSetFor_;
-    std::shared_ptr<const int> alive_;
-    TimerQueue queue_;
     std::unique_ptr<QTimer> timer_;
     std::unique_ptr<WallAlarm> alarm_;
 };

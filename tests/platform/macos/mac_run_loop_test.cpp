@@ -50,7 +50,7 @@ struct MacRunLoopTest : ::testing::Test {
     std::string log;
     HandAlarm* alarm = new HandAlarm(*this);
     std::unique_ptr<MacRunLoop> loop = std::make_unique<MacRunLoop>(
-        MacRunLoop::Clocks{[this] { return wallNow; }, [this] { return awakeNow; }},
+        MacRunLoop::Clocks{[this] { return awakeNow; }, [this] { return wallNow; }},
         std::unique_ptr<MacRunLoop::Alarm>(alarm));
 };
 

@@ -55,7 +55,7 @@ TEST_F(MainTimerRun, IsSilentOnceItIsGone) {
 }
 
 struct MacRunLoopRun : ::testing::Test {
-    MacRunLoop loop{{macWallTime, macAwakeTime}, std::make_unique<MainTimer>()};
+    MacRunLoop loop{{macAwakeTime, macWallTime}, std::make_unique<MainTimer>()};
     std::string log;
 
     RunLoop::Callback note(char what) {

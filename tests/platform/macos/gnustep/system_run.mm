@@ -147,7 +147,7 @@ struct WorkspaceEventsRun : ::testing::Test {
     int zonesForgotten = 0;
     std::string log;
     SystemEvents events;
-    MacRunLoop loop{{macWallTime, macAwakeTime}, std::make_unique<MainTimer>()};
+    MacRunLoop loop{{macAwakeTime, macWallTime}, std::make_unique<MainTimer>()};
     SystemEventFeed feed{
         events, loop, {[this] { return asleepSec; }, [this] { ++zonesForgotten; }}};
     std::unique_ptr<WorkspaceEvents> workspaceEvents = std::make_unique<WorkspaceEvents>(feed);
