@@ -63,6 +63,25 @@ HotkeyRouter::ChordValidationResult HotkeyRouter::validate(const HotkeyChord& ch
                                   : ChordValidationResult{Kind::collision, hit->label};
 }
 
+bool HotkeyRouter::areSame(const HotkeyChord& one, const HotkeyChord& other) {
+    return isSameChord(one, other);
+}
+
+std::optional<LocalizedText> HotkeyRouter::problemOf(const HotkeyChord& chord,
+                                                     const HotkeyChord& other) {
+    const auto [kind, label] = validate(chord);
+    switch (kind) {
+        case Kind::invalid:
+            return LocalizedText{"settings.shortcuts.invalid", {}};
+        case Kind::collision:
+            return LocalizedText{"settings.shortcuts.collision %@", {std::string(label)}};
+        case Kind::ok:
+            break;
+    }
+    return areSame(chord, other) ? std::optional(LocalizedText{"settings.shortcuts.equal", {}})
+                                 : std::nullopt;
+}
+
 void HotkeyRouter::setActive(bool isActive) {
     isActive_ = isActive;
     rebind();

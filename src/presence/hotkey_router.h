@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/localized_text.h"
 #include "base/published.h"
 #include "base/signal.h"
 #include "base/subscription.h"
@@ -63,6 +64,13 @@ class HotkeyRouter {
 
     [[nodiscard]] static std::span<const ReservedShortcut> reservedShortcuts();
     [[nodiscard]] static ChordValidationResult validate(const HotkeyChord& chord);
+
+    // Whether they are the same keys, however they are written.
+    [[nodiscard]] static bool areSame(const HotkeyChord& one, const HotkeyChord& other);
+
+    // What speaks against a chord beside that of the other action; absent when nothing does.
+    [[nodiscard]] static std::optional<LocalizedText> problemOf(const HotkeyChord& chord,
+                                                                const HotkeyChord& other);
 
     // While active the chords are registered.
     void setActive(bool isActive);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <optional>
 
 #include "base/checked_seconds.h"
 #include "core/engine/timer_engine.h"
@@ -41,7 +42,11 @@ void IdleDetector::poll() {
     if (settings.detectVideoPlayback && services_.videoPlaybackDetector.isVideoPlaying()) {
         return;
     }
-    const double idleSec = services_.poller.secondsSinceLastInput().value_or(0);
+    const std::optional<double> reading = services_.poller.secondsSinceLastInput();
+    if (!reading || std::isnan(*reading)) {
+        return;
+    }
+    const double idleSec = *reading;
     const double thresholdSec =
         std::max(kLeastThresholdSec, static_cast<double>(settings.idleThresholdSec));
     const bool isAway = idleSec >= thresholdSec;

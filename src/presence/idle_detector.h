@@ -45,7 +45,7 @@ class IdleDetector {
     void start();
     void stop();
 
-    // One sample. A system that cannot tell counts as one with a user at work.
+    // One sample. Where the system cannot tell nobody leaves and nobody comes back.
     void poll();
 
   private:

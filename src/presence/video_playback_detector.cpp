@@ -56,12 +56,11 @@ VideoPlaybackDetector::VideoPlaybackDetector(RunLoop& runLoop, WindowInspector w
 VideoPlaybackDetector::~VideoPlaybackDetector() = default;
 
 VideoPlaybackDetector::WindowInspector VideoPlaybackDetector::inspectorOf(Sources sources) {
-    // The windows last: to ask for them costs most, and mostly nobody keeps the display awake.
     return [sources] {
         const auto application = sources.frontmost.current();
         return application &&
-               keepsDisplayAwake(application->processIdentifier, sources.assertions) &&
-               coversADisplay(application->processIdentifier, sources.displays, sources.windows);
+               coversADisplay(application->processIdentifier, sources.displays, sources.windows) &&
+               keepsDisplayAwake(application->processIdentifier, sources.assertions);
     };
 }
 

@@ -30,7 +30,7 @@ struct PresenceDay {
     bool operator==(const PresenceDay&) const = default;
 };
 
-// Counts, day by day, the breaks that were held back, whatever became of them, and those that an
+// Counts, day by day, the breaks that were held back, as the hold ends, and those that an
 // absence was credited as, kept under "ostrel.presenceTally.v1" for BreakLog::kRetentionDays days.
 //
 // Days are the user's calendar days, in the zone of the moment.

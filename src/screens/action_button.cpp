@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/enum_names.h"
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -53,12 +54,7 @@ QColor faint(QColor colour, int alpha) {
 ActionButton::ActionButton(const OverlayLook& look, OverlayAction action, QWidget* parent)
     : QPushButton(parent), look_(look), action_(action) {
     const Words words = wordsOf(action);
-    const QString identifier =
-        QString::fromStdString("ostrel.overlay.action." + std::string(nameOf(action)));
-    setObjectName(identifier);
-#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
-    setAccessibleIdentifier(identifier);
-#endif
+    identify(this, QString::fromStdString("ostrel.overlay.action." + std::string(nameOf(action))));
     setText(Texts::of(words.label));
     setAccessibleName(text());
     setAccessibleDescription(Texts::of(words.hint));

@@ -11,6 +11,7 @@
 #include "overlay/guided_moves.h"
 #include "platform/api/motion_settings.h"
 #include "screens/guide_figure.h"
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -26,10 +27,7 @@ constexpr double kGone = 0.5;
 
 GuideView::GuideView(const OverlayLook& look, const MotionSettings& motion, QWidget* parent)
     : QLabel(parent), look_(look), motion_(motion) {
-    setObjectName(QStringLiteral("ostrel.overlay.guide"));
-#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
-    setAccessibleIdentifier(objectName());
-#endif
+    identify(this, QStringLiteral("ostrel.overlay.guide"));
     frames_.setInterval(kFrame);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     frames_.callOnTimeout([this] {

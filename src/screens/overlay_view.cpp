@@ -75,6 +75,21 @@ void OverlayView::makePieces() {
     }
 }
 
+// In another language.
+void OverlayView::makePiecesAnew() {
+    for (QWidget* piece : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        dropFocusFrom(*piece);
+        piece->hide();
+        piece->deleteLater();
+    }
+    guide_ = nullptr;
+    actions_.clear();
+    makePieces();
+    ring_->show();
+    refresh();
+    arrange();
+}
+
 void OverlayView::setRole(Role role) {
     if (role != role_) {
         role_ = role;
@@ -216,6 +231,8 @@ bool OverlayView::event(QEvent* event) {
         } else if ((position - firstPointerPosition_).manhattanLength() >= kPointerMove) {
             revealActions();
         }
+    } else if (event->type() == QEvent::LanguageChange) {
+        makePiecesAnew();
     }
     return QWidget::event(event);
 }

@@ -44,6 +44,7 @@ class OverlayView : public QWidget {
 
   private:
     void makePieces();
+    void makePiecesAnew();
     void refresh();
     void refreshTitle(const ActiveOverlaySession& session);
     void refreshGuide(const ActiveOverlaySession& session);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -28,7 +29,7 @@ QColor faint(QColor colour, int alpha) {
 class CloseButton : public QAbstractButton {
   public:
     CloseButton(const OverlayLook& look, QWidget* parent) : QAbstractButton(parent), look_(look) {
-        setObjectName(QStringLiteral("ostrel.overlay.banner.close"));
+        identify(this, QStringLiteral("ostrel.overlay.banner.close"));
         setAccessibleName(Texts::of("overlay.banner.close"));
         setFocusPolicy(Qt::TabFocus);
         setAttribute(Qt::WA_Hover);
@@ -77,7 +78,7 @@ PenaltyBanner::PenaltyBanner(const OverlayLook& look, std::function<void()> onCl
       look_(look),
       text_(new OverlayText(look, kBannerText, this)),
       close_(new CloseButton(look, this)) {
-    setObjectName(QStringLiteral("ostrel.overlay.banner"));
+    identify(this, QStringLiteral("ostrel.overlay.banner"));
     QObject::connect(close_, &QAbstractButton::clicked, this, std::move(onClose));
 }
 

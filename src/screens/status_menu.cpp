@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QEvent>
-#include <QLocale>
 #include <cmath>
 #include <utility>
 
@@ -13,6 +12,7 @@
 #include "menubar/menu_bar_context.h"
 #include "menubar/menu_bar_session.h"
 #include "overlay/overlay_manager.h"
+#include "screens/colours.h"
 #include "screens/countdown_label.h"
 #include "screens/texts/texts.h"
 #include "screens/texts/time_format.h"
@@ -27,13 +27,7 @@ QString timeOfDay(WallTime time) {
         static_cast<std::int64_t>(std::llround(secondsSinceReference(time)));
     const QDateTime local =
         QDateTime::fromSecsSinceEpoch(sinceReference + WallClock::kUnixOffsetSec);
-    return QLocale().toString(local.time(), Texts::timeFormat());
-}
-
-QColor between(const QColor& one, const QColor& other, double share) {
-    const auto mixed = [share](int a, int b) { return static_cast<int>(a + (b - a) * share); };
-    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()),
-            mixed(one.blue(), other.blue())};
+    return Texts::timeOfDay(local.time());
 }
 
 // The toolkit's own menus are cramped, and what only tells something cannot be read in them.
@@ -48,8 +42,8 @@ QString styleSheetFor(const QPalette& palette) {
                "QMenu::item:disabled { color: %4; }"
                "QMenu::item:selected:enabled { background: %5; color: %6; }"
                "QMenu::separator { height: 1px; background: %2; margin: 6px 0; }")
-        .arg(paper.name(), between(paper, ink, kFaint).name(), ink.name(),
-             between(paper, ink, kQuiet).name(),
+        .arg(paper.name(), Colours::between(paper, ink, kFaint).name(), ink.name(),
+             Colours::between(paper, ink, kQuiet).name(),
              palette.color(QPalette::Active, QPalette::Highlight).name(),
              palette.color(QPalette::Active, QPalette::HighlightedText).name());
 }

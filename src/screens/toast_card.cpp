@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "screens/countdown_ring.h"
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -124,7 +125,7 @@ ToastCard::ToastCard(const Toast& toast, Shade shade,
         return true;
     }();
     Q_UNUSED(kIsInstalled);
-    setObjectName(QStringLiteral("toast.surface.container"));
+    identify(this, QStringLiteral("toast.surface.container"));
     makePieces();
     show(toast);
 }
@@ -188,7 +189,7 @@ void ToastCard::showActions(const std::vector<Toast::Action>& actions) {
     buttons_->addStretch();
     for (const Toast::Action& action : actions_) {
         auto* button = new QPushButton(Texts::of(action.title), this);
-        button->setObjectName(QString::fromStdString("toast.action." + action.id));
+        identify(button, QString::fromStdString("toast.action." + action.id));
         button->setProperty("primary", action.role == Toast::ActionRole::primary);
         button->setCursor(Qt::PointingHandCursor);
         // The press may well take this card away.

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QCursor>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QPainterPath>
 #include <QPropertyAnimation>
@@ -14,6 +15,7 @@
 
 #include "menubar/toast_dispatcher.h"
 #include "platform/api/motion_settings.h"
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 #include "screens/x11_selections.h"
 
@@ -56,6 +58,14 @@ void ToastSurface::setCovered(bool isCovered) {
     follow(*toasts_.currentToast());
 }
 
+bool ToastSurface::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == window_ && event->type() == QEvent::LanguageChange) {
+        leave();
+        follow(*toasts_.currentToast());
+    }
+    return QObject::eventFilter(watched, event);
+}
+
 void ToastSurface::follow(const std::optional<Toast>& toast) {
     if (!toast || isCovered_) {
         leave();
@@ -77,9 +87,10 @@ void ToastSurface::enter(const Toast& toast) {
     window_ =
         new QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                                  Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
-    window_->setObjectName(QStringLiteral("toast.surface"));
+    identify(window_, QStringLiteral("toast.surface"));
     window_->setWindowTitle(Texts::of(toast.message));
     window_->setAttribute(Qt::WA_ShowWithoutActivating);
+    window_->installEventFilter(this);
     const bool isTranslucent = X11Selections::hasCompositor();
     window_->setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
     card_ = new ToastCard(

@@ -31,6 +31,9 @@ class ToastSurface : public QObject {
     // on.
     void setCovered(bool isCovered);
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void follow(const std::optional<Toast>& toast);
     void enter(const Toast& toast);

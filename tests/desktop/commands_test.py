@@ -12,9 +12,9 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from desktop import HERE, OSTREL, UNANNOUNCED, DesktopTest, key, overlay_windows, wait_for
+from completions import CompletionTest
+from desktop import HERE, OSTREL, UNANNOUNCED, DesktopTest, key, output, overlay_windows, wait_for
 
-ROOT = HERE.parents[1]
 LATER = {**UNANNOUNCED, "eyeBreakIntervalSec": 1200, "dailyGoalBreaks": 4}
 DONE, FAILED, USAGE, NOT_RUNNING, UNREACHABLE = range(5)
 NOBODY = 65534
@@ -64,6 +64,10 @@ class RunningTest(Commands):
         self.assertEqual(self.pause_reasons(), ["user"])
         self.assertEqual(self.told("status", "--compact"), "paused\n")
         self.assertRegex(self.told("status"), r"\APaused\nUntil \d\d?:\d\d")
+        self.told("break", "eye")
+        self.wait_for_break()
+        self.assertRegex(self.told("status"), r"\AEye break on the screen: 01:\d\d left\nPaused\nUntil \d\d?:\d\d")
+        self.told("skip")
         self.assertIn("pausedUntil", self.status())
         self.assertEqual(self.told("pause"), "")
         self.assertNotIn("pausedUntil", self.status())
@@ -133,6 +137,22 @@ class RunningTest(Commands):
         self.app.terminate()
         self.assertEqual(watch.wait(20), DONE)
 
+    def test_watch_goes_on_with_the_instance_that_takes_the_name(self):
+        self.launch()
+        other = Path(self.folder) / "other" / "ostrel"
+        other.mkdir(parents=True)
+        (other / "ostrel.settings.v1.json").write_text(json.dumps({**LATER, "ostrelEnabled": False}), encoding="utf-8")
+        self.spawn(OSTREL, env=self.environment(XDG_CONFIG_HOME=str(other.parent)))
+        wait_for(lambda: output("dbus-send", "--print-reply", "--dest=org.freedesktop.DBus", "/",
+                                "org.freedesktop.DBus.ListQueuedOwners", "string:org.ostrel.Ostrel").count('":') == 2,
+                 "the other instance to wait for the name")
+        told = Path(self.folder) / "told"
+        with told.open("w", encoding="utf-8") as said:
+            self.spawn(OSTREL, "status", "--compact", "--watch", env=self.environment(), stdout=said)
+        wait_for(lambda: re.match(r"\d\d:\d\d\n", told.read_text(encoding="utf-8")), "a countdown")
+        self.app.terminate()
+        wait_for(lambda: told.read_text(encoding="utf-8").endswith("\noff\n"), "the other to be told of")
+
     def test_watch_ends_quietly_with_its_reader(self):
         self.launch()
         self.told("pause")
@@ -178,6 +198,16 @@ class BusTest(Commands):
         with panel.open("w", encoding="utf-8") as said:
             self.spawn("/usr/bin/python3", str(HERE / "status_watcher.py"), env=self.environment(**self.bus), stdout=said)
         wait_for(lambda: "registered" in panel.read_text(encoding="utf-8"), "the status item in the panel")
+        self.told("resume", **self.bus)
+        self.told("settings", "set", "pauseDuringDND", "true", **self.bus)
+        self.spawn("dunst", env=self.environment(**self.bus))
+        wait_for(lambda: self.pause_dunst() and self.status(**self.bus)["state"] == "paused", "Do Not Disturb to count")
+
+    def pause_dunst(self):
+        return subprocess.run(
+            ["dbus-send", f"--bus={self.address}", "--print-reply", "--dest=org.freedesktop.Notifications",
+             "/org/freedesktop/Notifications", "org.freedesktop.DBus.Properties.Set", "string:org.dunstproject.cmd0",
+             "string:paused", "variant:boolean:true"], capture_output=True, check=False).returncode == 0
 
     @unittest.skipUnless(os.getuid() == 0, "only root can be somebody else")
     def test_other_users_are_refused_also_where_the_bus_lets_them_in(self):
@@ -218,6 +248,7 @@ class NotRunningTest(Commands):
         report = self.told("report").splitlines()
         self.assertEqual(report[0], "The last seven days")
         self.assertIn("Breaks held back: 0", report)
+        self.assertIn("Breaks dropped: 0", report)
         self.assertIn("Breaks counted while away: 0", report)
         self.assertTrue(self.told("report", "--csv").startswith("id,startedAt,"))
         before = self.told("settings", "export")
@@ -239,41 +270,56 @@ class NotRunningTest(Commands):
         self.assertEqual(os.listdir(self.documents), ["ostrel.lock"])
 
     def test_bad_arguments_are_a_line_and_status_2(self):
-        damaged = Path(self.folder) / "damaged.json"
+        damaged = Path(self.folder) / "damaged\n.json"
         damaged.write_text("[1]", encoding="utf-8")
+        unknown = Path(self.folder) / "unknown.json"
+        unknown.write_text('{"durationSec": 1, "steps": [{"at": 0, "front\\nmots": 1}]}', encoding="utf-8")
         for words in (["nap"], ["--nap"], ["status", "--nap"], ["status", "--json", "--compact"], ["pause", "soon"],
                       ["pause", "1m", "2m"], ["break"], ["break", "tea"], ["resume", "now"], ["report", "--range", "never"],
                       ["report", "--range"], ["settings"], ["settings", "list"], ["settings", "get", "nothing"],
                       ["settings", "set", "strictMode"], ["settings", "set", "strictMode", "maybe"],
                       ["settings", "set", "eyeBreakIntervalSec", "5"], ["settings", "import", str(damaged)],
-                      ["--version", "now"], ["--screenshots", "x"], ["simulate", "--nap", "x"]):
-            done = self.ostrel(*words)
-            self.assertEqual((done.returncode, done.stdout), (USAGE, ""), words)
-            self.assertEqual(len(done.stderr.splitlines()), 1, words)
+                      ["--version", "now"], ["--screenshots", "x"], ["simulate", "--nap", "x"],
+                      ["simulate", "--seed", "x", str(unknown)], ["simulate", "/nonexistent"], ["--demo", "--screenshots"],
+                      ["--demo", "now"], [""], ["na\np"], ["pause", "1\u2028m"], ["report", "--range", "a\x1b[2Jb"],
+                      ["settings", "get", "a\rb"]):
+            self.assert_refused(USAGE, "", *words)
+            self.assertNotRegex(self.ostrel(*words).stderr, "[\x00-\x09\x0b-\x1f\u2028]", words)
+        self.assert_refused(USAGE, 'there is no command "na\\?p"', "na\np")
+        for scenario, said in ((unknown, 'unknown.json: steps[0]: unknown verb "front?mots"'), (damaged, '"damaged?.json": ')):
+            done = self.ostrel("simulate", str(scenario))
+            self.assertEqual((done.returncode, done.stdout, done.stderr.count("\n")), (USAGE, "", 1))
+            self.assertTrue(done.stderr.startswith(said), done.stderr)
         self.assert_refused(FAILED, "cannot be read", "settings", "import", "/nonexistent")
         self.assertFalse(self.documents.exists())
 
     def test_output_that_cannot_be_written(self):
+        day = Path(self.folder) / "day.json"
+        day.write_text('{"durationSec": 28800}', encoding="utf-8")
         with open("/dev/full", "w", encoding="utf-8") as full:
-            for words in (["--help"], ["status", "--capabilities"]):
+            for words in (["--help"], ["status", "--capabilities"], ["simulate", str(day)]):
                 done = subprocess.run([OSTREL, *words], stdout=full, stderr=subprocess.PIPE, text=True, check=False,
                                       env=self.environment())
                 self.assertEqual((done.returncode, len(done.stderr.splitlines())), (FAILED, 1), words)
         unread, written = os.pipe()
         os.close(unread)
-        done = subprocess.run([OSTREL, "settings", "export"], stdout=written, stderr=subprocess.PIPE, text=True, check=False,
-                              env=self.environment())
+        for words in (["settings", "export"], ["simulate", str(day)]):
+            done = subprocess.run([OSTREL, *words], stdout=written, stderr=subprocess.PIPE, text=True, check=False,
+                                  env=self.environment())
+            self.assertEqual((done.returncode, done.stderr), (DONE, ""), words)
         os.close(written)
-        self.assertEqual((done.returncode, done.stderr), (DONE, ""))
 
     def test_language_is_that_of_the_settings(self):
         self.documents.mkdir(parents=True)
         (self.documents / "ostrel.settings.v1.json").write_text('{"languageRaw":"en-XA"}', encoding="utf-8")
-        self.assertNotIn("not running", self.ostrel("skip").stderr)
+        for words, english in ((["skip"], "not running"), (["--demo", "now"], "does not belong"),
+                               (["--screenshots", "x"], "goes with"), (["simulate", "/nonexistent"], "cannot be read")):
+            said = self.ostrel(*words).stderr
+            self.assertTrue(said.startswith("ostrel: ") and english not in said, said)
         self.assertGreater(len(self.told("--help")), 1500)
 
 
-class PapersTest(Commands):
+class PapersTest(Commands, CompletionTest):
     """What is installed beside the program."""
 
     def commands(self):
@@ -281,32 +327,25 @@ class PapersTest(Commands):
 
     def test_help_and_version(self):
         self.assertRegex(self.told("--version"), r"^ostrel \d+\.\d+\.\d+\n$")
-        self.assertEqual(self.told("pause", "--help"), self.told("--help"))
+        for words in (["pause", "--help"], ["simulate", "-h"], ["simulate", "--help", "x"], ["--demo", "-h"]):
+            self.assertEqual(self.told(*words), self.told("--help"), words)
         self.assertIn(["skip"], self.commands())
 
     @unittest.skipUnless(shutil.which("groff"), "no groff")
     def test_manual_page_is_sound_and_names_every_command(self):
-        done = subprocess.run(["groff", "-man", "-ww", "-Tutf8", "-P-cbou", str(ROOT / "docs" / "ostrel.1")],
+        done = subprocess.run(["groff", "-man", "-ww", "-Tutf8", "-P-cbou", str(Path(OSTREL).parent / "ostrel.1")],
                               capture_output=True, text=True, check=False)
         self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertIn(self.told("--version").replace("ostrel", "Ostrel").strip(), done.stdout)
         text = done.stdout.replace("\u2010", "-").replace("\u2212", "-")
         for words in self.commands():
             name = " ".join(words[:2] if words[0] == "settings" or words[-1] == "--capabilities" else words[:1])
             self.assertRegex(text, rf"(?m)^ {{7}}{re.escape(name)}\b", name)
+        for name in ("-h", "XDG_STATE_HOME", "crash-*.txt", "autostart/ostrel.desktop"):
+            self.assertIn(name, text)
 
-    def completed(self, *words):
-        script = (f"source '{ROOT}/packaging/completions/ostrel.bash'; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); "
-                  "_ostrel; printf '%s\\n' \"${COMPREPLY[@]}\"")
-        done = subprocess.run(["bash", "-c", script, "bash", OSTREL, *words], capture_output=True, text=True, check=True,
-                              env=self.environment(), timeout=20)
-        return [word for word in done.stdout.splitlines() if word]
-
-    def test_bash_completes_commands_options_and_values(self):
-        self.assertLessEqual({"status", "pause", "settings", "--help"}, set(self.completed("")))
-        self.assertEqual(self.completed("break", ""), ["eye", "body"])
-        self.assertEqual(self.completed("report", "--range", "w"), ["weekly"])
-        self.assertEqual(self.completed("settings", "set", "chimeMode", "b"), ["both"])
-        self.assertEqual(self.completed("settings", "import", ""), [])
+    def test_bash_completes(self):
+        self.assert_completes("bash")
 
 
 if __name__ == "__main__":

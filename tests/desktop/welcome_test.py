@@ -144,7 +144,7 @@ class CrashTest(DesktopTest):
         super().setUp()
 
     def is_offered(self):
-        return is_toast_shown("Ostrel ended by a fault")
+        return is_toast_shown("Ostrel crashed last time")
 
     def test_leaves_a_report_that_the_next_start_tells_of_once(self):
         self.start()

@@ -9,8 +9,6 @@
 namespace ostrel {
 namespace {
 
-constexpr const char* kKey = "ostrel.dailyCounter.v1";
-
 struct Bench : RecordsBench {
     using RecordsBench::RecordsBench;
 

@@ -9,6 +9,7 @@
 #include <QWidget>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "screens/gui.h"
 #include "screens/texts/languages.h"
@@ -54,23 +55,33 @@ inline std::string overflowing(QWidget& window) {
     return found;
 }
 
+// Looks at everything anew in each language, as after a change of the settings.
+inline void inEveryLanguage(const std::function<void(std::string_view language)>& look) {
+    const auto adopt = [](std::string_view code, bool isRightToLeft) {
+        Texts::setLanguage(code);
+        QApplication::setLayoutDirection(isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            QCoreApplication::postEvent(window, new QEvent(QEvent::LanguageChange));
+        }
+        runFor(std::chrono::milliseconds(20));
+    };
+    for (const Texts::Language& language : Texts::languages()) {
+        adopt(language.code, language.isRightToLeft);
+        look(language.code);
+    }
+    adopt("en", false);
+}
+
 // Looks at each of so many pages, which `open` shows, in each language.
 inline void expectRoomInEveryLanguage(QWidget& window, int pages,
                                       const std::function<void(int page)>& open) {
-    for (const Texts::Language& language : Texts::languages()) {
-        Texts::setLanguage(language.code);
-        QApplication::setLayoutDirection(language.isRightToLeft ? Qt::RightToLeft
-                                                                : Qt::LeftToRight);
-        QEvent change(QEvent::LanguageChange);
-        QCoreApplication::sendEvent(&window, &change);
+    inEveryLanguage([&](std::string_view language) {
         for (int page = 0; page < pages; ++page) {
             open(page);
             runFor(std::chrono::milliseconds(20));
-            EXPECT_EQ(overflowing(window), "") << language.code << ", page " << page;
+            EXPECT_EQ(overflowing(window), "") << language << ", page " << page;
         }
-    }
-    Texts::setLanguage("en");
-    QApplication::setLayoutDirection(Qt::LeftToRight);
+    });
 }
 
 }  // namespace ostrel

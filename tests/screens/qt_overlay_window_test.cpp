@@ -1,11 +1,15 @@
 #include "screens/qt_overlay_window.h"
 
 #include <QAbstractButton>
+#include <QPushButton>
 
 #include "screens/gui.h"
+#include "screens/overflow.h"
 #include "screens/overlay_surface.h"
+#include "screens/overlay_text.h"
 #include "screens/overlay_view.h"
 #include "screens/qt_overlay_window_maker.h"
+#include "screens/texts/texts.h"
 #include "support/overlay_bench.h"
 
 namespace ostrel {
@@ -113,6 +117,23 @@ TEST_F(QtOverlayWindowTest, ABannerSaysWhatASkipCostAndHandsTheFocusToNobody) {
     sendKey(surface, Qt::Key_Space);
     EXPECT_FALSE(banner->isVisible());
     EXPECT_EQ(focused(surface), "nothing");
+}
+
+TEST_F(QtOverlayWindowTest, TheBreakOnTheScreenGoesOnInAnotherLanguageWithRoomForItsWords) {
+    OverlaySurface& surface = present(60, 40);
+    inEveryLanguage([&surface](std::string_view language) {
+        EXPECT_EQ(actions(surface), "done- skip postpone") << language;
+        EXPECT_EQ(button(surface, "ostrel.overlay.action.skip")->text(), Texts::of("action.skip"));
+        for (const QWidget* piece : surface.findChildren<QWidget*>()) {
+            const auto* line = dynamic_cast<const OverlayText*>(piece);
+            if (line && line->isVisible()) {
+                EXPECT_LE(line->fullWidth(), line->width()) << line->text().toStdString();
+                EXPECT_LE(line->heightForWidth(line->width()), line->height()) << language;
+            } else if (qobject_cast<const QPushButton*>(piece)) {
+                EXPECT_LE(piece->sizeHint().width(), piece->width()) << language;
+            }
+        }
+    });
 }
 
 TEST_F(QtOverlayWindowTest, MinimalShowsTheActionsToAPointerThatMoves) {

@@ -1,8 +1,11 @@
+#include "screens/texts/texts.h"
 #include "screens/texts/languages.h"
 #include "screens/texts/plural_rules.h"
 #include "screens/texts/text_table.h"
-#include "screens/texts/texts.h"
+#include "screens/texts/toolkit_texts.h"
 
+#include <QFile>
+#include <QLibraryInfo>
 #include <QRegularExpression>
 #include <algorithm>
 #include <filesystem>
@@ -198,6 +201,34 @@ TEST(Texts, AMadeUpLanguageIsLongerAndFillsItsPlaceholders) {
     EXPECT_TRUE(text.endsWith(QStringLiteral(" 20:00")));
     EXPECT_GE(text.size(), plain.size() * 13 / 10);
     EXPECT_FALSE(Texts::isRightToLeft());
+}
+
+TEST(Texts, TheToolkitsWordsFollowTheLanguageWhereTheyAreInstalled) {
+    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    if (!QFile::exists(folder + QStringLiteral("/qtbase_de.qm"))) {
+        GTEST_SKIP() << "they are not installed";
+    }
+    const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
+    {
+        Texts::ToolkitTexts toolkit;
+        const struct {
+            const char* language;
+            const char* word;
+        } cases[] = {{"de", "Abbrechen"}, {"pt", "Cancelar"}, {"zh", "取消"},
+                     {"hi", "Cancel"},  // there is none
+                     {"fr", "Annuler"},   {"en", "Cancel"},   {"de", "Abbrechen"}};
+        for (const auto& [language, word] : cases) {
+            toolkit.setLanguage(language);
+            EXPECT_EQ(cancel(), QString::fromUtf8(word)) << language;
+        }
+    }
+    EXPECT_EQ(cancel(), QStringLiteral("Cancel"));
+}
+
+TEST(Texts, WithoutTheToolkitsWordsItSpeaksEnglish) {
+    Texts::ToolkitTexts toolkit(QStringLiteral("/nonexistent"));
+    toolkit.setLanguage("de");
+    EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Cancel"));
 }
 
 TEST(Texts, NumbersChooseTheirWords) {

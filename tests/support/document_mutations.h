@@ -53,13 +53,14 @@ class DocumentMutator {
     std::string oddBytes() {
         static const auto kOdd = words(
             "\xFF \xC3 \xED\xA0\x80 \xC0\x80 \xEF\xBB\xBF 1e999 -1e999 , } null \\u0000 \\ud800");
+        std::string odd;
         switch (below(8)) {
             case 0:
-                return std::string(1 + below(3), '\0');
+                return odd.append(1 + below(3), '\0');
             case 1:
-                return std::string(2'000, '[') + std::string(2'000, ']');
+                return odd.append(2'000, '[').append(2'000, ']');
             case 2:
-                return std::string(1 + below(400), '9');
+                return odd.append(1 + below(400), '9');
             default:
                 return oneOf(kOdd);
         }

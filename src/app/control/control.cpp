@@ -114,7 +114,7 @@ ControlOutcome Control::skip() {
     }
     return ControlOutcome::refused(services_.environment.settingsStore().settings()->strictMode
                                        ? "cli.refused.strict"
-                                       : "cli.refused.no_break");
+                                       : "cli.refused.over");
 }
 
 ControlOutcome Control::postpone() {
@@ -128,7 +128,7 @@ ControlOutcome Control::postpone() {
         return ControlOutcome::refused("cli.refused.none_left");
     }
     if (isOnScreen) {
-        return ControlOutcome::refused("cli.refused.no_break");  // it is over and only asks
+        return ControlOutcome::refused("cli.refused.over");  // the card only asks
     }
     if (!environment.settingsStore().settings()->ostrelEnabled) {
         return ControlOutcome::refused("cli.refused.off");
@@ -142,8 +142,11 @@ ControlOutcome Control::postpone() {
 }
 
 ControlOutcome Control::report(std::string_view range, std::string_view format) const {
-    return printReport(services_.environment.breakLog(), services_.environment.presenceTally(),
-                       services_.calendar, services_.now, range, format);
+    AppEnvironment& environment = services_.environment;
+    return printReport({environment.breakLog(), environment.presenceTally(), services_.calendar,
+                        services_.now, environment.settingsStore().settings()->dailyGoalBreaks,
+                        *environment.streakTracker().streak()},
+                       range, format);
 }
 
 std::string Control::settings() const {
@@ -163,11 +166,15 @@ ControlOutcome Control::setSetting(std::string_view name, const std::string& val
     } else {
         engine.applySettings(*after);
     }
-    return ControlOutcome::done();
+    const SettingsModel& now = *services_.environment.settingsStore().settings();
+    return now.launchAtLogin == after->launchAtLogin
+               ? ControlOutcome::done()
+               : ControlOutcome::refused("welcome.ready.login.failed");
 }
 
 ControlOutcome Control::importSettings(std::string_view document) {
-    const auto settings = SettingsStore::parse(document);
+    const auto settings =
+        SettingsStore::merged(*services_.environment.settingsStore().settings(), document);
     if (!settings) {
         return ControlOutcome::invalid({"cli.error.document", {}});
     }

@@ -10,6 +10,7 @@
 #include "base/clock.h"
 #include "core/settings/json_record.h"
 #include "records/report_summary.h"
+#include "records/streak_record.h"
 
 namespace ostrel {
 
@@ -40,8 +41,12 @@ struct ControlReport {
     std::int64_t avgPenaltySec = 0;
     std::int64_t postponements = 0;
     std::int64_t held = 0;      // breaks held back, whatever became of them
+    std::int64_t dropped = 0;   // breaks held back until it was too late
     std::int64_t credited = 0;  // breaks that an absence counted as
-    std::vector<Day> days;      // oldest first, today last
+    std::int64_t dailyGoalBreaks = 0;
+    std::int64_t streakDays = 0;
+    std::int64_t longestStreakDays = 0;
+    std::vector<Day> days;  // oldest first, today last
 
     static constexpr auto fields() {
         using R = ControlReport;
@@ -54,15 +59,28 @@ struct ControlReport {
                           Field{"avgPenaltySec", &R::avgPenaltySec},
                           Field{"postponements", &R::postponements},
                           Field{"held", &R::held},
+                          Field{"dropped", &R::dropped},
                           Field{"credited", &R::credited},
+                          Field{"dailyGoalBreaks", &R::dailyGoalBreaks},
+                          Field{"streakDays", &R::streakDays},
+                          Field{"longestStreakDays", &R::longestStreakDays},
                           Field{"days", &R::days}};
     }
 };
 
+// What a report is made of.
+struct ControlReportSources {
+    const BreakLog& log;
+    const PresenceTally& tally;
+    const Calendar& calendar;
+    NowFunction now;
+    std::int64_t dailyGoalBreaks;
+    Streak streak;
+};
+
 // The range is "weekly", "monthly" or "full". As "json" the figures, as "csv" the log of the breaks
 // of those days.
-[[nodiscard]] ControlOutcome printReport(const BreakLog& log, const PresenceTally& tally,
-                                         const Calendar& calendar, const NowFunction& now,
+[[nodiscard]] ControlOutcome printReport(const ControlReportSources& sources,
                                          std::string_view range, std::string_view format);
 
 }  // namespace ostrel

@@ -12,13 +12,12 @@
 namespace ostrel::SettingValues {
 namespace {
 
+using Range = SettingsRanges::Range;
+
 struct Limits {
     std::string_view name;
-    TimingRanges::Range range;
+    Range range;
 };
-constexpr std::int64_t kLastMinute = 1439;
-constexpr std::int64_t kDaySec = 86'400;
-constexpr std::int64_t kMostBreaksADay = 60;
 constexpr auto kTiming = std::to_array<Limits>({
     {"eyeBreakIntervalSec", TimingRanges::kEyeIntervalSec},
     {"eyeBreakDurationSec", TimingRanges::kEyeDurationSec},
@@ -26,14 +25,16 @@ constexpr auto kTiming = std::to_array<Limits>({
     {"bodyBreakDurationSec", TimingRanges::kBodyDurationSec},
 });
 constexpr auto kOthers = std::to_array<Limits>({
-    {"workHoursStartMinute", {0, kLastMinute}},
-    {"workHoursEndMinute", {0, kLastMinute}},
-    {"maxDeferralSec", {0, kDaySec}},
-    {"dailyGoalBreaks", {1, kMostBreaksADay}},
+    {"workHoursStartMinute", SettingsRanges::kMinuteOfDay},
+    {"workHoursEndMinute", SettingsRanges::kMinuteOfDay},
+    {"dailyGoalBreaks", SettingsRanges::kDailyGoalBreaks},
 });
-constexpr TimingRanges::Range kWeekdays = {1, 7};
+constexpr Range kDimPercent = SettingsRanges::kOverlayDimPercent;
+constexpr double kPercent = 100;
+constexpr double kLeastDim = static_cast<double>(kDimPercent.least) / kPercent;
+constexpr double kMostDim = static_cast<double>(kDimPercent.most) / kPercent;
 
-std::optional<TimingRanges::Range> rangeIn(const auto& table, std::string_view name) {
+std::optional<Range> rangeIn(const auto& table, std::string_view name) {
     const auto found = std::ranges::find(table, name, &Limits::name);
     return found == table.end() ? std::nullopt : std::optional(found->range);
 }
@@ -42,12 +43,12 @@ bool isTiming(std::string_view name) {
     return rangeIn(kTiming, name).has_value();
 }
 
-std::optional<TimingRanges::Range> rangeOf(std::string_view name) {
+std::optional<Range> rangeOf(std::string_view name) {
     const auto timing = rangeIn(kTiming, name);
     return timing ? timing : rangeIn(kOthers, name);
 }
 
-bool contains(TimingRanges::Range range, std::int64_t number) {
+bool contains(Range range, std::int64_t number) {
     return number >= range.least && number <= range.most;
 }
 
@@ -86,6 +87,8 @@ std::vector<std::string> choicesOf(std::string_view name, const Languages& langu
         return all;
     } else if (name == "idleThresholdSec") {
         return texts(IdleDefaults::kThresholdChoicesSec);
+    } else if (name == "maxDeferralSec") {
+        return texts(PresenceDefaults::kDeferralChoicesSec);
     } else if (name == "breakSoonLeadSec") {
         return texts(PreBreakDefaults::kBreakSoonChoicesSec);
     } else if (name == "preBreakToastLeadSec") {
@@ -119,10 +122,10 @@ bool isAllowed(std::string_view name, const Value& value, const Languages& langu
     } else if constexpr (std::is_same_v<Value, std::string>) {
         return isListed(value);
     } else if constexpr (std::is_same_v<Value, double>) {
-        return value >= 0 && value <= 1;
+        return value >= kLeastDim && value <= kMostDim;
     } else if constexpr (std::is_same_v<Value, std::set<std::int64_t>>) {
-        return std::ranges::all_of(value,
-                                   [](std::int64_t day) { return contains(kWeekdays, day); });
+        return std::ranges::all_of(
+            value, [](std::int64_t day) { return contains(SettingsRanges::kWeekday, day); });
     } else {
         return true;
     }
@@ -150,7 +153,8 @@ LocalizedText requirement(const std::string& name, const Languages& languages) {
         return {"cli.setting.choices %@ %@", {name, joined(listed)}};
     }
     if constexpr (std::is_same_v<Value, double>) {
-        return {"cli.setting.fraction %@", {name}};
+        return {"cli.setting.number %@ %@ %@",
+                {name, asJson(kLeastDim).dump(), asJson(kMostDim).dump()}};
     } else if constexpr (std::is_same_v<Value, std::set<std::int64_t>>) {
         return {"cli.setting.days %@", {name}};
     } else if constexpr (std::is_same_v<Value, std::vector<std::string>>) {
@@ -197,23 +201,6 @@ SettingsModel changed(const SettingsModel& settings, const Field<SettingsModel, 
     }
     next.*field.member = std::move(value);
     return next;
-}
-
-// What speaks against one of the two shortcuts; without a key nothing does.
-LocalizedText problemOf(const SettingsModel& settings, const HotkeyChord& chord) {
-    using Kind = HotkeyRouter::ChordValidationResult::Kind;
-    const auto [kind, label] = HotkeyRouter::validate(chord);
-    if (kind == Kind::invalid) {
-        return {"settings.shortcuts.invalid", {}};
-    }
-    if (kind == Kind::collision) {
-        return {"settings.shortcuts.collision %@", {std::string(label)}};
-    }
-    const HotkeyChord& one = settings.startBreakHotkey;
-    const HotkeyChord& other = settings.togglePauseHotkey;
-    return one.keyCode == other.keyCode && one.modifiers == other.modifiers
-               ? LocalizedText{"settings.shortcuts.equal", {}}
-               : LocalizedText{};
 }
 
 // Runs `visit` on the field of that name; whether there is one.
@@ -265,11 +252,15 @@ Change change(const SettingsModel& settings, std::string_view name, const std::s
             }
             const SettingsModel next = changed(settings, field, *std::move(value));
             if constexpr (std::is_same_v<Value, HotkeyChord>) {
-                result.problem = problemOf(next, next.*field.member);
+                const bool isStart = field.member == &SettingsModel::startBreakHotkey;
+                const auto problem = HotkeyRouter::problemOf(
+                    next.*field.member, isStart ? next.togglePauseHotkey : next.startBreakHotkey);
+                if (problem) {
+                    result.problem = *problem;
+                    return;
+                }
             }
-            if (result.problem.key.empty()) {
-                result.settings = next;
-            }
+            result.settings = next;
         });
     if (!isFound) {
         result.problem = {"cli.setting.unknown %@", {std::string(name)}};

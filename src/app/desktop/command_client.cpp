@@ -200,11 +200,11 @@ int Client::importSettings() const {
     if (!document) {
         return complain({"cli.error.read %@", {argument(0)}}, ExitStatus::kFailed);
     }
-    const auto imported = SettingsStore::parse(*document);
-    if (!imported) {
-        return complain({"cli.error.document", {}}, ExitStatus::kUsage);
-    }
     const auto change = [&](SettingsStore& store) {
+        const auto imported = SettingsStore::merged(*store.settings(), *document);
+        if (!imported) {
+            return ControlOutcome::invalid({"cli.error.document", {}});
+        }
         store.update([&](SettingsModel& settings) { settings = *imported; });
         return ControlOutcome::done();
     };

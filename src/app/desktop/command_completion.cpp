@@ -62,7 +62,7 @@ void addValues(std::string_view values, const Words& arguments,
         }
     } else if (values == Argument::kSettingValue) {
         candidates.addAll(SettingValues::choices(arguments.front(), languages));
-    } else {
+    } else if (values != Argument::kNumber) {
         candidates.addAll(wordsOf(values, '|'));
     }
 }
@@ -89,7 +89,7 @@ void addRest(const Command& command, const Words& after, const SettingValues::La
         }
         used.push_back(option);
         if (!option->values.empty() && ++i == after.size()) {
-            candidates.addAll(wordsOf(option->values, '|'));
+            addValues(option->values, arguments, languages, candidates);
             return;
         }
     }

@@ -10,6 +10,7 @@
 #include "app/desktop/command_table.h"
 #include "app/desktop/desktop_application.h"
 #include "app/desktop/known_languages.h"
+#include "app/desktop/simulate_command.h"
 #include "app/desktop/status_command.h"
 #include "app/desktop/stored_documents.h"
 #include "platform/linux/file_preferences.h"
@@ -25,14 +26,12 @@ bool asksForHelp(const Words& words) {
         words, [](const std::string& word) { return word == "--help" || word == "-h"; });
 }
 
-bool isForApplication(const Words& words) {
-    return words.empty() || words.front() == "--demo" || words.front() == "--screenshots";
-}
-
-int runApplication(int& argc, char** argv, const Words& words) {
-    const auto [options, problem] = parseDesktopOptions(words);
-    return options ? runDesktopApplication(argc, argv, *options)
-                   : complain(problem, ExitStatus::kUsage);
+DesktopOptions demoOptions(const CommandLine& line) {
+    DesktopOptions options{DesktopOptions::Action::demo, std::nullopt};
+    if (line.has("--screenshots")) {
+        options.screenshotFolder = line.options.at("--screenshots");
+    }
+    return options;
 }
 
 // The toolkit's thread for the bus may still be starting: nothing is taken apart beneath it.
@@ -41,9 +40,8 @@ int runApplication(int& argc, char** argv, const Words& words) {
     std::_Exit(status);
 }
 
-int runCommand(int& argc, char** argv, const Words& words, const StoredDocuments& documents,
+int runCommand(int& argc, char** argv, const CommandLine& line, const StoredDocuments& documents,
                const char* version) {
-    const CommandLine line = parseCommandLine(words);
     if (!line.command) {
         return complain(line.problem, ExitStatus::kUsage);
     }
@@ -52,6 +50,8 @@ int runCommand(int& argc, char** argv, const Words& words, const StoredDocuments
             return print(std::string("ostrel ") + version + '\n');
         case Command::Id::capabilities:
             return runStatusCommand(argc, argv);
+        case Command::Id::simulate:
+            return runSimulateCommand(line);
         default:
             return runClientCommand(argc, argv, line, documents);
     }
@@ -61,8 +61,12 @@ int runCommand(int& argc, char** argv, const Words& words, const StoredDocuments
 
 int runCommandLine(int& argc, char** argv, const std::vector<std::string>& words,
                    const char* version) {
-    if (isForApplication(words) && !asksForHelp(words)) {
-        return runApplication(argc, argv, words);
+    if (words.empty()) {
+        return runDesktopApplication(argc, argv, {});
+    }
+    const CommandLine line = parseCommandLine(words);
+    if (line.command && line.command->id == Command::Id::demo && !asksForHelp(words)) {
+        return runDesktopApplication(argc, argv, demoOptions(line));
     }
     surviveClosedPipes();
     const StoredDocuments documents(defaultPreferencesFolder());
@@ -73,7 +77,7 @@ int runCommandLine(int& argc, char** argv, const std::vector<std::string>& words
     if (asksForHelp(words)) {
         return print(helpText());
     }
-    leave(runCommand(argc, argv, words, documents, version));
+    leave(runCommand(argc, argv, line, documents, version));
 }
 
 }  // namespace ostrel

@@ -1,5 +1,7 @@
 #include "app/desktop/command_output.h"
 
+#include <QString>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -13,6 +15,24 @@ namespace {
 bool& isClosed() {
     static bool closed = false;
     return closed;
+}
+
+bool isControl(QChar letter) {
+    const QChar::Category category = letter.category();
+    return category == QChar::Other_Control || category == QChar::Separator_Line ||
+           category == QChar::Separator_Paragraph;
+}
+
+// Nothing that ends a line or that a terminal obeys.
+std::string onOneLine(const std::string& words) {
+    QString line = QString::fromStdString(words);
+    std::ranges::replace_if(line, isControl, QChar(u'?'));
+    return line.toStdString();
+}
+
+std::string visible(const std::string& word) {
+    std::string shown = onOneLine(word);
+    return word.empty() || shown != word ? '"' + shown + '"' : word;
 }
 
 }  // namespace
@@ -40,11 +60,19 @@ bool isOutputOpen() {
 }
 
 int complain(const LocalizedText& text, int status) {
-    return passOn(Texts::of(text).toStdString(), status);
+    LocalizedText shown = text;
+    for (std::string& word : shown.args) {
+        word = visible(word);
+    }
+    return passOn(Texts::of(shown).toStdString(), status);
 }
 
 int passOn(const std::string& words, int status) {
-    std::fprintf(stderr, "ostrel: %s\n", words.c_str());
+    return complainOf("ostrel", words, status);
+}
+
+int complainOf(const std::string& file, const std::string& problem, int status) {
+    std::fprintf(stderr, "%s: %s\n", visible(file).c_str(), onOneLine(problem).c_str());
     return status;
 }
 

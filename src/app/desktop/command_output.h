@@ -26,9 +26,12 @@ void surviveClosedPipes();
 // Whether whoever reads standard output is still there, as far as print() has seen.
 [[nodiscard]] bool isOutputOpen();
 
-// One line on standard error, after the program's name. Returns `status`.
+// One line on standard error, after the program's name. Returns `status`. A word of the user's that
+// would break the line, or that nobody would see, stands in quotes.
 [[nodiscard]] int complain(const LocalizedText& text, int status);
 // The same with words that the running program has chosen.
 [[nodiscard]] int passOn(const std::string& words, int status);
+// One line on standard error after the name of the file that is at fault, as compilers have it.
+[[nodiscard]] int complainOf(const std::string& file, const std::string& problem, int status);
 
 }  // namespace ostrel

@@ -13,6 +13,9 @@ using Id = Command::Id;
 using Argument = Command::Argument;
 using Need = Command::Argument::Need;
 
+constexpr std::string_view kDemo = "--demo";
+constexpr std::string_view kScreenshots = "--screenshots";
+
 bool beginsWith(const std::vector<std::string>& words, const std::vector<std::string>& beginning) {
     return words.size() >= beginning.size() &&
            std::equal(beginning.begin(), beginning.end(), words.begin());
@@ -28,6 +31,12 @@ std::string usageOfAll(const std::string& first) {
         }
     }
     return words.empty() ? words : "ostrel " + first + ' ' + words;
+}
+
+std::vector<std::string> movedToFront(std::vector<std::string> words, std::ptrdiff_t index) {
+    const auto word = words.begin() + index;
+    std::rotate(words.begin(), word, word + 1);
+    return words;
 }
 
 CommandLine problem(std::string key, std::vector<std::string> arguments) {
@@ -185,7 +194,12 @@ const std::vector<Command>& commands() {
     static const std::vector<Command> kCommands = [] {
         std::vector<Command> all{
             {Id::run, "", "", "cli.help.run", {}, {}},
-            {Id::demo, "--demo", "[--screenshots FOLDER]", "cli.help.demo", {}, {}},
+            {Id::demo,
+             kDemo,
+             "[--screenshots FOLDER]",
+             "cli.help.demo",
+             {{kScreenshots, Argument::kFile}},
+             {}},
         };
         for (const auto& more : {statusCommands(), breakCommands(), settingsCommands()}) {
             all.insert(all.end(), more.begin(), more.end());
@@ -194,7 +208,7 @@ const std::vector<Command>& commands() {
                        "simulate",
                        "[--seed N] SCENARIO.json|-",
                        "cli.help.simulate",
-                       {},
+                       {{"--seed", Argument::kNumber}},
                        {{Need::required, Argument::kFile}}});
         all.push_back({Id::version, "--version", "", "cli.help.version", {}, {}});
         all.push_back({Id::help, "--help", "", "cli.help.help", {}, {}});
@@ -235,6 +249,11 @@ std::vector<std::string> wordsOf(std::string_view text, char separator) {
 }
 
 CommandLine parseCommandLine(const std::vector<std::string>& words) {
+    if (!words.empty() && words.front().substr(0, words.front().find('=')) == kScreenshots) {
+        const auto demo = std::ranges::find(words, kDemo);
+        return demo == words.end() ? problem("cli.error.screenshots", {})
+                                   : parseCommandLine(movedToFront(words, demo - words.begin()));
+    }
     const Command* command = findCommand(words);
     if (!command) {
         const std::string usage = words.empty() ? std::string() : usageOfAll(words.front());

@@ -31,8 +31,8 @@ struct Command {
         version,
         help,
     };
-    // Several names that exclude each other are separated by '|', as are the values of one that
-    // takes a value.
+    // Several names that exclude each other are separated by '|'. The values of one that takes a
+    // value are as those of an argument.
     struct Option {
         std::string_view names;
         std::string_view values;
@@ -41,6 +41,7 @@ struct Command {
         enum class Need { required, optional };
         // Words separated by '|', or what they are.
         static constexpr std::string_view kFile = ":file";
+        static constexpr std::string_view kNumber = ":number";
         static constexpr std::string_view kSetting = ":setting";
         static constexpr std::string_view kSettingValue = ":value";
         Need need = Need::required;
@@ -77,7 +78,7 @@ struct CommandLine {
     std::vector<std::string> arguments;
 };
 
-// What `words` ask for; the first of them is the command's.
+// What `words` ask for; the first of them is the command's, or an option of the demo.
 [[nodiscard]] CommandLine parseCommandLine(const std::vector<std::string>& words);
 
 // What --help prints, in the current language.

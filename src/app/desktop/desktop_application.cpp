@@ -6,7 +6,6 @@
 #include <QEvent>
 #include <QPixmapCache>
 #include <QTimer>
-#include <QWindow>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -19,129 +18,43 @@
 #include "app/desktop/control_service.h"
 #include "app/desktop/demo.h"
 #include "app/desktop/known_languages.h"
+#include "app/desktop/linux_platform.h"
 #include "app/desktop/login_item_sync.h"
-#include "app/desktop/session_bus_keeper.h"
 #include "app/desktop/stored_documents.h"
 #include "app/desktop/support_windows.h"
 #include "app/desktop/work_windows.h"
 #include "app/environment/app_environment.h"
-#include "platform/calendar/day_watch.h"
-#include "platform/calendar/zoned_calendar.h"
 #include "platform/linux/autostart_login_item.h"
 #include "platform/linux/crash_handler.h"
 #include "platform/linux/crash_reports.h"
 #include "platform/linux/display_probe.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_clock.h"
-#include "platform/linux/linux_do_not_disturb.h"
 #include "platform/linux/linux_notifications.h"
-#include "platform/linux/linux_power_assertions.h"
-#include "platform/linux/linux_run_loop.h"
 #include "platform/linux/memory_release.h"
-#include "platform/linux/no_haptics.h"
-#include "platform/linux/portal_appearance_settings.h"
-#include "platform/linux/portal_motion_settings.h"
-#include "platform/linux/portal_settings.h"
-#include "platform/linux/process_sound_library.h"
-#include "platform/linux/qt_displays.h"
-#include "platform/linux/session_watch.h"
 #include "platform/linux/single_instance.h"
-#include "platform/linux/sleep_watch.h"
 #include "platform/linux/termination_signals.h"
-#include "platform/linux/user_attention.h"
-#include "platform/linux/x11_frontmost_application.h"
-#include "platform/linux/x11_hotkeys.h"
-#include "platform/linux/x11_input_idle.h"
-#include "platform/linux/x11_screen_windows.h"
-#include "platform/linux/zone_watch.h"
 #include "platform/virtual/memory_preferences.h"
 #include "screens/accessible_popups.h"
 #include "screens/appearance.h"
-#include "screens/qt_overlay_window_maker.h"
 #include "screens/status_item.h"
 #include "screens/texts/texts.h"
+#include "screens/texts/toolkit_texts.h"
 #include "screens/toast_surface.h"
 
 namespace ostrel {
 namespace {
 
-// It takes the keyboard; that is no user who turns to the program.
-bool hasOverlayTheFocus() {
-    const QWindow* window = QGuiApplication::focusWindow();
-    return window != nullptr && window->flags().testFlag(Qt::X11BypassWindowManagerHint);
-}
-
-// The desktop's side of the environment.
-class LinuxPlatform {
-  public:
-    LinuxPlatform()
-        : runLoop(systemWallTime),
-          calendar(systemTimeZone),
-          sounds(QCoreApplication::applicationDirPath().toStdString()),
-          clockChanges_(
-              runLoop.clockWasSet.subscribe([this] { systemEvents.clockChanged.send(); })) {
-        QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &sleepWatch_,
-                         [this](Qt::ApplicationState state) {
-                             if (state == Qt::ApplicationActive && !hasOverlayTheFocus()) {
-                                 systemEvents.didBecomeActive.send();
-                             }
-                         });
-    }
-
-    [[nodiscard]] Platform over(PreferencesStore& preferences, SystemNotifications& notifications,
-                                std::function<void(AppWindow)> openWindow) {
-        return {runLoop,
-                systemWallTime,
-                calendar,
-                preferences,
-                displays,
-                systemEvents,
-                motion,
-                haptics,
-                sounds,
-                inputIdle,
-                notifications,
-                overlayWindows,
-                randomUuids(),
-                {&frontmost, &windows, &assertions, &doNotDisturb,
-                 X11Hotkeys::isPossible() ? &hotkeys : nullptr},
-                std::move(openWindow),
-                requestUserAttention};
-    }
-
-    LinuxRunLoop runLoop;
-    ZonedCalendar calendar;
-    QtDisplays displays;
-    SystemEvents systemEvents;
-    PortalSettings portal;
-    PortalMotionSettings motion{portal};
-    PortalAppearanceSettings appearance{portal};
-    NoHaptics haptics;
-    ProcessSoundLibrary sounds;
-    X11InputIdle inputIdle;
-    X11FrontmostApplication frontmost;
-    X11ScreenWindows windows;
-    LinuxPowerAssertions assertions{LinuxPowerAssertions::buses(), runLoop, windows};
-    LinuxDoNotDisturb doNotDisturb;
-    X11Hotkeys hotkeys;
-    QtOverlayWindowMaker overlayWindows;
-
-  private:
-    Subscription clockChanges_;
-    SleepWatch sleepWatch_{systemEvents, runLoop};
-    ZoneWatch zoneWatch_{systemEvents};
-    DayWatch dayWatch_{systemEvents, calendar, runLoop, systemWallTime};
-    SessionWatch sessionWatch_{systemEvents};
-};
-
 // The language of the texts, and the direction of everything with it.
 Subscription followLanguage(SettingsStore& settingsStore) {
-    auto adopt = [current = std::string()](const SettingsModel& settings) mutable {
+    auto adopt = [current = std::string(), toolkit = std::make_shared<Texts::ToolkitTexts>()](
+                     const SettingsModel& settings) mutable {
         if (settings.languageRaw == current) {
             return;
         }
         current = settings.languageRaw;
         Texts::setLanguage(settings.languageRaw);
+        toolkit->setLanguage(Texts::language());
         QApplication::setLayoutDirection(Texts::isRightToLeft() ? Qt::RightToLeft
                                                                 : Qt::LeftToRight);
         // Not at once: what is made anew may be what changed the language.
@@ -158,8 +71,8 @@ class RunningApplication {
   public:
     RunningApplication(LinuxPlatform& platform, PreferencesStore& preferences,
                        const std::string& dataFolder)
-        : notifications_({platform.runLoop, platform.calendar, systemWallTime,
-                          platform.systemEvents, preferences,
+        : notifications_({platform.runLoop(), platform.calendar(), systemWallTime,
+                          platform.systemEvents(), preferences,
                           [](const LocalizedText& text) { return Texts::of(text); }}),
           environment(platform.over(preferences, notifications_,
                                     [this](AppWindow window) { open(window); })),
@@ -167,20 +80,18 @@ class RunningApplication {
               [this](const PersistenceError& error) { tellFailure(error); })),
           trace_(environment),
           language_(followLanguage(environment.settingsStore())),
-          appearance_(environment.settingsStore(), platform.appearance),
-          toastSurface_(environment.toastDispatcher(), platform.motion,
+          appearance_(environment.settingsStore(), platform.appearance()),
+          toastSurface_(environment.toastDispatcher(), platform.motion(),
                         [this] { return appearance_.isDark() ? Shade::dark : Shade::light; }),
-          coverings_(platform.systemEvents.isSessionOnScreen.onChange(
+          coverings_(platform.systemEvents().isSessionOnScreen.onChange(
               [this](const bool& isOnScreen) { toastSurface_.setCovered(!isOnScreen); })),
-          bus(QDBusConnection::sessionBus(), SessionBusKeeper::address()),
-          statusItem_(makeStatusItem()),
-          windows(environment, platform.calendar, dataFolder, [this] { statusItem_->popUpMenu(); }),
-          support(environment, platform.motion, {dataFolder, defaultStateFolder()}),
+          bus_(platform.bus()),
+          windows(environment, platform.calendar(), dataFolder,
+                  [this] { statusItem_->popUpMenu(); }),
+          support(environment, platform.motion(), {dataFolder, defaultStateFolder()}),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
-        if (hasFailed_) {
-            statusItem_->tellNotSaved();
-        }
-        for (Signal<>* change : {&bus.came, &bus.lost}) {
+        putUpStatusItem();
+        for (Signal<>* change : {&bus_.came, &bus_.lost}) {
             busChanges_.push_back(change->subscribe([this] { adoptBus(); }));
         }
     }
@@ -218,8 +129,9 @@ class RunningApplication {
     }
 
     // Over no bus it is an icon in the older tray.
-    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() {
-        return std::make_unique<StatusItem>(
+    void putUpStatusItem() {
+        statusItem_.reset();
+        statusItem_ = std::make_unique<StatusItem>(
             StatusMenu::Services{environment.timerEngine(), environment.sessionStateStore(),
                                  environment.settingsStore(), environment.overlayManager(),
                                  environment.dailyCounter(),
@@ -227,29 +139,27 @@ class RunningApplication {
                                  [this] { windows.showSettings(); },
                                  [this] { windows.showReport(); }, [this] { support.showAbout(); },
                                  [] { QApplication::quit(); }},
-            bus.bus().value_or(QDBusConnection(QString())));
+            bus_.bus().value_or(QDBusConnection(QString())));
+        if (hasFailed_) {
+            statusItem_->tellNotSaved();
+        }
     }
 
     // What was said over the bus that is gone is said again over the new one.
     void adoptBus() {
-        statusItem_.reset();
-        statusItem_ = makeStatusItem();
-        notifications_.adopt(bus.bus().value_or(QDBusConnection(QString())));
+        putUpStatusItem();
+        notifications_.adopt(bus_.bus().value_or(QDBusConnection(QString())));
     }
 
     bool hasFailed_ = false;
+    std::unique_ptr<StatusItem> statusItem_;
     Subscription failures_;
     BreakTrace trace_;
     Subscription language_;
     Appearance appearance_;
     ToastSurface toastSurface_;
     Subscription coverings_;
-
-  public:
-    SessionBusKeeper bus;
-
-  private:
-    std::unique_ptr<StatusItem> statusItem_;
+    SessionBusKeeper& bus_;
 
   public:
     WorkWindows windows;
@@ -265,7 +175,7 @@ int runDemo(LinuxPlatform& platform, const DesktopOptions& options) {
     MemoryPreferences preferences;
     Demo::writeSettings(preferences);
     RunningApplication application(platform, preferences, {});
-    const Demo demo(application.environment, platform.runLoop, options.screenshotFolder);
+    const Demo demo(application.environment, platform.runLoop(), options.screenshotFolder);
     return application.run();
 }
 
@@ -309,7 +219,7 @@ int runForReal(LinuxPlatform& platform) {
         return bringForward(instance, folder);
     }
     writeCrashReports();
-    FilePreferences preferences(folder, platform.runLoop);
+    FilePreferences preferences(folder, platform.runLoop());
     RunningApplication application(platform, preferences, folder);
     AutostartLoginItem loginItem(AutostartLoginItem::Places::ofThisSession());
     LoginItemSync loginItemSync(application.environment.settingsStore(), loginItem);
@@ -319,9 +229,9 @@ int runForReal(LinuxPlatform& platform) {
     const Subscription activation =
         instance.activated.subscribe([&application] { application.windows.showSettings(); });
     const ControlService control(
-        {application.environment, platform.calendar, systemWallTime, knownLanguages(),
+        {application.environment, platform.calendar(), systemWallTime, knownLanguages(),
          [&application](AppWindow window) { application.open(window); }},
-        application.bus);
+        platform.bus());
     return application.run();
 }
 

@@ -2,9 +2,6 @@
 
 #include <optional>
 #include <string>
-#include <vector>
-
-#include "base/localized_text.h"
 
 namespace ostrel {
 
@@ -15,12 +12,5 @@ struct DesktopOptions {
     Action action = Action::run;
     std::optional<std::string> screenshotFolder;  // with the demo only
 };
-
-struct DesktopOptionsResult {
-    std::optional<DesktopOptions> options;
-    LocalizedText problem;  // why there are none
-};
-
-[[nodiscard]] DesktopOptionsResult parseDesktopOptions(const std::vector<std::string>& arguments);
 
 }  // namespace ostrel

@@ -66,8 +66,8 @@ void SessionBusKeeper::loseBus() {
     if (!bus_) {
         return;
     }
-    lost.send();
     bus_.reset();
+    lost.send();
     if (!connectionName_.isEmpty()) {
         QDBusConnection::disconnectFromBus(std::exchange(connectionName_, {}));
     }

@@ -1,27 +1,23 @@
 #include "app/desktop/status_command.h"
 
 #include <QCoreApplication>
-#include <string_view>
+#include <string>
+#include <vector>
 
 #include "app/desktop/command_output.h"
-#include "base/enum_names.h"
 #include "platform/linux/linux_capabilities.h"
-#include "screens/texts/texts.h"
+#include "screens/capability_words.h"
 
 namespace ostrel {
 namespace {
 
-QString textOf(std::string_view prefix, std::string_view name) {
-    return Texts::of(std::string(prefix) + std::string(name));
-}
-
 std::string lines(const std::vector<Capability>& capabilities) {
     std::string all;
     for (const Capability& capability : capabilities) {
-        QString line = textOf("capability.topic.", nameOf(capability.topic)) +
-                       QStringLiteral(": ") + textOf("capability.state.", nameOf(capability.state));
-        if (!capability.reason.empty()) {
-            line += QStringLiteral(". ") + Texts::of(capability.reason);
+        QString line = CapabilityWords::topic(capability) + QStringLiteral(": ") +
+                       CapabilityWords::state(capability);
+        if (const QString reason = CapabilityWords::reason(capability); !reason.isEmpty()) {
+            line += QStringLiteral(". ") + reason;
         }
         all += line.toStdString() + '\n';
     }

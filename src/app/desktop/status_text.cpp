@@ -1,7 +1,6 @@
 #include "app/desktop/status_text.h"
 
 #include <QDateTime>
-#include <QLocale>
 #include <QStringList>
 #include <cmath>
 
@@ -20,7 +19,7 @@ using State = ControlStatus::State;
 QString timeOfDay(const std::string& isoTime) {
     const QDateTime time =
         QDateTime::fromString(QString::fromStdString(isoTime), Qt::ISODateWithMs).toLocalTime();
-    return QLocale().toString(time.time(), Texts::timeFormat());
+    return Texts::timeOfDay(time.time());
 }
 
 QString breakText(const ControlStatus::OnScreen& session) {
@@ -109,6 +108,10 @@ bool isCounting(const ControlStatus& status) {
 std::string lines(const ControlStatus& status) {
     QStringList all{stateText(status)};
     if (status.state == State::paused) {
+        // A break can be started in a pause; the first line is its own then.
+        if (status.breakOnScreen) {
+            all << Texts::of("state.paused");
+        }
         all << pauseText(status);
     } else if (isCounting(status)) {
         addCountdowns(status, all);
@@ -172,6 +175,7 @@ std::string lines(const ControlReport& report) {
                    {std::int64_t{std::llround(report.skipRate * kPercent)}}),
          Texts::of("cli.report.postponed %lld", {report.postponements}),
          Texts::of("cli.report.held %lld", {report.held}),
+         Texts::of("cli.report.dropped %lld", {report.dropped}),
          Texts::of("cli.report.credited %lld", {report.credited}),
          Texts::of("cli.report.penalty %lld", {report.avgPenaltySec})});
 }

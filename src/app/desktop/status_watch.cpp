@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDBusServiceWatcher>
+#include <optional>
 #include <utility>
 
 #include "app/desktop/command_output.h"
@@ -53,11 +54,16 @@ void StatusWatch::tell(const QString& status) {
     }
 }
 
-// Another one may have waited for the name.
+// Another one may have waited for the name, and may be still: while paused it has no change to
+// tell.
 void StatusWatch::follow(const QString& newOwner) {
-    if (newOwner.isEmpty() || !instance_.ask(QStringLiteral("Watch")).isDone()) {
+    const auto next =
+        newOwner.isEmpty() ? std::nullopt : std::optional(instance_.ask(QStringLiteral("Watch")));
+    if (!next || !next->isDone()) {
         QCoreApplication::exit(ExitStatus::kDone);
+        return;
     }
+    tell(QString::fromStdString(next->text));
 }
 
 void StatusWatch::loseBus() {

@@ -3,6 +3,7 @@
 #include "app/control/control_report.h"
 #include "app/desktop/login_item_sync.h"
 #include "core/settings/settings_store.h"
+#include "platform/api/system_events.h"
 #include "platform/calendar/zoned_calendar.h"
 #include "platform/linux/autostart_login_item.h"
 #include "platform/linux/file_preferences.h"
@@ -10,7 +11,9 @@
 #include "platform/linux/single_instance.h"
 #include "platform/virtual/virtual_run_loop.h"
 #include "records/break_log.h"
+#include "records/daily_counter.h"
 #include "records/presence_tally.h"
+#include "records/streak_tracker.h"
 
 namespace ostrel {
 namespace {
@@ -42,7 +45,15 @@ ControlOutcome StoredDocuments::report(std::string_view range, std::string_view 
     const ZonedCalendar calendar(systemTimeZone);
     const BreakLog log(preferences.files, calendar, systemWallTime);
     const PresenceTally tally(preferences.files, calendar, systemWallTime);
-    return printReport(log, tally, calendar, systemWallTime, range, format);
+    const SettingsStore settings(preferences.files);
+    const SystemEvents events;
+    const DailyCounter counter(
+        {preferences.files, calendar, preferences.runLoop, events, systemWallTime});
+    const StreakTracker streak(
+        {preferences.files, settings, log, counter, calendar, systemWallTime});
+    return printReport({log, tally, calendar, systemWallTime, settings.settings()->dailyGoalBreaks,
+                        *streak.streak()},
+                       range, format);
 }
 
 ControlOutcome StoredDocuments::change(

@@ -98,8 +98,7 @@ void SupportWindows::offerCrashReport() {
     if (!report) {
         return;
     }
-    std::fprintf(stderr, "ostrel: ended by a fault of its own last time; see %s\n",
-                 report->c_str());
+    std::fprintf(stderr, "ostrel: crashed last time; see %s\n", report->c_str());
     Toast toast;
     toast.message = {"crash.offer", {}};
     toast.secondaryLine = LocalizedText{"crash.offer.where", {}};

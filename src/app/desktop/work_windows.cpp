@@ -1,10 +1,12 @@
 #include "app/desktop/work_windows.h"
 
 #include <QDBusConnection>
+#include <QLocale>
 #include <utility>
 
 #include "app/desktop/day_planner.h"
 #include "app/environment/app_environment.h"
+#include "platform/linux/application_name.h"
 #include "platform/linux/linux_capabilities.h"
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/running_applications.h"
@@ -29,6 +31,9 @@ SettingsServices servicesOf(AppEnvironment& environment, const std::string& data
                 chime == Chime::start ? player.tryStart() : player.tryEnd();
             },
             runningApplications,
+            [](const std::string& identifier) {
+                return applicationName(identifier, QLocale().name().toStdString());
+            },
             [](QObject* receiver, SettingsServices::TellCapabilities tell) {
                 findCapabilities(QDBusConnection::sessionBus(), QDBusConnection::systemBus(),
                                  receiver, std::move(tell));

@@ -221,19 +221,16 @@ void AppEnvironment::launch() {
     watchPresence();
 }
 
-// A body break that takes over an eye break's hold goes on with it: together they are one break.
+// A hold counts when it is over. One that a body break takes over goes on with it: together they
+// are one break.
 void AppEnvironment::countHoldsAndCredits() {
     TimerEngine& engine = timerEngine();
-    const auto goesOn = std::make_shared<bool>(false);
     subscriptions_.push_back(
-        engine.holdEnded.subscribe([&engine, goesOn](BreakKind /*kind*/, HoldEnd how) {
-            *goesOn = how == HoldEnd::folded && engine.isDeferring();
+        engine.holdEnded.subscribe([this, &engine](BreakKind /*kind*/, HoldEnd how) {
+            if (how != HoldEnd::folded || !engine.isDeferring()) {
+                presenceTally().countHeld();
+            }
         }));
-    subscriptions_.push_back(engine.holdBegan.subscribe([this, goesOn](BreakKind /*kind*/) {
-        if (!std::exchange(*goesOn, false)) {
-            presenceTally().countHeld();
-        }
-    }));
     subscriptions_.push_back(engine.absenceCredited.subscribe(
         [this](BreakKind /*kind*/) { presenceTally().countCredited(); }));
 }
@@ -247,7 +244,9 @@ void AppEnvironment::watchPresence() {
         subscriptions_.push_back(router->refused.subscribe([this](const HotkeyChord& chord) {
             constexpr double kSecondsOnScreen = 8;
             Toast toast;
-            toast.message = {"toast.hotkey_refused %@", {chord.displayString}};
+            toast.message = {
+                "toast.hotkey_refused %@",
+                {platform_.chordWords ? platform_.chordWords(chord) : chord.displayString}};
             toast.kind = Toast::Kind::warning;
             toastDispatcher().show({std::move(toast), kSecondsOnScreen});
         }));

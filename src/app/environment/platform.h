@@ -2,10 +2,12 @@
 
 #include <array>
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "base/clock.h"
 #include "base/uuid.h"
+#include "core/settings/hotkey_chord.h"
 #include "overlay/overlay_window.h"
 #include "platform/api/calendar.h"
 #include "platform/api/displays.h"
@@ -59,6 +61,8 @@ struct Platform {
     PresenceSources presence = {};
     std::function<void(AppWindow)> openWindow = {};
     std::function<void()> requestUserAttention = {};  // empty where there is no way to do so
+    // The keys of a shortcut in the words of the user's language; empty where nobody reads them.
+    std::function<std::string(const HotkeyChord&)> chordWords = {};
 };
 
 }  // namespace ostrel

@@ -7,8 +7,9 @@
 #include <string_view>
 #include <vector>
 
-// What a new user starts with and what the settings screens offer. Durations are whole seconds,
-// times of day minutes after local midnight, weekdays 1 = Sunday to 7 = Saturday.
+// What a new user starts with and what the settings screens and the command line offer. Durations
+// are whole seconds, times of day minutes after local midnight, weekdays 1 = Sunday to 7 =
+// Saturday.
 namespace ostrel {
 
 namespace SettingsDefaults {
@@ -23,6 +24,7 @@ inline constexpr std::int64_t kDailyGoalBreaks = 6;
 
 namespace PresenceDefaults {
 inline constexpr std::int64_t kMaxDeferralSec = 900;
+inline constexpr std::array<std::int64_t, 5> kDeferralChoicesSec = {300, 600, 900, 1800, 3600};
 // Call and meeting programs by bundle identifier; the last is a browser web app.
 [[nodiscard]] std::vector<std::string> deferAppBundleIDs();
 }  // namespace PresenceDefaults
@@ -61,5 +63,15 @@ inline constexpr Range kEyeDurationSec = {20, 240};
 inline constexpr Range kBodyIntervalSec = {1800, 5400};
 inline constexpr Range kBodyDurationSec = {180, 600};
 }  // namespace TimingRanges
+
+// Likewise of the other numbers that can be chosen.
+namespace SettingsRanges {
+using Range = TimingRanges::Range;
+// A lighter one would not tell the break from the desktop behind it.
+inline constexpr Range kOverlayDimPercent = {20, 100};
+inline constexpr Range kDailyGoalBreaks = {1, 60};
+inline constexpr Range kMinuteOfDay = {0, 1439};
+inline constexpr Range kWeekday = {1, 7};
+}  // namespace SettingsRanges
 
 }  // namespace ostrel

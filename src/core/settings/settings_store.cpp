@@ -59,6 +59,28 @@ std::optional<SettingsModel> SettingsStore::parse(std::string_view text) {
     return settings ? std::optional(repaired(*settings)) : std::nullopt;
 }
 
+std::optional<SettingsModel> SettingsStore::merged(const SettingsModel& before,
+                                                   std::string_view text) {
+    const std::optional<Json> handed = parseJson(text);
+    std::optional<Json> all = parseJson(printJson(before).text.value_or(""));
+    if (!handed || !handed->is_object() || !all) {
+        return std::nullopt;
+    }
+    bool isAnyKnown = false;
+    for (const auto& [key, value] : handed->items()) {
+        if (all->contains(key)) {
+            (*all)[key] = value;
+            isAnyKnown = true;
+        }
+    }
+    auto settings = isAnyKnown ? SettingsModel::decode(*all) : std::nullopt;
+    if (!settings) {
+        return std::nullopt;
+    }
+    settings->hasOnboarded = settings->hasOnboarded || before.hasOnboarded;
+    return repaired(*settings);
+}
+
 void SettingsStore::update(const std::function<void(SettingsModel&)>& change) {
     SettingsModel next = *settings_;
     change(next);

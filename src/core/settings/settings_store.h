@@ -27,6 +27,11 @@ class SettingsStore {
     // in it.
     [[nodiscard]] static std::optional<SettingsModel> parse(std::string_view text);
 
+    // `before` with what a document says that somebody hands in; what it leaves out stays, and so
+    // does what the program has told the user before. Absent when there is no setting in it.
+    [[nodiscard]] static std::optional<SettingsModel> merged(const SettingsModel& before,
+                                                             std::string_view text);
+
     [[nodiscard]] const Published<SettingsModel>& settings() const { return settings_; }
 
     // Applies `change` to a copy and publishes it as a whole, saved before observers hear of it.

@@ -4,15 +4,20 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QString>
 #include <algorithm>
 #include <cerrno>
-#include <map>
 #include <sstream>
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/desktop_entry.h"
 #include "platform/linux/durable_files.h"
+
+static void registerResources() {
+    Q_INIT_RESOURCE(desktop_entry);
+}
 
 namespace ostrel {
 namespace {
@@ -28,29 +33,6 @@ std::vector<std::string> parts(const std::string& text, char separator) {
         }
     }
     return found;
-}
-
-std::string trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    const auto last = text.find_last_not_of(" \t\r");
-    return first == std::string_view::npos ? std::string()
-                                           : std::string(text.substr(first, last - first + 1));
-}
-
-// The entries of the group that counts.
-std::map<std::string, std::string> read(const std::string& entry) {
-    std::map<std::string, std::string> values;
-    bool isInGroup = false;
-    for (const std::string& raw : parts(entry, '\n')) {
-        const std::string line = trimmed(raw);
-        const auto equals = line.find('=');
-        if (line.starts_with('[')) {
-            isInGroup = line == "[Desktop Entry]";
-        } else if (isInGroup && !line.starts_with('#') && equals != std::string::npos) {
-            values[trimmed(line.substr(0, equals))] = trimmed(line.substr(equals + 1));
-        }
-    }
-    return values;
 }
 
 // As a value of the type string: \s \n \t \r \\ stand for what a line cannot hold.
@@ -77,23 +59,6 @@ std::string asValue(std::string_view text) {
     return value;
 }
 
-std::string fromValue(std::string_view value) {
-    std::string text;
-    for (std::size_t i = 0; i < value.size(); ++i) {
-        if (value[i] != '\\' || i + 1 == value.size()) {
-            text += value[i];
-            continue;
-        }
-        const char code = value[++i];
-        text += code == 's'   ? ' '
-                : code == 'n' ? '\n'
-                : code == 't' ? '\t'
-                : code == 'r' ? '\r'
-                              : code;
-    }
-    return text;
-}
-
 // As the one argument of a command line; % begins a field code there.
 std::string asCommand(std::string_view program) {
     std::string quoted = "\"";
@@ -108,11 +73,24 @@ std::string asCommand(std::string_view program) {
     return quoted + '"';
 }
 
+// What the program is for, in every language, as its desktop file has it.
+std::string comments() {
+    registerResources();
+    QFile file(QStringLiteral(":/org.ostrel.Ostrel.desktop"));
+    std::string lines;
+    if (file.open(QIODevice::ReadOnly)) {
+        for (const std::string& line : parts(file.readAll().toStdString(), '\n')) {
+            lines += line.starts_with("Comment") ? line + '\n' : std::string();
+        }
+    }
+    return lines;
+}
+
 std::string entryOf(const std::string& program) {
     return "[Desktop Entry]\n"
            "Type=Application\n"
-           "Name=Ostrel\n"
-           "Comment=Reminds you to rest your eyes and to get up\n"
+           "Name=Ostrel\n" +
+           comments() +
            "Icon=ostrel\n"
            "Exec=" +
            asValue(asCommand(program)) +
@@ -186,20 +164,16 @@ bool AutostartLoginItem::isEnabled() const {
 }
 
 bool AutostartLoginItem::startsAtLogin(const std::string& entry) const {
-    const auto values = read(entry);
-    const auto valueOf = [&values](const char* key) {
-        const auto found = values.find(key);
-        return found == values.end() ? std::string() : found->second;
-    };
+    const DesktopEntry values(entry);
     const auto namesThisDesktop = [&](const char* key) {
-        return std::ranges::any_of(parts(valueOf(key), ';'), [this](const std::string& name) {
+        return std::ranges::any_of(parts(values.value(key), ';'), [this](const std::string& name) {
             return std::ranges::find(places_.desktops, name) != places_.desktops.end();
         });
     };
-    const std::string tried = fromValue(valueOf("TryExec"));
-    return !valueOf("Exec").empty() && valueOf("Hidden") != "true" &&
-           valueOf("X-GNOME-Autostart-enabled") != "false" &&
-           (values.count("OnlyShowIn") == 0 || namesThisDesktop("OnlyShowIn")) &&
+    const std::string tried = values.text("TryExec");
+    return !values.value("Exec").empty() && values.value("Hidden") != "true" &&
+           values.value("X-GNOME-Autostart-enabled") != "false" &&
+           (!values.has("OnlyShowIn") || namesThisDesktop("OnlyShowIn")) &&
            !namesThisDesktop("NotShowIn") && (tried.empty() || isThere(tried));
 }
 

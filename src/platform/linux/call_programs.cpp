@@ -7,7 +7,7 @@ namespace ostrel {
 namespace {
 
 struct Entry {
-    std::string_view name;  // in small letters; of a web application its ID
+    std::string_view name;
     std::string_view identifier;
 };
 
@@ -18,6 +18,7 @@ constexpr std::string_view kWebex = "com.cisco.webexmeetingsapp";
 constexpr std::string_view kSlack = "com.tinyspeck.slackmacgap";
 constexpr std::string_view kDiscord = "com.hnc.Discord";
 
+// The names in small letters; of a web application its ID.
 constexpr Entry kTable[] = {
     {"zoom", kZoom},
     {"zoom-client", kZoom},
@@ -50,17 +51,22 @@ constexpr Entry kTable[] = {
     {"dev.vencord.vesktop", kDiscord},
 };
 
+constexpr Entry kNames[] = {
+    {"Zoom", kZoom},
+    {"Zoom", "app.zoom.us"},
+    {"Zoom Clips", "us.zoom.ZoomClips"},
+    {"Microsoft Teams classic", kTeams},
+    {"Microsoft Teams", kNewTeams},
+    {"Webex", kWebex},
+    {"Webex Meetings", "com.cisco.webex.meetings"},
+    {"Slack", kSlack},
+    {"FaceTime", "com.apple.FaceTime"},
+    {"Discord", kDiscord},
+    {"Google Calendar", "com.google.Chrome.app.kjbdgfilnfhdoflbpgamdcdgpehopbep"},
+};
+
 constexpr std::string_view kWebApplicationPrefix = "com.google.Chrome.app.";
 constexpr std::size_t kWebIDLength = 32;  // in letters from a to p
-
-// Blanks at the end go too: some programs have one there.
-std::string inSmallLetters(std::string_view name) {
-    std::string result(name.substr(0, name.find_last_not_of(' ') + 1));
-    std::ranges::transform(result, result.begin(), [](unsigned char character) {
-        return static_cast<char>(std::tolower(character));
-    });
-    return result;
-}
 
 // The ID in "crx_ID", "crx__ID", "chrome-ID-Default", "msedge-_ID-Profile_1".
 std::optional<std::string_view> webIDIn(std::string_view name) {
@@ -82,6 +88,14 @@ std::optional<std::string> identifierInTable(std::string_view name) {
 
 }  // namespace
 
+std::string inSmallLetters(std::string_view name) {
+    std::string result(name.substr(0, name.find_last_not_of(' ') + 1));
+    std::ranges::transform(result, result.begin(), [](unsigned char character) {
+        return static_cast<char>(std::tolower(character));
+    });
+    return result;
+}
+
 std::optional<std::string> callProgramIdentifier(std::string_view name) {
     const std::string known = inSmallLetters(name);
     const auto webID = webIDIn(name);
@@ -90,6 +104,11 @@ std::optional<std::string> callProgramIdentifier(std::string_view name) {
         identifier = std::string(kWebApplicationPrefix).append(*webID);
     }
     return identifier;
+}
+
+std::optional<std::string_view> callProgramName(std::string_view identifier) {
+    const auto* entry = std::ranges::find(kNames, identifier, &Entry::identifier);
+    return entry == std::end(kNames) ? std::nullopt : std::optional(entry->name);
 }
 
 bool isWebApplication(std::string_view name) {

@@ -15,6 +15,13 @@ namespace ostrel {
 // table.
 [[nodiscard]] std::optional<std::string> callProgramIdentifier(std::string_view name);
 
+// What people call the program of an identifier in that list, or of one that
+// callProgramIdentifier() gives. Absent for every other.
+[[nodiscard]] std::optional<std::string_view> callProgramName(std::string_view identifier);
+
+// A name as the table has it, without blanks at its end: some programs have one there.
+[[nodiscard]] std::string inSmallLetters(std::string_view name);
+
 // Whether the name is that of a web application's window.
 [[nodiscard]] bool isWebApplication(std::string_view name);
 

@@ -69,19 +69,25 @@ std::unique_ptr<BusSwitch> xfceSetting(const QDBusConnection& bus, const QString
 }  // namespace
 
 LinuxDoNotDisturb::LinuxDoNotDisturb(QDBusConnection bus, QString gsettings)
-    : bus_(std::move(bus)),
-      gsettings_(std::move(gsettings)),
-      server_(bus_, {kServer, kServerPath, kServer, QStringLiteral("GetServerInformation"), {}}),
-      serverObserver_(
-          server_.answered.subscribe([this](const QDBusMessage& answer) { takeServer(answer); })) {}
+    : bus_(std::move(bus)), gsettings_(std::move(gsettings)) {
+    adopt(bus_);
+}
 
 LinuxDoNotDisturb::~LinuxDoNotDisturb() = default;
+
+void LinuxDoNotDisturb::adopt(const QDBusConnection& bus) {
+    bus_ = bus;
+    server_ = std::make_unique<BusQuestion>(
+        bus_, Call{kServer, kServerPath, kServer, QStringLiteral("GetServerInformation"), {}});
+    serverObserver_ =
+        server_->answered.subscribe([this](const QDBusMessage& answer) { takeServer(answer); });
+}
 
 // The settings of a desktop outlive its notification server, so those of another one do not count.
 void LinuxDoNotDisturb::takeServer(const QDBusMessage& answer) {
     observers_.clear();
     sources_.clear();
-    if (server_.isAnswered()) {
+    if (server_->isAnswered()) {
         const bool isTold = answer.signature() == QLatin1String("ssss");
         const QString name = isTold ? answer.arguments().at(0).toString() : QString();
         const QString vendor = isTold ? answer.arguments().at(1).toString() : QString();

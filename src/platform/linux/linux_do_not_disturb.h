@@ -29,6 +29,9 @@ class LinuxDoNotDisturb : public DistributedAnnouncements {
     LinuxDoNotDisturb& operator=(const LinuxDoNotDisturb&) = delete;
     ~LinuxDoNotDisturb() override;
 
+    // From now on over this bus: the one before is gone.
+    void adopt(const QDBusConnection& bus);
+
   private:
     void takeServer(const QDBusMessage& answer);
     void add(std::unique_ptr<DoNotDisturbSource> source);
@@ -37,7 +40,7 @@ class LinuxDoNotDisturb : public DistributedAnnouncements {
     QDBusConnection bus_;
     QString gsettings_;
     std::optional<bool> announced_;
-    BusQuestion server_;
+    std::unique_ptr<BusQuestion> server_;
     std::vector<std::unique_ptr<DoNotDisturbSource>> sources_;
     std::vector<Subscription> observers_;
     Subscription serverObserver_;

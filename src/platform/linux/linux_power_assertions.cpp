@@ -13,11 +13,18 @@
 
 namespace ostrel {
 
+namespace {
+
+QDBusConnection newMonitor() {
+    const QString name = QStringLiteral("ostrel-monitor");
+    QDBusConnection::disconnectFromBus(name);
+    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+}
+
+}  // namespace
+
 LinuxPowerAssertions::Buses LinuxPowerAssertions::buses() {
-    return {QDBusConnection::sessionBus(),
-            QDBusConnection::connectToBus(QDBusConnection::SessionBus,
-                                          QStringLiteral("ostrel-monitor")),
-            QDBusConnection::systemBus()};
+    return {QDBusConnection::sessionBus(), newMonitor(), QDBusConnection::systemBus()};
 }
 
 LinuxPowerAssertions::LinuxPowerAssertions(const Buses& buses, const RunLoop& runLoop,
@@ -26,12 +33,24 @@ LinuxPowerAssertions::LinuxPowerAssertions(const Buses& buses, const RunLoop& ru
       runLoop_(runLoop),
       windows_(windows),
       processes_(std::move(processes)),
-      login_(std::make_unique<LoginInhibitors>(buses_.system)),
-      sessionManager_(std::make_unique<SessionManagerInhibitors>(buses_.session, processes_)),
-      screenSaver_(std::make_unique<ScreenSaverCalls>(buses_.session, buses_.monitor)),
-      players_(std::make_unique<MediaPlayers>(buses_.session)) {}
+      login_(std::make_unique<LoginInhibitors>(buses_.system)) {
+    listenToSession();
+}
 
 LinuxPowerAssertions::~LinuxPowerAssertions() = default;
+
+void LinuxPowerAssertions::adopt(const QDBusConnection& session) {
+    screenSaver_.reset();
+    buses_.session = session;
+    buses_.monitor = newMonitor();
+    listenToSession();
+}
+
+void LinuxPowerAssertions::listenToSession() {
+    sessionManager_ = std::make_unique<SessionManagerInhibitors>(buses_.session, processes_);
+    screenSaver_ = std::make_unique<ScreenSaverCalls>(buses_.session, buses_.monitor);
+    players_ = std::make_unique<MediaPlayers>(buses_.session);
+}
 
 void LinuxPowerAssertions::askAgain() const {
     const RunLoopTime now = runLoop_.now();

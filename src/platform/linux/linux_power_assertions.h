@@ -46,10 +46,14 @@ class LinuxPowerAssertions : public PowerAssertions {
     LinuxPowerAssertions& operator=(const LinuxPowerAssertions&) = delete;
     ~LinuxPowerAssertions() override;
 
+    // From now on over this session bus, the user's own: the one before is gone.
+    void adopt(const QDBusConnection& session);
+
     // Absent when there is no bus at all, and nobody known without.
     [[nodiscard]] std::optional<ByProcess> byProcess() const override;
 
   private:
+    void listenToSession();
     void askAgain() const;
     [[nodiscard]] std::set<std::int64_t> processesWithWindows() const;
 

@@ -143,7 +143,7 @@ void MediaPlayers::take(Player& player, const QVariantMap& state) {
     }
     if (state.contains(kMetadata)) {
         const QVariantMap metadata = mapIn(state[kMetadata]);
-        player.playsMusic = isMusic(metadata.value(QStringLiteral("xesam:url")).toString());
+        player.playsFilm = isFilm(metadata.value(QStringLiteral("xesam:url")).toString());
     }
 }
 
@@ -180,15 +180,16 @@ bool MediaPlayers::isForVideos(const QString& desktopFile) {
         [](const QString& type) { return type.startsWith(QLatin1String("video/")); });
 }
 
-bool MediaPlayers::isMusic(const QString& url) {
+bool MediaPlayers::isFilm(const QString& url) {
     static constexpr std::array kSuffixes{
-        QLatin1String(".aac"),  QLatin1String(".ac3"),  QLatin1String(".aif"),
-        QLatin1String(".aiff"), QLatin1String(".amr"),  QLatin1String(".ape"),
-        QLatin1String(".dts"),  QLatin1String(".flac"), QLatin1String(".m4a"),
-        QLatin1String(".m4b"),  QLatin1String(".mid"),  QLatin1String(".mka"),
-        QLatin1String(".mp2"),  QLatin1String(".mp3"),  QLatin1String(".mpc"),
-        QLatin1String(".oga"),  QLatin1String(".ogg"),  QLatin1String(".opus"),
-        QLatin1String(".wav"),  QLatin1String(".wma"),  QLatin1String(".wv"),
+        QLatin1String(".3gp"),  QLatin1String(".asf"),  QLatin1String(".avi"),
+        QLatin1String(".divx"), QLatin1String(".f4v"),  QLatin1String(".flv"),
+        QLatin1String(".iso"),  QLatin1String(".m2ts"), QLatin1String(".m4v"),
+        QLatin1String(".mkv"),  QLatin1String(".mov"),  QLatin1String(".mp4"),
+        QLatin1String(".mpeg"), QLatin1String(".mpg"),  QLatin1String(".mts"),
+        QLatin1String(".ogm"),  QLatin1String(".ogv"),  QLatin1String(".rm"),
+        QLatin1String(".rmvb"), QLatin1String(".ts"),   QLatin1String(".vob"),
+        QLatin1String(".webm"), QLatin1String(".wmv"),
     };
     // In a bare path '#' and '?' are letters like others.
     const bool hasScheme = url.contains(QLatin1String("://")) ||
@@ -203,7 +204,7 @@ std::set<std::int64_t> MediaPlayers::processes() const {
     std::set<std::int64_t> all;
     if (bus_.isConnected()) {
         for (const auto& [name, player] : players_) {
-            if (player.process && player.isForVideos && player.isPlaying && !player.playsMusic) {
+            if (player.process && player.isForVideos && player.isPlaying && player.playsFilm) {
                 all.insert(*player.process);
             }
         }

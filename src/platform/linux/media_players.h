@@ -14,9 +14,10 @@ class QDBusMessage;
 
 namespace ostrel {
 
-// The processes of the video players that are playing something else than music, by MPRIS
-// (org.mpris.MediaPlayer2). Whether a player is one for videos, its desktop file tells: its
-// categories, else the types that it opens. Whether it plays music, the name of the file.
+// The processes of the video players that are playing a film, by MPRIS (org.mpris.MediaPlayer2).
+// Whether a player is one for videos, its desktop file tells: its categories, else the types that
+// it opens. Whether it plays a film, the name of the file: what has another name, or none, may as
+// well be music.
 //
 // Nothing here waits for an answer.
 class MediaPlayers : public QObject {
@@ -30,8 +31,8 @@ class MediaPlayers : public QObject {
     // By the text of a desktop file.
     [[nodiscard]] static bool isForVideos(const QString& desktopFile);
 
-    // By the end of its name, be it a URL or a bare path; one without a name is not.
-    [[nodiscard]] static bool isMusic(const QString& url);
+    // By the end of its name, be it a URL or a bare path.
+    [[nodiscard]] static bool isFilm(const QString& url);
 
   private:
     struct Player {
@@ -39,7 +40,7 @@ class MediaPlayers : public QObject {
         std::optional<std::int64_t> process;
         bool isForVideos = false;
         bool isPlaying = false;
-        bool playsMusic = false;
+        bool playsFilm = false;
     };
 
     Q_SLOT void handleChange(const QString& interface, const QVariantMap& changed,

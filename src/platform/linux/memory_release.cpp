@@ -1,62 +1,69 @@
 #include "platform/linux/memory_release.h"
 
-#include <elf.h>
-#include <link.h>
 #include <malloc.h>
 #include <sys/mman.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <cstddef>
+#include <cctype>
 #include <cstdint>
-#include <span>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <utility>
 
 namespace ostrel {
 namespace {
 
-using Segment = ElfW(Phdr);
+// A range of addresses, as /proc/self/smaps tells of it.
+struct Mapping {
+    std::uintptr_t first = 0;
+    std::uintptr_t end = 0;
+    bool isReadOnlyFile = false;
+    std::uint64_t changedKb = 0;  // pages that are not as in the file, in memory or swapped out
+};
 
-// The headers of a program say addresses as numbers.
-void* at(std::uintptr_t address) {
-    return reinterpret_cast<void*>(address);  // NOLINT(performance-no-int-to-ptr)
+// "7f12-7f34 r--p 00000000 fe:00 1234   /usr/share/fonts/a.ttf"
+Mapping mappingIn(const std::string& line) {
+    std::istringstream words(line);
+    Mapping mapping;
+    char dash = 0;
+    std::string access;
+    std::string offset;
+    std::string device;
+    std::uint64_t inode = 0;
+    words >> std::hex >> mapping.first >> dash >> mapping.end >> access >> offset >> device >>
+        std::dec >> inode;
+    mapping.isReadOnlyFile = words && inode != 0 && access.starts_with("r-");
+    return mapping;
 }
 
-// The loader then wrote into what is otherwise as it is on the disk.
-bool isWrittenInto(const dl_phdr_info& object, const Segment& dynamic) {
-    const auto* entry = static_cast<const ElfW(Dyn)*>(at(object.dlpi_addr + dynamic.p_vaddr));
-    for (; entry->d_tag != DT_NULL; ++entry) {
-        if (entry->d_tag == DT_TEXTREL ||
-            (entry->d_tag == DT_FLAGS && (entry->d_un.d_val & DF_TEXTREL) != 0)) {
-            return true;
-        }
-    }
-    return false;
+std::uint64_t kbIn(const std::string& line) {
+    std::istringstream words(line);
+    std::string name;
+    std::uint64_t kb = 0;
+    words >> name >> kb;
+    return kb;
 }
 
-int releaseObject(dl_phdr_info* object, std::size_t /*size*/, void* /*unused*/) {
-    const std::span<const Segment> segments(object->dlpi_phdr, object->dlpi_phnum);
-    if (std::ranges::any_of(segments, [object](const Segment& segment) {
-            return segment.p_type == PT_DYNAMIC && isWrittenInto(*object, segment);
-        })) {
-        return 0;
+void release(const Mapping& mapping) {
+    if (mapping.isReadOnlyFile && mapping.changedKb == 0) {
+        void* first = reinterpret_cast<void*>(mapping.first);  // NOLINT(performance-no-int-to-ptr)
+        madvise(first, mapping.end - mapping.first, MADV_DONTNEED);
     }
-    const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
-    for (const Segment& segment : segments) {
-        if (segment.p_type != PT_LOAD || (segment.p_flags & PF_W) != 0) {
-            continue;
-        }
-        const std::uintptr_t start = object->dlpi_addr + segment.p_vaddr;
-        const std::uintptr_t first = start / page * page;
-        madvise(at(first), start + segment.p_memsz - first, MADV_DONTNEED);
-    }
-    return 0;
 }
 
 }  // namespace
 
 void releaseUnusedMemory() {
     malloc_trim(0);
-    dl_iterate_phdr(releaseObject, nullptr);
+    std::ifstream smaps("/proc/self/smaps");
+    Mapping mapping;
+    for (std::string line; std::getline(smaps, line);) {
+        if (line.starts_with("Anonymous:") || line.starts_with("Swap:")) {
+            mapping.changedKb += kbIn(line);
+        } else if (std::islower(line[0]) || std::isdigit(line[0])) {
+            release(std::exchange(mapping, mappingIn(line)));
+        }
+    }
 }
 
 }  // namespace ostrel

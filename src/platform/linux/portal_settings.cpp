@@ -6,7 +6,6 @@
 #include <QDBusServiceWatcher>
 #include <QStringList>
 #include <QVariantMap>
-#include <utility>
 
 namespace ostrel {
 namespace {
@@ -23,7 +22,15 @@ QStringList groups() {
 
 }  // namespace
 
-PortalSettings::PortalSettings(QDBusConnection bus) : bus_(std::move(bus)) {
+PortalSettings::PortalSettings(const QDBusConnection& bus) : bus_(bus) {
+    adopt(bus);
+}
+
+PortalSettings::~PortalSettings() = default;
+
+void PortalSettings::adopt(const QDBusConnection& bus) {
+    bus_ = bus;
+    watcher_.reset();
     if (!bus_.isConnected()) {
         return;
     }
@@ -32,9 +39,9 @@ PortalSettings::PortalSettings(QDBusConnection bus) : bus_(std::move(bus)) {
     // Without the name of the service, which Qt would wait to look up.
     bus_.connect(QString(), kPath, kInterface, QStringLiteral("SettingChanged"), this,
                  SLOT(take(QString, QString, QDBusVariant)));
-    auto* watcher =
-        new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { askForAll(); });
+    watcher_ = std::make_unique<QDBusServiceWatcher>(kService, bus_,
+                                                     QDBusServiceWatcher::WatchForRegistration);
+    connect(watcher_.get(), &QDBusServiceWatcher::serviceRegistered, this, [this] { askForAll(); });
     askForAll();
 }
 

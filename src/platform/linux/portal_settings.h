@@ -4,10 +4,12 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <QVariant>
+#include <memory>
 
 #include "base/signal.h"
 
 class QDBusPendingCallWatcher;
+class QDBusServiceWatcher;
 
 namespace ostrel {
 
@@ -20,7 +22,11 @@ class PortalSettings : public QObject {
     Q_OBJECT
 
   public:
-    explicit PortalSettings(QDBusConnection bus = QDBusConnection::sessionBus());
+    explicit PortalSettings(const QDBusConnection& bus = QDBusConnection::sessionBus());
+    ~PortalSettings() override;
+
+    // From now on over this bus: the one before is gone. What arrived still counts.
+    void adopt(const QDBusConnection& bus);
 
     // Group, key, value: each one that the portal has, and each change. A value may be anything.
     Signal<const QString&, const QString&, const QVariant&> arrived;
@@ -32,6 +38,7 @@ class PortalSettings : public QObject {
     void tell(const QString& group, const QString& key, QVariant value);
 
     QDBusConnection bus_;
+    std::unique_ptr<QDBusServiceWatcher> watcher_;
 };
 
 }  // namespace ostrel

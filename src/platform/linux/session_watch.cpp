@@ -45,6 +45,11 @@ SessionWatch::SessionWatch(SystemEvents& events, const QDBusConnection& session,
     connect(&lockRequest_, &QTimer::timeout, this, [this] { tell(); });
     sessionObserver_ = loginSession_.answered.subscribe(
         [this](const QDBusMessage& answer) { watchLogin(answer); });
+    adopt(session);
+}
+
+void SessionWatch::adopt(const QDBusConnection& session) {
+    savers_.clear();
     for (const QLatin1String name : kSavers) {
         auto saver = std::make_unique<Saver>(session, name);
         saver->observer =

@@ -30,6 +30,9 @@ class SessionWatch : public QObject {
                           const QDBusConnection& session = QDBusConnection::sessionBus(),
                           QDBusConnection system = QDBusConnection::systemBus());
 
+    // From now on over this session bus: the one before is gone.
+    void adopt(const QDBusConnection& session);
+
   private:
     struct Saver {
         Saver(const QDBusConnection& bus, const QString& name);

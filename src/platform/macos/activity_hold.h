@@ -2,10 +2,12 @@
 
 #include <memory>
 
+#include "platform/macos/activity_rule.h"
+
 namespace ostrel {
 
-// While one of these exists the system does not put this program to its nap. The computer and its
-// displays sleep as ever.
+// Holds off the nap that the system takes with programs nobody looks at, as the schedule needs it.
+// The computer and its displays sleep as ever.
 class ActivityHold {
   public:
     ActivityHold();
@@ -13,9 +15,11 @@ class ActivityHold {
     ActivityHold& operator=(const ActivityHold&) = delete;
     ~ActivityHold();
 
+    void follow(const ScheduleActivity& schedule);
+
   private:
-    struct Impl;
-    std::unique_ptr<Impl> impl_;
+    struct Activity;
+    std::unique_ptr<Activity> activity_;  // while it is held off
 };
 
 }  // namespace ostrel

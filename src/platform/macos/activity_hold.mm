@@ -4,16 +4,26 @@
 
 namespace ostrel {
 
-struct ActivityHold::Impl {
-    id<NSObject> activity = [[NSProcessInfo processInfo]
+struct ActivityHold::Activity {
+    Activity() = default;
+    Activity(const Activity&) = delete;
+    Activity& operator=(const Activity&) = delete;
+    ~Activity() { [[NSProcessInfo processInfo] endActivity:token]; }
+
+    id<NSObject> token = [[NSProcessInfo processInfo]
         beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
                           reason:@"Counting down to a break"];
 };
 
-ActivityHold::ActivityHold() : impl_(std::make_unique<Impl>()) {}
+ActivityHold::ActivityHold() = default;
+ActivityHold::~ActivityHold() = default;
 
-ActivityHold::~ActivityHold() {
-    [[NSProcessInfo processInfo] endActivity:impl_->activity];
+void ActivityHold::follow(const ScheduleActivity& schedule) {
+    if (!needsToStayAwake(schedule)) {
+        activity_ = nullptr;
+    } else if (!activity_) {
+        activity_ = std::make_unique<Activity>();
+    }
 }
 
 }  // namespace ostrel

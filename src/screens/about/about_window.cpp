@@ -1,6 +1,5 @@
 #include "screens/about/about_window.h"
 
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
@@ -8,8 +7,9 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "screens/controls/icon_label.h"
 #include "screens/controls/page.h"
-#include "screens/status_icon.h"
+#include "screens/controls/path_label.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -21,35 +21,13 @@ constexpr int kIconSide = 64;
 QLabel* makeIcon() {
     StatusIcon::Face face;
     face.ringSteps = StatusIcon::Face::kRingSteps * 3 / 4;
-    const double scale = qGuiApp->devicePixelRatio();
-    QPixmap picture = StatusIcon::draw(face, static_cast<int>(kIconSide * scale));
-    picture.setDevicePixelRatio(scale);
-    auto* label = new QLabel;
-    label->setPixmap(picture);
-    label->setFixedSize(kIconSide, kIconSide);
-    return label;
+    return makeIconLabel(face, kIconSide);
 }
 
 QLabel* makeNotice() {
     QLabel* notice = makeLabel({}, "warning");
     notice->hide();
     return notice;
-}
-
-// Names and paths run from left to right in every language, and stand where its lines begin.
-QLabel* makeName(const QString& name, const char* look = "text") {
-    QLabel* label = makeLabel(name, look);
-    label->setLayoutDirection(Qt::LeftToRight);
-    label->setAlignment(Qt::AlignAbsolute |
-                        (QGuiApplication::isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft));
-    return label;
-}
-
-// It may be copied.
-QLabel* makePath(const QString& path) {
-    QLabel* label = makeName(path, "hint");
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    return label;
 }
 
 }  // namespace
@@ -91,7 +69,7 @@ void AboutWindow::addPrivacy(Page& page) {
     auto* column = new QVBoxLayout(place);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(makeLabel(Texts::of("about.privacy.folder")));
-    column->addWidget(makePath(services_.documentsFolder));
+    column->addWidget(makePathLabel(services_.documentsFolder));
     auto* button = makeButton("about.privacy.open", QStringLiteral("ostrel.about.open_folder"));
     QLabel* notice = makeNotice();
     connect(button, &QPushButton::clicked, this,
@@ -115,7 +93,7 @@ void AboutWindow::addCrashReports(Page& page) {
     }
     column->addWidget(makeLabel(Texts::of(
         "crash.newest %@", {QLocale().toString(report->writtenAt, QLocale::ShortFormat)})));
-    column->addWidget(makePath(report->file));
+    column->addWidget(makePathLabel(report->file));
     auto* button = makeButton("crash.open", QStringLiteral("ostrel.about.open_report"));
     QLabel* notice = makeNotice();
     connect(button, &QPushButton::clicked, this,
@@ -132,7 +110,7 @@ void AboutWindow::addParts(Page& page) {
         auto* column = new QVBoxLayout(words);
         column->setContentsMargins(0, 0, 0, 0);
         column->setSpacing(2);
-        column->addWidget(makeName(part.name));
+        column->addWidget(makeNameLabel(part.name));
         column->addWidget(makeLabel(Texts::of(part.purposeKey), "hint"));
         card->addWide(words);
     }

@@ -17,14 +17,20 @@ class Choice : public QComboBox {
     void paintEvent(QPaintEvent* event) override;
 };
 
-// A whole number.
+// A whole number. What is being typed counts when it is whole: the 1 of a 12 is no answer.
 class NumberField : public QSpinBox {
+  public:
+    NumberField() { setKeyboardTracking(false); }
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-// A time of day.
+// A time of day; likewise.
 class TimeField : public QTimeEdit {
+  public:
+    TimeField() { setKeyboardTracking(false); }
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 };

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -26,10 +27,7 @@ QLabel* makeLabel(const QString& text, const char* look) {
 
 QPushButton* makeButton(std::string_view key, const QString& name) {
     auto* button = new QPushButton(Texts::of(key));
-    button->setObjectName(name);
-#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
-    button->setAccessibleIdentifier(name);
-#endif
+    identify(button, name);
     return button;
 }
 
@@ -47,6 +45,10 @@ QFrame* Card::makeRow() {
 }
 
 QWidget* Card::addRow(const QString& label, const QString& hint, QWidget* control) {
+    return addRow(label, hint.isEmpty() ? nullptr : makeLabel(hint, "hint"), control);
+}
+
+QWidget* Card::addRow(const QString& label, QLabel* hint, QWidget* control) {
     QFrame* row = makeRow();
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(kRowMargin, 10, kRowMargin, 10);
@@ -56,16 +58,16 @@ QWidget* Card::addRow(const QString& label, const QString& hint, QWidget* contro
     QLabel* name = makeLabel(label);
     name->setBuddy(control);
     words->addWidget(name);
-    if (!hint.isEmpty()) {
-        words->addWidget(makeLabel(hint, "hint"));
+    if (hint != nullptr) {
+        words->addWidget(hint);
     }
     layout->addLayout(words, 1);
     layout->addWidget(control, 0, Qt::AlignVCenter);
     if (control->accessibleName().isEmpty()) {
         control->setAccessibleName(label);
     }
-    if (control->accessibleDescription().isEmpty()) {
-        control->setAccessibleDescription(hint);
+    if (hint != nullptr && control->accessibleDescription().isEmpty()) {
+        control->setAccessibleDescription(hint->text());
     }
     return row;
 }

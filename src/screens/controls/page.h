@@ -26,6 +26,9 @@ class Card : public QFrame {
     // Takes the control over. The row is returned, for hiding it and the like.
     QWidget* addRow(const QString& label, const QString& hint, QWidget* control);
 
+    // One with a label of its own in the place of the hint; null for none.
+    QWidget* addRow(const QString& label, QLabel* hint, QWidget* control);
+
     // One that needs the whole width.
     QWidget* addWide(QWidget* content);
 

@@ -36,8 +36,7 @@ QString lasting(std::int64_t seconds) {
 }
 
 QString nameOf(const PresetDefinition& preset) {
-    const auto key = PresetCatalog::nameKey(preset);
-    return key ? Texts::of(*key) : QString::fromStdString(preset.name);
+    return Texts::of(PresetCatalog::nameKey(preset).value_or("preset.name.custom"));
 }
 
 QLabel* seenOnly(QLabel* label) {
@@ -54,29 +53,66 @@ PresetCard::PresetCard(const PresetDefinition& preset, QWidget* parent)
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
-    setText(nameOf(preset));
+    makePieces();
+    show(preset);
+}
 
+void PresetCard::makePieces() {
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
     layout->setHorizontalSpacing(kPadding);
     layout->setVerticalSpacing(3);
     layout->setColumnMinimumWidth(0, kMark + kPadding);
-    layout->addWidget(seenOnly(makeLabel(text(), "strong")), 0, 1, 1, 3);
-    const QString figures[2][2] = {
-        {every(preset.eyeIntervalSec), lasting(preset.eyeDurationSec)},
-        {every(preset.bodyIntervalSec), lasting(preset.bodyDurationSec)}};
+    name_ = seenOnly(makeLabel({}, "strong"));
+    layout->addWidget(name_, 0, 1, 1, 3);
+    hint_ = seenOnly(makeLabel({}, "hint"));
+    layout->addWidget(hint_, 1, 1, 2, 3, Qt::AlignTop);
     const std::string_view kinds[] = {"overlay.kind.eye", "overlay.kind.body"};
     for (int row = 0; row < 2; ++row) {
-        layout->addWidget(seenOnly(makeLabel(Texts::of(kinds[row]), "hint")), row + 1, 1);
-        layout->addWidget(seenOnly(makeLabel(figures[row][0])), row + 1, 2);
-        layout->addWidget(seenOnly(makeLabel(figures[row][1])), row + 1, 3);
+        for (int column = 0; column < 3; ++column) {
+            QLabel*& figure = figures_[row][column];
+            figure =
+                seenOnly(column == 0 ? makeLabel(Texts::of(kinds[row]), "hint") : makeLabel({}));
+            QSizePolicy policy = figure->sizePolicy();
+            policy.setRetainSizeWhenHidden(true);
+            figure->setSizePolicy(policy);
+            layout->addWidget(figure, row + 1, column + 1);
+        }
     }
     for (int column = 1; column <= 3; ++column) {
         layout->setColumnStretch(column, 1);
     }
+}
+
+void PresetCard::show(const PresetDefinition& preset) {
+    preset_ = preset;
+    setText(nameOf(preset));
+    name_->setText(text());
+    const QString figures[2][2] = {
+        {every(preset.eyeIntervalSec), lasting(preset.eyeDurationSec)},
+        {every(preset.bodyIntervalSec), lasting(preset.bodyDurationSec)}};
+    for (int row = 0; row < 2; ++row) {
+        figures_[row][1]->setText(figures[row][0]);
+        figures_[row][2]->setText(figures[row][1]);
+        for (QLabel* figure : figures_[row]) {
+            figure->setVisible(true);
+        }
+    }
+    hint_->setVisible(false);
     setAccessibleDescription(
         Texts::of("welcome.preset.spoken %@ %@ %@ %@",
                   {figures[0][0], figures[0][1], figures[1][0], figures[1][1]}));
+}
+
+void PresetCard::showHint(const QString& hint) {
+    hint_->setText(hint);
+    hint_->setVisible(true);
+    for (auto& row : figures_) {
+        for (QLabel* figure : row) {
+            figure->setVisible(false);
+        }
+    }
+    setAccessibleDescription(hint);
 }
 
 QRectF PresetCard::mark() const {
@@ -121,7 +157,8 @@ void PresetCard::paintEvent(QPaintEvent* /*event*/) {
     }
 
     painter.setBrush(isChecked() ? accent : QColor(Qt::transparent));
-    painter.setPen(QPen(isChecked() ? accent : WindowLook::between(paper, ink, 0.45), 1.5));
+    const double strength = isEnabled() ? 0.45 : 0.2;
+    painter.setPen(QPen(isChecked() ? accent : WindowLook::between(paper, ink, strength), 1.5));
     painter.drawEllipse(mark().adjusted(1, 1, -1, -1));
     if (isChecked()) {
         painter.setPen(Qt::NoPen);

@@ -4,6 +4,8 @@
 
 #include "core/settings/preset_catalog.h"
 
+class QLabel;
+
 namespace ostrel {
 
 // A preset to choose: its name and its four figures in words. Cards in one parent are a choice of
@@ -14,14 +16,23 @@ class PresetCard : public QAbstractButton {
 
     [[nodiscard]] const PresetDefinition& preset() const { return preset_; }
 
+    // Another one on the same card.
+    void show(const PresetDefinition& preset);
+    // In place of the figures, which the card keeps the room for.
+    void showHint(const QString& hint);
+
   protected:
     void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    void makePieces();
     [[nodiscard]] QRectF mark() const;
 
-    const PresetDefinition preset_;
+    PresetDefinition preset_;
+    QLabel* name_ = nullptr;
+    QLabel* hint_ = nullptr;
+    QLabel* figures_[2][3] = {};
 };
 
 }  // namespace ostrel

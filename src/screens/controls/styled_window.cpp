@@ -29,7 +29,7 @@ void StyledWindow::present() {
 }
 
 void StyledWindow::rebuild() {
-    adoptPalette();
+    adoptLook();
     const QString focus = focusWidget() ? focusWidget()->objectName() : QString();
     delete content_;
     content_ = makeContent();
@@ -42,8 +42,9 @@ void StyledWindow::rebuild() {
 }
 
 // A style sheet changes the palette of its widget: the one to follow is the application's.
-void StyledWindow::adoptPalette() {
-    const QString sheet = WindowLook::styleSheet(QApplication::palette());
+void StyledWindow::adoptLook() {
+    const QString sheet =
+        WindowLook::styleSheet(QApplication::palette(), QApplication::layoutDirection());
     if (sheet != styleSheet()) {
         setStyleSheet(sheet);
     }
@@ -53,7 +54,7 @@ bool StyledWindow::event(QEvent* event) {
     if (content_ != nullptr && event->type() == QEvent::LanguageChange) {
         rebuild();
     } else if (event->type() == QEvent::ApplicationPaletteChange) {
-        adoptPalette();
+        adoptLook();
     }
     return QWidget::event(event);
 }

@@ -24,7 +24,7 @@ class StyledWindow : public QWidget {
 
   private:
     void rebuild();
-    void adoptPalette();
+    void adoptLook();
 
     QWidget* content_ = nullptr;
 };

@@ -51,7 +51,7 @@ QAbstractSpinBox::up-button { subcontrol-position: top right; }
 QAbstractSpinBox::down-button { subcontrol-position: bottom right; }
 QSlider { min-height: 24px; }
 QSlider::groove:horizontal { height: 4px; border-radius: 2px; background: @line; }
-QSlider::sub-page:horizontal { height: 4px; border-radius: 2px; background: @accent; }
+QSlider::@filled:horizontal { height: 4px; border-radius: 2px; background: @accent; }
 QSlider::handle:horizontal { width: 16px; height: 16px; margin: -7px 0; border-radius: 8px;
   background: @knob; border: 1px solid @edge; }
 QSlider::handle:horizontal:focus { border: 2px solid @accent; }
@@ -62,17 +62,11 @@ QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
 
 }  // namespace
 
-QColor between(const QColor& one, const QColor& other, double share) {
-    const auto mixed = [share](int a, int b) { return static_cast<int>(a + (b - a) * share); };
-    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()),
-            mixed(one.blue(), other.blue())};
-}
-
 QColor accent(const QPalette& palette) {
     return palette.color(QPalette::Active, QPalette::Highlight);
 }
 
-QString styleSheet(const QPalette& palette) {
+QString styleSheet(const QPalette& palette, Qt::LayoutDirection direction) {
     const auto colour = [&palette](QPalette::ColorRole role) {
         return palette.color(QPalette::Active, role);
     };
@@ -101,6 +95,9 @@ QString styleSheet(const QPalette& palette) {
     for (const auto& [name, value] : colours) {
         sheet.replace(QLatin1String(name), value.name());
     }
+    // Of the two parts of a slider's groove, "sub-page" is the one at the left.
+    sheet.replace(QLatin1String("@filled"),
+                  QLatin1String(direction == Qt::RightToLeft ? "add-page" : "sub-page"));
     return sheet;
 }
 

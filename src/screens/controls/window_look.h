@@ -4,6 +4,8 @@
 #include <QPalette>
 #include <QString>
 
+#include "screens/colours.h"
+
 namespace ostrel {
 
 // How our windows look: calm cards on the palette's paper, one accent colour. `style names` of
@@ -11,11 +13,10 @@ namespace ostrel {
 // "primary", "danger".
 namespace WindowLook {
 
-// For the style sheet of a window.
-[[nodiscard]] QString styleSheet(const QPalette& palette);
+// For the style sheet of a window whose lines run in this direction.
+[[nodiscard]] QString styleSheet(const QPalette& palette, Qt::LayoutDirection direction);
 
-// A colour that lies between the two; share 0 is `one`, 1 is `other`.
-[[nodiscard]] QColor between(const QColor& one, const QColor& other, double share);
+using Colours::between;
 
 [[nodiscard]] QColor accent(const QPalette& palette);
 

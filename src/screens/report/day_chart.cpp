@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "screens/controls/window_look.h"
+#include "screens/identifier.h"
 #include "screens/report/accessible_chart.h"
 #include "screens/report/report_words.h"
 #include "screens/texts/texts.h"
@@ -50,7 +51,7 @@ QFont small(QFont font, QFont::Weight weight = QFont::Normal) {
 DayChart::DayChart(std::function<void(const QString&)> tell, QWidget* parent)
     : QWidget(parent), tell_(std::move(tell)) {
     installAccessibleChart();
-    setObjectName(QStringLiteral("ostrel.report.chart"));
+    identify(this, QStringLiteral("ostrel.report.chart"));
     setAccessibleName(Texts::of("report.chart.name"));
     setAccessibleDescription(Texts::of("report.chart.hint"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -89,7 +90,7 @@ void DayChart::makeBars(std::size_t count) {
     }
     while (bars_.size() < count) {
         bars_.push_back(new DayBar(this));
-        bars_.back()->setObjectName(QStringLiteral("ostrel.report.day.%1").arg(bars_.size()));
+        identify(bars_.back(), QStringLiteral("ostrel.report.day.%1").arg(bars_.size()));
         bars_.back()->installEventFilter(this);
         bars_.back()->setVisible(true);
     }

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "screens/controls/page.h"
+#include "screens/identifier.h"
 
 namespace ostrel {
 namespace {
@@ -14,7 +15,7 @@ constexpr int kBetween = 6;
 }  // namespace
 
 EmptyNote::EmptyNote() : title_(makeLabel({}, "title")), text_(makeLabel({})) {
-    setObjectName(QStringLiteral("ostrel.report.empty"));
+    identify(this, QStringLiteral("ostrel.report.empty"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, kAbove, 0, kAbove);
     layout->setSpacing(kBetween);

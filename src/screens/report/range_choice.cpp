@@ -6,6 +6,7 @@
 #include <QRadioButton>
 
 #include "screens/controls/window_look.h"
+#include "screens/identifier.h"
 #include "screens/report/accessible_chart.h"
 #include "screens/texts/texts.h"
 
@@ -71,7 +72,7 @@ class Segment : public QRadioButton {
 
 RangeChoice::RangeChoice(Range chosen, const std::function<void(Range)>& onChoice) {
     installAccessibleChart();
-    setObjectName(QStringLiteral("ostrel.report.range"));
+    identify(this, QStringLiteral("ostrel.report.range"));
     setAccessibleName(Texts::of("report.range.name"));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto* layout = new QHBoxLayout(this);
@@ -80,8 +81,8 @@ RangeChoice::RangeChoice(Range chosen, const std::function<void(Range)>& onChoic
     for (const Range range : {Range::weekly, Range::monthly, Range::full}) {
         auto* segment =
             new Segment(Texts::of("report.range.days %lld", {ReportSummaryView::days(range)}));
-        segment->setObjectName(
-            QStringLiteral("ostrel.report.range.%1").arg(ReportSummaryView::days(range)));
+        identify(segment,
+                 QStringLiteral("ostrel.report.range.%1").arg(ReportSummaryView::days(range)));
         segment->setChecked(range == chosen);
         layout->addWidget(segment);
         connect(segment, &QRadioButton::toggled, this, [range, onChoice](bool isChosen) {

@@ -59,14 +59,15 @@ ReportData readReport(const ReportServices& services, ReportSummaryView::Range r
     const DailyCounterModel& today = *services.dailyCounter.model();
     ReportData data;
     data.range = range;
-    data.content = all.empty()    ? ReportData::Content::none
-                   : span.empty() ? ReportData::Content::noneInRange
-                                  : ReportData::Content::some;
     data.stats = services.summary.stats(range);
     data.fadedOut = std::ranges::count(span, Outcome::autoFadeOut, &BreakLogEntry::outcome);
     data.held = presence.held;
     data.dropped = std::ranges::count(span, Outcome::deferred, &BreakLogEntry::outcome);
     data.credited = presence.credited;
+    data.content = !span.empty() || presence.held > 0 || presence.credited > 0
+                       ? ReportData::Content::some
+                   : all.empty() ? ReportData::Content::none
+                                 : ReportData::Content::noneInRange;
     data.days = daysOf(services, range);
     data.takenToday = addSec(today.eyeBreaksCompleted, today.bodyBreaksCompleted);
     data.goal = std::max<std::int64_t>((*services.settingsStore.settings()).dailyGoalBreaks, 1);

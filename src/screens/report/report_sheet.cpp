@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "screens/controls/page.h"
+#include "screens/identifier.h"
 #include "screens/report/chart_legend.h"
 #include "screens/report/day_chart.h"
 #include "screens/report/figure_label.h"
@@ -40,7 +41,7 @@ QString days(std::int64_t count) {
 }  // namespace
 
 ReportSheet::ReportSheet() : span_(makeLabel({}, "heading")) {
-    setObjectName(QStringLiteral("ostrel.report.sheet"));
+    identify(this, QStringLiteral("ostrel.report.sheet"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
@@ -55,7 +56,7 @@ ReportSheet::ReportSheet() : span_(makeLabel({}, "heading")) {
 
 Card* ReportSheet::makeChart() {
     auto* ofDay = makeLabel({});
-    ofDay->setObjectName(QStringLiteral("ostrel.report.ofDay"));
+    identify(ofDay, QStringLiteral("ostrel.report.ofDay"));
     auto* content = new QWidget;
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);

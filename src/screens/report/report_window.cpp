@@ -19,6 +19,7 @@
 #include "records/presence_tally.h"
 #include "records/streak_tracker.h"
 #include "screens/controls/page.h"
+#include "screens/identifier.h"
 #include "screens/report/empty_note.h"
 #include "screens/report/range_choice.h"
 #include "screens/report/report_export.h"
@@ -99,7 +100,7 @@ QPushButton* ReportWindow::makeExportButton() {
             [this, format = format] { exportAs(format); }, Qt::QueuedConnection);
     }
     auto* button = new QPushButton(Texts::of("report.export"));
-    button->setObjectName(QStringLiteral("ostrel.report.export"));
+    identify(button, QStringLiteral("ostrel.report.export"));
     button->setMenu(exportMenu_.get());
     button->setAutoDefault(true);  // Return opens the menu as Space does
     return button;

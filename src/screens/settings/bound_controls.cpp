@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 #include <memory>
 
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel::Bound {
@@ -48,7 +49,7 @@ void follow(QObject* owner, const SettingsStore& store,
 }
 
 void setName(QWidget* control, const char* field) {
-    control->setObjectName(QStringLiteral("ostrel.settings.") + QLatin1String(field));
+    identify(control, QStringLiteral("ostrel.settings.") + QLatin1String(field));
 }
 
 void ignoreWheel(QWidget* control) {
@@ -64,6 +65,30 @@ QString secondsText(std::int64_t seconds) {
     const std::int64_t rest = seconds % kMinuteSec;
     return rest == 0 ? Texts::of("settings.value.minutes %lld", {minutes})
                      : Texts::of("settings.value.minutes_seconds %lld %lld", {minutes, rest});
+}
+
+Soon::Soon(QObject* parent) : QObject(parent) {
+    constexpr int kBetweenMs = 250;
+    timer_.setSingleShot(true);
+    timer_.setInterval(kBetweenMs);
+    connect(&timer_, &QTimer::timeout, this, [this] { work(); });
+}
+
+Soon::~Soon() {
+    work();
+}
+
+void Soon::run(std::function<void()> act) {
+    act_ = std::move(act);
+    if (!timer_.isActive()) {
+        timer_.start();
+    }
+}
+
+void Soon::work() {
+    if (const auto act = std::exchange(act_, nullptr)) {
+        act();
+    }
 }
 
 Switch* makeSwitch(SettingsStore& store, bool SettingsModel::*field, const char* name,

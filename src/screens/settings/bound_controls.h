@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
+#include <QTimer>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -30,19 +32,35 @@ void ignoreWheel(QWidget* control);
 // "20 min", "45 s", "1 min 30 s".
 [[nodiscard]] QString secondsText(std::int64_t seconds);
 
+// Does what is asked last, a few times a second at most: each change of the settings is written to
+// the disk. What is still to be done when this goes is done then.
+class Soon : public QObject {
+  public:
+    explicit Soon(QObject* parent);
+    ~Soon() override;
+
+    void run(std::function<void()> act);
+    [[nodiscard]] bool isPending() const { return act_ != nullptr; }
+
+  private:
+    void work();
+
+    std::function<void()> act_;
+    QTimer timer_;
+};
+
 enum class Sense { straight, inverted };
 [[nodiscard]] Switch* makeSwitch(SettingsStore& store, bool SettingsModel::*field, const char* name,
                                  Sense sense = Sense::straight);
 
 // One of a list. `shown` answers the index of what the settings say.
 [[nodiscard]] Choice* makeList(SettingsStore& store, const QStringList& labels,
-                                  std::function<int(const SettingsModel&)> shown,
-                                  std::function<void(SettingsModel&, int)> choose,
-                                  const char* name);
+                               std::function<int(const SettingsModel&)> shown,
+                               std::function<void(SettingsModel&, int)> choose, const char* name);
 
 template <class T>
 [[nodiscard]] Choice* makeChoice(SettingsStore& store, T SettingsModel::*field,
-                                    std::vector<std::pair<T, QString>> choices, const char* name) {
+                                 std::vector<std::pair<T, QString>> choices, const char* name) {
     QStringList labels;
     for (const auto& choice : choices) {
         labels << choice.second;
@@ -62,6 +80,6 @@ template <class T>
 
 // A stored value that is none of the choices stands in the list as well.
 [[nodiscard]] Choice* makeSecondsChoice(SettingsStore& store, std::int64_t SettingsModel::*field,
-                                           std::span<const std::int64_t> choices, const char* name);
+                                        std::span<const std::int64_t> choices, const char* name);
 
 }  // namespace ostrel::Bound

@@ -15,22 +15,25 @@ namespace {
 
 using S = SettingsModel;
 
-constexpr int kLeastDimPercent = 20;
 constexpr int kPercent = 100;
 
 QWidget* makeDim(SettingsStore& store) {
     auto* control = new QSlider(Qt::Horizontal);
     Bound::setName(control, "overlayDimOpacity");
     Bound::ignoreWheel(control);
-    control->setRange(kLeastDimPercent, kPercent);
+    constexpr auto kRange = SettingsRanges::kOverlayDimPercent;
+    control->setRange(static_cast<int>(kRange.least), static_cast<int>(kRange.most));
     control->setFixedWidth(220);
     Bound::follow(control, store, [control](const SettingsModel& settings) {
         const QSignalBlocker quiet(control);
         control->setValue(static_cast<int>(std::lround(settings.overlayDimOpacity * kPercent)));
     });
-    QObject::connect(control, &QSlider::valueChanged, control, [&store](int percent) {
-        store.update([percent](S& settings) {
-            settings.overlayDimOpacity = static_cast<double>(percent) / kPercent;
+    auto* soon = new Bound::Soon(control);
+    QObject::connect(control, &QSlider::valueChanged, control, [&store, soon](int percent) {
+        soon->run([&store, percent] {
+            store.update([percent](S& settings) {
+                settings.overlayDimOpacity = static_cast<double>(percent) / kPercent;
+            });
         });
     });
     return control;
@@ -62,9 +65,10 @@ QWidget* makeMessages(SettingsStore& store) {
     control->setAccessibleDescription(Texts::of("settings.breaks.messages.hint"));
     control->setTabChangesFocus(true);
     control->setFixedHeight(kHeight);
+    auto* soon = new Bound::Soon(control);
     // While one types, what stands there is the record already, but for empty lines.
-    Bound::follow(control, store, [control](const SettingsModel& settings) {
-        if (linesOf(control->toPlainText()) == settings.customBreakMessages) {
+    Bound::follow(control, store, [control, soon](const SettingsModel& settings) {
+        if (soon->isPending() || linesOf(control->toPlainText()) == settings.customBreakMessages) {
             return;
         }
         QStringList lines;
@@ -74,9 +78,10 @@ QWidget* makeMessages(SettingsStore& store) {
         const QSignalBlocker quiet(control);
         control->setPlainText(lines.join(u'\n'));
     });
-    QObject::connect(control, &QPlainTextEdit::textChanged, control, [&store, control] {
-        store.update(
-            [&](S& settings) { settings.customBreakMessages = linesOf(control->toPlainText()); });
+    QObject::connect(control, &QPlainTextEdit::textChanged, control, [&store, control, soon] {
+        soon->run([&store, lines = linesOf(control->toPlainText())] {
+            store.update([&lines](S& settings) { settings.customBreakMessages = lines; });
+        });
     });
     return control;
 }
@@ -127,7 +132,7 @@ void addSound(Page& page, const SettingsServices& services) {
                                      {C::end, Texts::of("settings.breaks.chime.end")},
                                      {C::both, Texts::of("settings.breaks.chime.both")}},
                                     "chimeMode"));
-    sound->addRow(Texts::of("settings.breaks.chime.play.hint"), {}, makePlay(services));
+    sound->addRow(Texts::of("settings.breaks.chime.listen"), {}, makePlay(services));
 }
 
 }  // namespace

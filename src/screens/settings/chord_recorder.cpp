@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 
+#include "screens/chord_words.h"
 #include "screens/controls/page.h"
 #include "screens/settings/bound_controls.h"
 #include "screens/texts/texts.h"
@@ -13,15 +14,12 @@ namespace {
 struct Modifier {
     Qt::KeyboardModifier pressed;
     std::uint32_t mask;
-    const char* word;
-    const char* glyph;
 };
-// In the order in which they are written.
 constexpr Modifier kModifiers[] = {
-    {Qt::ControlModifier, HotkeyChord::kControl, "Ctrl+", "⌃"},
-    {Qt::AltModifier, HotkeyChord::kOption, "Alt+", "⌥"},
-    {Qt::ShiftModifier, HotkeyChord::kShift, "Shift+", "⇧"},
-    {Qt::MetaModifier, HotkeyChord::kCommand, "Super+", "⌘"},
+    {Qt::ControlModifier, HotkeyChord::kControl},
+    {Qt::AltModifier, HotkeyChord::kOption},
+    {Qt::ShiftModifier, HotkeyChord::kShift},
+    {Qt::MetaModifier, HotkeyChord::kCommand},
 };
 
 bool isModifier(int key) {
@@ -68,24 +66,12 @@ HotkeyChord SettingsModel::*ChordRecorder::otherField() const {
                                                        : &SettingsModel::startBreakHotkey;
 }
 
-QString ChordRecorder::words(const HotkeyChord& chord) {
-    QString words;
-    QString key = QString::fromStdString(chord.displayString);
-    for (const Modifier& modifier : kModifiers) {
-        key.remove(QString::fromUtf8(modifier.glyph));
-        if ((chord.modifiers & modifier.mask) != 0) {
-            words += QLatin1String(modifier.word);
-        }
-    }
-    return words + key;
-}
-
 void ChordRecorder::show(const SettingsModel& settings) {
     if (isRecording_) {
         return;
     }
-    say(words(settings.*field()));
-    if (settings.*field() == settings.*otherField()) {
+    say(ChordWords::of(settings.*field()));
+    if (HotkeyRouter::areSame(settings.*field(), settings.*otherField())) {
         tell(Texts::of("settings.shortcuts.equal"));
     } else {
         tell(services_.hotkeyRouter->isRegistered(action_) ? QString()
@@ -146,7 +132,6 @@ void ChordRecorder::keyPressEvent(QKeyEvent* event) {
     for (const Modifier& modifier : kModifiers) {
         if (event->modifiers().testFlag(modifier.pressed)) {
             chord.modifiers |= modifier.mask;
-            chord.displayString += modifier.glyph;
         }
     }
     if (event->key() == Qt::Key_Escape && chord.modifiers == 0) {
@@ -155,23 +140,16 @@ void ChordRecorder::keyPressEvent(QKeyEvent* event) {
     }
     constexpr std::uint32_t kNoSuchKey = 128;
     chord.keyCode = services_.virtualKeyCode(event->nativeScanCode()).value_or(kNoSuchKey);
-    chord.displayString +=
-        QKeySequence(event->key()).toString(QKeySequence::NativeText).toStdString();
+    chord.displayString =
+        ChordWords::glyphs(chord.modifiers) +
+        QKeySequence(event->key()).toString(QKeySequence::PortableText).toStdString();
     take(chord);
 }
 
 void ChordRecorder::take(const HotkeyChord& chord) {
-    using Kind = HotkeyRouter::ChordValidationResult::Kind;
-    const auto result = HotkeyRouter::validate(chord);
     const HotkeyChord& other = (*services_.settingsStore.settings()).*otherField();
-    if (result.kind == Kind::invalid) {
-        tell(Texts::of("settings.shortcuts.invalid"));
-    } else if (result.kind == Kind::collision) {
-        tell(Texts::of("settings.shortcuts.collision %@",
-                       {QString::fromLatin1(result.label.data(),
-                                            static_cast<qsizetype>(result.label.size()))}));
-    } else if (chord.keyCode == other.keyCode && chord.modifiers == other.modifiers) {
-        tell(Texts::of("settings.shortcuts.equal"));
+    if (const auto problem = HotkeyRouter::problemOf(chord, other)) {
+        tell(Texts::of(*problem));
     } else {
         services_.settingsStore.update(
             [this, &chord](SettingsModel& settings) { settings.*field() = chord; });

@@ -21,9 +21,6 @@ class ChordRecorder : public QPushButton {
     // What speaks against the keys, hidden when nothing does. Belongs to whoever places it.
     [[nodiscard]] QLabel* remark() const { return remark_; }
 
-    // The words for a chord: "Ctrl+Shift+B".
-    [[nodiscard]] static QString words(const HotkeyChord& chord);
-
   protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

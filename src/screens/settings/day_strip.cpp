@@ -3,9 +3,7 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLocale>
 #include <QPainter>
-#include <QTime>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -21,11 +19,6 @@ namespace {
 
 constexpr std::int64_t kHourSec = 3600;
 constexpr int kMinuteSec = 60;
-
-QString hourText(std::int64_t minute) {
-    return QLocale().toString(QTime(0, 0).addSecs(static_cast<int>(minute) * kMinuteSec),
-                              Texts::timeFormat());
-}
 
 }  // namespace
 
@@ -91,7 +84,7 @@ class DayStrip::Line : public QWidget {
         painter.setFont(small);
         painter.setPen(colour);
         for (std::int64_t at = 0; at <= plan_.lengthSec; at += hoursBetweenLabels() * kHourSec) {
-            const QString text = hourText(plan_.startMinute + at / kMinuteSec);
+            const QString text = Texts::timeOfMinute(plan_.startMinute + at / kMinuteSec);
             const int room = painter.fontMetrics().horizontalAdvance(text) + 2;
             const double left =
                 std::clamp(across(at) - room / 2.0, 0.0, static_cast<double>(width() - room));
@@ -120,6 +113,21 @@ DayStrip::DayStrip()
     }
     sums->addStretch();
     down->addLayout(sums);
+}
+
+void DayStrip::plan(std::function<DayPlan()> plan) {
+    plan_ = std::move(plan);
+    work();
+}
+
+void DayStrip::showEvent(QShowEvent* /*event*/) {
+    work();
+}
+
+void DayStrip::work() {
+    if (plan_ && isVisible()) {
+        show(std::exchange(plan_, nullptr)());
+    }
 }
 
 void DayStrip::show(DayPlan plan) {

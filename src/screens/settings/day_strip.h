@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 
 #include "screens/settings/day_plan.h"
 
@@ -13,11 +14,18 @@ class DayStrip : public QWidget {
   public:
     DayStrip();
 
-    void show(DayPlan plan);
+    // Shows the day that `plan` makes, which it asks for when somebody can see it.
+    void plan(std::function<DayPlan()> plan);
+
+  protected:
+    void showEvent(QShowEvent* event) override;
 
   private:
     class Line;
+    void show(DayPlan plan);
+    void work();
 
+    std::function<DayPlan()> plan_;  // still to be made
     Line* line_;
     QLabel* eye_;
     QLabel* body_;

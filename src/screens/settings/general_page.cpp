@@ -11,6 +11,7 @@
 #include "core/engine/timer_engine.h"
 #include "core/settings/document.h"
 #include "screens/controls/page.h"
+#include "screens/controls/path_label.h"
 #include "screens/settings/bound_controls.h"
 #include "screens/settings/pages.h"
 #include "screens/texts/languages.h"
@@ -19,17 +20,17 @@
 namespace ostrel {
 namespace {
 
-constexpr int kHighestGoal = 60;
+constexpr auto kGoal = SettingsRanges::kDailyGoalBreaks;
 
 NumberField* makeGoal(SettingsStore& store) {
     auto* control = new NumberField;
     Bound::setName(control, "dailyGoalBreaks");
     Bound::ignoreWheel(control);
-    control->setRange(1, kHighestGoal);
+    control->setRange(static_cast<int>(kGoal.least), static_cast<int>(kGoal.most));
     Bound::follow(control, store, [control](const SettingsModel& settings) {
         const QSignalBlocker quiet(control);
         control->setValue(
-            static_cast<int>(std::clamp<std::int64_t>(settings.dailyGoalBreaks, 1, kHighestGoal)));
+            static_cast<int>(std::clamp(settings.dailyGoalBreaks, kGoal.least, kGoal.most)));
     });
     QObject::connect(control, &QSpinBox::valueChanged, control, [&store](int goal) {
         store.update([goal](SettingsModel& settings) { settings.dailyGoalBreaks = goal; });
@@ -50,8 +51,15 @@ Card* addProgram(Page& page, SettingsStore& store) {
     using S = SettingsModel;
     using A = SettingsModel::Appearance;
     Card* program = page.addCard(Texts::of("settings.general.program"));
-    program->addRow(Texts::of("settings.general.launch_at_login"), {},
-                    Bound::makeSwitch(store, &S::launchAtLogin, "launchAtLogin"));
+    Switch* atLogin = Bound::makeSwitch(store, &S::launchAtLogin, "launchAtLogin");
+    program->addRow(Texts::of("settings.general.launch_at_login"), {}, atLogin);
+    QLabel* problem = makeLabel(Texts::of("welcome.ready.login.failed"), "warning");
+    problem->setVisible(false);
+    page.addWidget(problem);
+    // Whoever could not arrange it has taken it back by now.
+    QObject::connect(atLogin, &QCheckBox::toggled, problem, [&store, problem](bool isOn) {
+        problem->setVisible(store.settings()->launchAtLogin != isOn);
+    });
     program->addRow(Texts::of("settings.general.appearance"), {},
                     Bound::makeChoice(store, &S::appearance,
                                       {{A::system, Texts::of("settings.general.appearance.system")},
@@ -79,10 +87,11 @@ void exportTo(const QString& path, const SettingsModel& settings, const QPointer
     tell(problem, !isWritten, "settings.general.export_failed");
 }
 
-void importFrom(const QString& path, TimerEngine& engine, const QPointer<QLabel>& problem) {
+void importFrom(const QString& path, const SettingsModel& before, TimerEngine& engine,
+                const QPointer<QLabel>& problem) {
     QFile file(path);
     const bool isOpen = file.open(QIODevice::ReadOnly);
-    const auto settings = isOpen ? SettingsStore::parse(file.readAll().toStdString())
+    const auto settings = isOpen ? SettingsStore::merged(before, file.readAll().toStdString())
                                  : std::optional<SettingsModel>();
     tell(problem, !settings, "settings.general.import_failed");
     if (settings) {
@@ -90,39 +99,31 @@ void importFrom(const QString& path, TimerEngine& engine, const QPointer<QLabel>
     }
 }
 
-QPushButton* makeExport(const SettingsServices& services, QLabel* problem) {
+QPushButton* makeExport(const SettingsServices& services, const QPointer<QLabel>& problem) {
     QPushButton* button =
         makeButton("settings.general.save", QStringLiteral("ostrel.settings.export"));
-    const QPointer<QLabel> remark(problem);
-    const auto exportNow = [&store = services.settingsStore, button, remark] {
-        const SettingsStore& settings = store;
-        const QPointer<QLabel> told(remark.data());
+    QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
         const QString path = QFileDialog::getSaveFileName(
             button->window(), Texts::of("settings.general.export"),
             QStringLiteral("ostrel-settings.json"), QStringLiteral("JSON (*.json)"));
         if (!path.isEmpty()) {
-            exportTo(path, *settings.settings(), told);
+            exportTo(path, *services.settingsStore.settings(), problem);
         }
-    };
-    QObject::connect(button, &QPushButton::clicked, button, exportNow);
+    });
     return button;
 }
 
-QPushButton* makeImport(const SettingsServices& services, QLabel* problem) {
+QPushButton* makeImport(const SettingsServices& services, const QPointer<QLabel>& problem) {
     QPushButton* button =
         makeButton("settings.general.open", QStringLiteral("ostrel.settings.import"));
-    const QPointer<QLabel> remark(problem);
-    const auto importNow = [&timerEngine = services.timerEngine, button, remark] {
-        TimerEngine& engine = timerEngine;
-        const QPointer<QLabel> told(remark.data());
+    QObject::connect(button, &QPushButton::clicked, button, [&services, button, problem] {
         const QString path =
             QFileDialog::getOpenFileName(button->window(), Texts::of("settings.general.import"), {},
                                          QStringLiteral("JSON (*.json)"));
         if (!path.isEmpty()) {
-            importFrom(path, engine, told);
+            importFrom(path, *services.settingsStore.settings(), services.timerEngine, problem);
         }
-    };
-    QObject::connect(button, &QPushButton::clicked, button, importNow);
+    });
     return button;
 }
 
@@ -170,7 +171,7 @@ void addData(Page& page, const SettingsServices& services) {
         makeButton("settings.general.open_folder", QStringLiteral("ostrel.settings.open_folder"));
     QObject::connect(open, &QPushButton::clicked, open,
                      [folder] { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
-    data->addRow(Texts::of("settings.general.folder"), folder, open);
+    data->addRow(Texts::of("settings.general.folder"), makePathLabel(folder), open);
     QLabel* problem = makeLabel({}, "warning");
     problem->setVisible(false);
     data->addRow(Texts::of("settings.general.export"), {}, makeExport(services, problem));

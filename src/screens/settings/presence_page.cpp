@@ -1,7 +1,8 @@
 #include <QLabel>
 #include <QPointer>
-#include <array>
 
+#include "screens/capability_words.h"
+#include "screens/identifier.h"
 #include "screens/settings/bound_controls.h"
 #include "screens/settings/pages.h"
 #include "screens/settings/program_list.h"
@@ -11,8 +12,6 @@ namespace ostrel {
 namespace {
 
 using S = SettingsModel;
-
-constexpr std::array<std::int64_t, 5> kDeferralChoicesSec = {300, 600, 900, 1800, 3600};
 
 void addAway(Page& page, SettingsStore& store) {
     Card* away = page.addCard(Texts::of("settings.presence.away"));
@@ -39,24 +38,20 @@ void addCalls(Page& page, const SettingsServices& services) {
     calls->addWide(new ProgramList(services));
     calls->addRow(
         Texts::of("settings.presence.max_deferral"), {},
-        Bound::makeSecondsChoice(store, &S::maxDeferralSec, kDeferralChoicesSec, "maxDeferralSec"));
-}
-
-QString textOf(const char* prefix, std::string_view name) {
-    return Texts::of(prefix + std::string(name));
+        Bound::makeSecondsChoice(store, &S::maxDeferralSec, PresenceDefaults::kDeferralChoicesSec,
+                                 "maxDeferralSec"));
 }
 
 // As the system answers; on a page that may be gone by then.
 void addCapabilities(Page& page, const SettingsServices& services) {
     Card* works = page.addCard(Texts::of("settings.presence.works"));
-    works->setObjectName(QStringLiteral("ostrel.settings.capabilities"));
+    identify(works, QStringLiteral("ostrel.settings.capabilities"));
     services.findCapabilities(works, [works](const std::vector<Capability>& found) {
         for (const Capability& capability : found) {
-            const QString topic = textOf("capability.topic.", nameOf(capability.topic));
-            auto* state = makeLabel(textOf("capability.state.", nameOf(capability.state)), "hint");
+            auto* state = makeLabel(CapabilityWords::state(capability), "hint");
             state->setWordWrap(false);
-            works->addRow(
-                topic, capability.reason.empty() ? QString() : Texts::of(capability.reason), state);
+            works->addRow(CapabilityWords::topic(capability), CapabilityWords::reason(capability),
+                          state);
         }
     });
 }

@@ -31,6 +31,7 @@ ProgramList::ProgramList(const SettingsServices& services)
     QPushButton* restore = makeButton("settings.presence.calls.restore",
                                       QStringLiteral("ostrel.settings.deferAppBundleIDs.restore"));
     auto* menu = new QMenu(running);
+    menu->setToolTipsVisible(true);
     running->setMenu(menu);
 
     auto* down = new QVBoxLayout(this);
@@ -67,29 +68,53 @@ ProgramList::ProgramList(const SettingsServices& services)
                   [this](const SettingsModel& settings) { show(settings.deferAppBundleIDs); });
 }
 
-void ProgramList::show(const std::vector<std::string>& programs) {
+// What people call them; two of one name with their identifiers as well.
+QStringList ProgramList::namesOf(const std::vector<std::string>& programs) const {
     QStringList names;
     for (const std::string& program : programs) {
-        names << QString::fromStdString(program);
+        names << QString::fromStdString(services_.programName(program).value_or(program));
     }
-    QStringList shown;
+    QStringList distinct = names;
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (names.count(names[i]) > 1) {
+            distinct[i] += QStringLiteral(" (%1)").arg(
+                QString::fromStdString(programs[static_cast<std::size_t>(i)]));
+        }
+    }
+    return distinct;
+}
+
+void ProgramList::show(const std::vector<std::string>& programs) {
+    if (programs == shown_) {
+        return;
+    }
+    shown_ = programs;
+    list_->clear();
+    list_->addItems(namesOf(programs));
     for (int row = 0; row < list_->count(); ++row) {
-        shown << list_->item(row)->text();
-    }
-    if (names != shown) {
-        list_->clear();
-        list_->addItems(names);
+        const QString identifier = QString::fromStdString(programs[static_cast<std::size_t>(row)]);
+        list_->item(row)->setToolTip(identifier);
+        list_->item(row)->setData(Qt::AccessibleDescriptionRole, identifier);
     }
 }
 
 void ProgramList::offerRunning(QMenu& menu) {
     menu.clear();
     const auto& chosen = services_.settingsStore.settings()->deferAppBundleIDs;
-    for (const std::string& program : services_.runningPrograms()) {
-        if (std::ranges::find(chosen, program) == chosen.end()) {
-            menu.addAction(QString::fromStdString(program), this,
-                           [this, program] { add(program); });
-        }
+    std::vector<std::string> programs = services_.runningPrograms();
+    std::erase_if(programs, [&chosen](const std::string& program) {
+        return std::ranges::find(chosen, program) != chosen.end();
+    });
+    if (programs.empty()) {
+        menu.addAction(Texts::of("settings.presence.calls.none_running"))->setEnabled(false);
+    }
+    const QStringList names = namesOf(programs);
+    for (std::size_t i = 0; i < programs.size(); ++i) {
+        QString name = names[static_cast<qsizetype>(i)];
+        name.replace(u'&', QStringLiteral("&&"));  // else it would mark a letter
+        QAction* action =
+            menu.addAction(name, this, [this, program = programs[i]] { add(program); });
+        action->setToolTip(QString::fromStdString(programs[i]));
     }
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
+#include <string>
+#include <vector>
 
 #include "screens/settings/settings_services.h"
 
@@ -17,6 +20,7 @@ class ProgramList : public QWidget {
     explicit ProgramList(const SettingsServices& services);
 
   private:
+    [[nodiscard]] QStringList namesOf(const std::vector<std::string>& programs) const;
     void show(const std::vector<std::string>& programs);
     void offerRunning(QMenu& menu);
     void add(const std::string& program);
@@ -25,6 +29,7 @@ class ProgramList : public QWidget {
     const SettingsServices& services_;
     QListWidget* list_;
     QLineEdit* typed_;
+    std::vector<std::string> shown_;
 };
 
 }  // namespace ostrel

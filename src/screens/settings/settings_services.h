@@ -30,6 +30,8 @@ struct SettingsServices {
     std::function<void(Chime)> playChime;
     // The identifiers of the programs that have a window.
     std::function<std::vector<std::string>()> runningPrograms;
+    // What people call the program of an identifier, where that is known.
+    std::function<std::optional<std::string>(const std::string&)> programName;
     // Answers later, unless the object is gone by then.
     std::function<void(class QObject* receiver, TellCapabilities)> findCapabilities;
     // The virtual key code of the key at the place of a native scan code.

@@ -8,6 +8,7 @@
 #include <array>
 #include <utility>
 
+#include "screens/identifier.h"
 #include "screens/settings/pages.h"
 #include "screens/texts/texts.h"
 
@@ -44,7 +45,7 @@ QWidget* SettingsWindow::makeContent() {
     across->setContentsMargins(0, 0, 0, 0);
     across->setSpacing(0);
     auto* sidebar = new QListWidget;
-    sidebar->setObjectName(QStringLiteral("ostrel.sidebar"));
+    identify(sidebar, QStringLiteral("ostrel.sidebar"));
     sidebar->setAccessibleName(Texts::of("settings.pages"));
     sidebar->setFixedWidth(kSidebarWidth);
     auto* pages = new QStackedWidget;
@@ -54,7 +55,7 @@ QWidget* SettingsWindow::makeContent() {
     }
     // Where there is no status area, this is the way to its menu.
     auto* menu = new QPushButton(Texts::of("settings.menu"));
-    menu->setObjectName(QStringLiteral("ostrel.settings.menu"));
+    identify(menu, QStringLiteral("ostrel.settings.menu"));
     connect(menu, &QPushButton::clicked, this, [this] { services_.popUpMenu(); });
     auto* side = new QVBoxLayout;
     side->setContentsMargins(0, 0, 0, kSideMargin);

@@ -24,21 +24,20 @@ namespace {
 bool isBreakNear(const SettingsServices& services) {
     constexpr std::int64_t kNearSec = 60;
     const TimerState& timers = *services.timerEngine.state();
-    const bool isSoon = timers.eye.isRunning &&
+    const bool isSoon = services.settingsStore.settings()->ostrelEnabled && timers.eye.isRunning &&
                         std::min(timers.eye.remainingSec, timers.body.remainingSec) <= kNearSec;
     return isSoon || services.timerEngine.isDeferring() ||
            services.overlayManager.activeSession()->has_value();
 }
 
-// The presets as cards, the user's own values as one more when they are chosen, and the question
-// whether to switch.
+// The presets as cards, the user's own values as one more, and the question whether to switch.
 class PresetChoice : public QWidget {
   public:
     explicit PresetChoice(const SettingsServices& services);
 
   private:
-    void addCard(const PresetDefinition& preset);
-    void showOwn(const PresetDefinition& own);
+    PresetCard* addCard(const PresetDefinition& preset, const char* name);
+    void showOwn(const PresetDefinition& active);
     void choose(const PresetDefinition& preset);
     void show(const SettingsModel& settings);
     void answer(bool isSwitching);
@@ -46,7 +45,7 @@ class PresetChoice : public QWidget {
     const SettingsServices& services_;
     QVBoxLayout* cardsLayout_;
     QButtonGroup* group_;
-    std::vector<PresetCard*> cards_;
+    std::vector<PresetCard*> cards_;  // of the catalogue
     PresetCard* own_ = nullptr;
     QWidget* question_;
     PresetDefinition pending_;
@@ -62,8 +61,18 @@ PresetChoice::PresetChoice(const SettingsServices& services)
     down->setContentsMargins(0, 0, 0, 0);
     cardsLayout_->setSpacing(8);
     for (const PresetDefinition& preset : PresetCatalog::all()) {
-        addCard(preset);
+        PresetCard* card = addCard(preset, preset.id.c_str());
+        cards_.push_back(card);
+        // A screen reader checks it without a click.
+        connect(card, &QAbstractButton::toggled, this, [this, preset](bool isChosen) {
+            if (isChosen) {
+                choose(preset);
+            }
+        });
     }
+    PresetDefinition own = PresetCatalog::all().front();
+    own.id = PresetCatalog::kOwnID;
+    own_ = addCard(own, "custom");
     down->addLayout(cardsLayout_);
 
     auto* asking = new QHBoxLayout(question_);
@@ -81,19 +90,12 @@ PresetChoice::PresetChoice(const SettingsServices& services)
                   [this](const SettingsModel& settings) { show(settings); });
 }
 
-void PresetChoice::addCard(const PresetDefinition& preset) {
+PresetCard* PresetChoice::addCard(const PresetDefinition& preset, const char* name) {
     auto* card = new PresetCard(preset);
-    card->setObjectName(QStringLiteral("ostrel.settings.timing.preset.") +
-                        QString::fromStdString(preset.id));
+    card->setObjectName(QStringLiteral("ostrel.settings.timing.preset.") + QLatin1String(name));
     group_->addButton(card);
-    cards_.push_back(card);
     cardsLayout_->addWidget(card);
-    // A screen reader checks it without a click.
-    connect(card, &QAbstractButton::toggled, this, [this, preset](bool isChosen) {
-        if (isChosen) {
-            choose(preset);
-        }
-    });
+    return card;
 }
 
 void PresetChoice::choose(const PresetDefinition& preset) {
@@ -127,25 +129,16 @@ void PresetChoice::show(const SettingsModel& settings) {
     }
 }
 
-// What is not in the catalogue stands beside it while it is in use.
-void PresetChoice::showOwn(const PresetDefinition& own) {
-    const bool isShown = !PresetCatalog::find(own.id);
-    if (isShown && own_ && own_->preset() == own) {
+// What is not in the catalogue cannot be chosen by its card: the sliders choose it.
+void PresetChoice::showOwn(const PresetDefinition& active) {
+    const bool isActive = !PresetCatalog::find(active.id);
+    own_->setEnabled(isActive);
+    if (isActive) {
+        own_->show(active);
         own_->setChecked(true);
-        return;
-    }
-    delete std::exchange(own_, nullptr);
-    if (isShown) {
-        own_ = new PresetCard(own);
-        own_->setObjectName(QStringLiteral("ostrel.settings.timing.preset.custom"));
-        group_->addButton(own_);
-        cardsLayout_->addWidget(own_);
-        own_->setChecked(true);
-        connect(own_, &QAbstractButton::toggled, this, [this](bool isChosen) {
-            if (isChosen) {
-                question_->setVisible(false);
-            }
-        });
+        question_->setVisible(false);
+    } else {
+        own_->showHint(Texts::of("settings.timing.own.hint"));
     }
 }
 
@@ -159,14 +152,13 @@ Page* makeTimingPage(const SettingsServices& services) {
     Card* own = page->addCard(Texts::of("settings.timing.own"));
     auto* strip = new DayStrip;
     auto* sliders = new TimingSliders(services, *own, page);
-    page->addText(Texts::of("settings.timing.own.hint"));
     Card* merge = page->addCard({});
     merge->addRow(Texts::of("settings.timing.merge"), Texts::of("settings.timing.merge.hint"),
                   Bound::makeSwitch(store, &SettingsModel::mergeNearbyBreaks, "mergeNearbyBreaks"));
     Card* day = page->addCard(Texts::of("settings.timing.day"));
     day->addWide(strip);
     sliders->onChange([strip, &services](const SettingsModel& settings) {
-        strip->show(services.planDay(settings));
+        strip->plan([&services, settings] { return services.planDay(settings); });
     });
     return page;
 }

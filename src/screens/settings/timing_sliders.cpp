@@ -121,6 +121,10 @@ void TimingSliders::show(const SettingsModel& settings) {
 
 SettingsModel TimingSliders::asTheyStand() const {
     SettingsModel settings = *services_.settingsStore.settings();
+    const PresetDefinition active = PresetCatalog::active(settings);
+    if (rows_[0].valueSec != active.eyeIntervalSec || rows_[2].valueSec != active.bodyIntervalSec) {
+        settings.activePresetID = PresetCatalog::kOwnID;
+    }
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         settings.*kKinds[i].field = rows_[i].valueSec;
     }

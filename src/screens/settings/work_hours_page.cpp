@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "screens/settings/bound_controls.h"
 #include "screens/settings/pages.h"
@@ -16,7 +17,9 @@ constexpr int kSecondsAMinute = 60;
 constexpr int kDaysAWeek = 7;
 
 QTime timeOf(std::int64_t minute) {
-    return QTime(0, 0).addSecs(static_cast<int>(minute) * kSecondsAMinute);
+    constexpr std::int64_t kLastMinute = 1439;
+    const auto shown = static_cast<int>(std::clamp<std::int64_t>(minute, 0, kLastMinute));
+    return QTime(0, 0).addSecs(shown * kSecondsAMinute);
 }
 
 TimeField* makeTime(SettingsStore& store, std::int64_t SettingsModel::*field, const char* name) {

@@ -1,22 +1,19 @@
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
-#include <QPixmap>
 #include <QPushButton>
-#include <QTime>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <string>
 
-#include "base/enum_names.h"
 #include "core/engine/timer_engine.h"
 #include "core/settings/preset_catalog.h"
 #include "core/settings/settings_store.h"
+#include "screens/capability_words.h"
+#include "screens/controls/icon_label.h"
 #include "screens/controls/page.h"
 #include "screens/controls/preset_card.h"
 #include "screens/controls/switch.h"
-#include "screens/status_icon.h"
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 #include "screens/texts/time_format.h"
 #include "screens/welcome/figure_picture.h"
@@ -56,36 +53,19 @@ Page* makePage(const char* titleKey, const char* textKey) {
 }
 
 // As it looks in the panel.
-QLabel* makeIcon(int side) {
+QLabel* makeIcon() {
     StatusIcon::Face face;
     face.label = QLocale().toString(12);
     face.ringSteps = StatusIcon::Face::kRingSteps * 3 / 5;
-    const double scale = qGuiApp->devicePixelRatio();
-    QPixmap picture = StatusIcon::draw(face, static_cast<int>(side * scale));
-    picture.setDevicePixelRatio(scale);
-    auto* label = new QLabel;
-    label->setPixmap(picture);
-    label->setFixedSize(side, side);
-    return label;
-}
-
-QString timeOfDay(std::int64_t minute) {
-    constexpr std::int64_t kDay = 1440;
-    const QTime time = QTime(0, 0).addSecs(static_cast<int>(minute % kDay) * 60);
-    return QLocale().toString(time, Texts::timeFormat());
-}
-
-QString textOf(const char* prefix, std::string_view name) {
-    return Texts::of(prefix + std::string(name));
+    return makeIconLabel(face, kIconSide);
 }
 
 void addCapability(Card& card, const Capability& capability) {
-    QLabel* state = makeLabel(textOf("capability.state.", nameOf(capability.state)),
+    QLabel* state = makeLabel(CapabilityWords::state(capability),
                               capability.state == Capability::State::works ? "hint" : "warning");
     state->setWordWrap(false);
     state->setAccessibleName(state->text());
-    card.addRow(textOf("capability.topic.", nameOf(capability.topic)),
-                capability.reason.empty() ? QString() : Texts::of(capability.reason), state);
+    card.addRow(CapabilityWords::topic(capability), CapabilityWords::reason(capability), state);
 }
 
 }  // namespace
@@ -107,10 +87,7 @@ Page* WelcomeWindow::makeWhatPage() {
     card->addWide(choice);
 
     auto* sample = new QPushButton(Texts::of("welcome.sample.show"));
-    sample->setObjectName(QStringLiteral("ostrel.welcome.sample"));
-#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
-    sample->setAccessibleIdentifier(sample->objectName());
-#endif
+    identify(sample, QStringLiteral("ostrel.welcome.sample"));
     connect(sample, &QPushButton::clicked, this, [this] { services_.showSampleBreak(); });
     auto* row = new QWidget;
     auto* across = new QHBoxLayout(row);
@@ -131,11 +108,8 @@ Page* WelcomeWindow::makeRhythmPage() {
     column->setSpacing(10);
     for (const PresetDefinition& preset : PresetCatalog::all()) {
         auto* card = new PresetCard(preset);
-        card->setObjectName(QStringLiteral("ostrel.welcome.preset.") +
-                            QString::fromStdString(preset.id));
-#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
-        card->setAccessibleIdentifier(card->objectName());
-#endif
+        identify(card,
+                 QStringLiteral("ostrel.welcome.preset.") + QString::fromStdString(preset.id));
         connect(card, &QAbstractButton::toggled, this, [this, card](bool isChosen) {
             const auto& active = services_.settingsStore.settings()->activePresetID;
             if (isChosen && active != card->preset().id) {
@@ -183,14 +157,14 @@ Page* WelcomeWindow::makeReadyPage() {
     Page* page = makePage("welcome.ready.title", "welcome.ready.text");
     Card* card = page->addCard({});
     const SettingsModel& settings = *services_.settingsStore.settings();
-    card->addRow(
-        Texts::of("welcome.ready.work_hours"),
-        Texts::of("welcome.ready.work_hours.hint %@ %@", {timeOfDay(settings.workHoursStartMinute),
-                                                          timeOfDay(settings.workHoursEndMinute)}),
-        makeSwitch(
-            "ostrel.welcome.work_hours",
-            [](const SettingsModel& current) { return current.workHoursEnabled; },
-            chooser(&SettingsModel::workHoursEnabled)));
+    card->addRow(Texts::of("welcome.ready.work_hours"),
+                 Texts::of("welcome.ready.work_hours.hint %@ %@",
+                           {Texts::timeOfMinute(settings.workHoursStartMinute),
+                            Texts::timeOfMinute(settings.workHoursEndMinute)}),
+                 makeSwitch(
+                     "ostrel.welcome.work_hours",
+                     [](const SettingsModel& current) { return current.workHoursEnabled; },
+                     chooser(&SettingsModel::workHoursEnabled)));
     card->addRow(Texts::of("welcome.ready.login"), {},
                  makeSwitch(
                      "ostrel.welcome.login",
@@ -200,7 +174,7 @@ Page* WelcomeWindow::makeReadyPage() {
     loginFailed_->hide();
     page->addWidget(loginFailed_);
 
-    QWidget* scene = makeScene(makeIcon(kIconSide), Texts::of("welcome.ready.where"),
+    QWidget* scene = makeScene(makeIcon(), Texts::of("welcome.ready.where"),
                                Texts::of("welcome.ready.where.panel"));
     where_ = scene->findChildren<QLabel*>().last();
     page->addCard({})->addWide(scene);

@@ -14,6 +14,7 @@
 #include "core/settings/settings_store.h"
 #include "screens/controls/page.h"
 #include "screens/controls/switch.h"
+#include "screens/identifier.h"
 #include "screens/texts/texts.h"
 #include "screens/welcome/step_dots.h"
 
@@ -126,10 +127,7 @@ void WelcomeWindow::closeEvent(QCloseEvent* event) {
 Switch* WelcomeWindow::makeSwitch(const char* name, IsOn isOn,
                                   std::function<void(bool isOn)> choose) {
     auto* made = new Switch;
-    made->setObjectName(QString::fromLatin1(name));
-#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
-    made->setAccessibleIdentifier(made->objectName());
-#endif
+    identify(made, QString::fromLatin1(name));
     // A screen reader switches it without a click.
     connect(made, &QCheckBox::toggled, this, std::move(choose));
     refreshers_.emplace_back([made, isOn = std::move(isOn)](const SettingsModel& settings) {

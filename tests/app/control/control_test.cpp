@@ -11,6 +11,8 @@
 namespace ostrel {
 namespace {
 
+using Outcome = BreakLogEntry::Outcome;
+
 constexpr const char* kZone = "Europe/Berlin";
 
 // The running program, and what its environment does.
@@ -132,6 +134,25 @@ TEST_F(ControlTest, APostponePutsOffWhatIsOnTheScreenOrElseWhatComesNext) {
     EXPECT_FALSE(statusJson().contains("breakOnScreen"));
 }
 
+TEST_F(ControlTest, ABreakWhoseTimeIsUpIsOverThoughItsCardStillStands) {
+    setUp([](SettingsModel& changed) { changed.eyePresentation = BreakPresentation::gentle; });
+    showBreak();
+    run(119);
+    platform.inputIdle.setReading([] { return 119; });
+    run(1.5);
+    EXPECT_TRUE(statusJson().contains("breakOnScreen"));
+    EXPECT_EQ(inShort(control.skip()), "refused cli.refused.over");
+    platform.inputIdle.setReading([] { return 0; });
+    run(10);
+    showBreak();
+    run(125);
+    EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.over");
+    EXPECT_EQ(statusJson()["canPostpone"], true);
+    // The answer to its question.
+    EXPECT_EQ(inShort(control.skip()), "done");
+    EXPECT_EQ(log(), (Events{"eye autoFadeOut", "eye skipped"}));
+}
+
 TEST_F(ControlTest, APostponeIsNotSpentOnABreakThatDoesNotCome) {
     control.pause("30m");
     EXPECT_EQ(inShort(control.postpone()), "refused cli.refused.paused");
@@ -169,7 +190,9 @@ TEST_F(ControlTest, AnImportIsTakenAsAStoredDocumentIs) {
     run(100);
     EXPECT_EQ(inShort(control.importSettings("[1]")), "invalid cli.error.document");
     EXPECT_EQ(inShort(control.importSettings("{")), "invalid cli.error.document");
-    // What cannot be read keeps its default, and so does what is missing.
+    EXPECT_EQ(inShort(control.importSettings(R"({"days":[]})")), "invalid cli.error.document");
+    environment.settingsStore().update([](SettingsModel& model) { model.hasOnboarded = true; });
+    // What cannot be read gets its default; what is missing stays.
     EXPECT_EQ(inShort(control.importSettings(R"({"activePresetID":"own","dailyGoalBreaks":"nine",
         "eyeBreakIntervalSec":100,"bodyBreakIntervalSec":3000,"strictMode":true})")),
               "done");
@@ -186,26 +209,41 @@ TEST_F(ControlTest, AnImportIsTakenAsAStoredDocumentIs) {
               "done");
     EXPECT_EQ(settings().eyeBreakDurationSec, 90);
     EXPECT_EQ(left(), (std::vector<std::int64_t>{900, 2400}));
+    EXPECT_TRUE(settings().strictMode);
+    EXPECT_EQ(inShort(control.importSettings(R"({"hasOnboarded":false})")), "done");
+    EXPECT_TRUE(settings().hasOnboarded) << "nobody is welcomed twice";
 }
 
 TEST_F(ControlTest, TheReportHasTheFiguresAndADayEach) {
     const WallTime before = platform.runLoop.wallNow() - wallSec(std::int64_t{8} * 86'400);
-    environment.breakLog().append({seededUuids(2)(), before, before, BreakKind::body,
-                                   BreakLogEntry::Outcome::skipped, 0, 300});
+    const MakeUuid uuids = seededUuids(2);
+    for (const auto outcome : {Outcome::skipped, Outcome::deferred, Outcome::deferred}) {
+        environment.breakLog().append({uuids(), before, before, BreakKind::body, outcome, 0, 300});
+    }
+    setUp([](SettingsModel& changed) { changed.dailyGoalBreaks = 1; });
     beginMeeting();
     run(1201);
     environment.timerEngine().markUserReturned(300);
     showBreak();
     run(130);
     EXPECT_EQ(inShort(control.report("yearly", "json")), "invalid cli.error.range %@");
-    for (const auto& [range, days] : {std::pair{"weekly", 7U}, {"monthly", 30U}, {"full", 60U}}) {
+    const struct {
+        const char* range;
+        std::size_t days;
+        std::int64_t dropped;
+    } ranges[] = {{"weekly", 7, 0}, {"monthly", 30, 2}, {"full", 60, 2}};
+    for (const auto& [range, days, dropped] : ranges) {
         const Json json = parseJson(control.report(range, "json").text).value();
         const auto report = JsonCodec<ControlReport>::decode(json);
         ASSERT_TRUE(report);
         EXPECT_EQ(report->days.size(), days);
         EXPECT_EQ(report->eyeFadedOut, 1);
         EXPECT_EQ(report->held, 1);
+        EXPECT_EQ(report->dropped, dropped) << range;
         EXPECT_EQ(report->credited, 2);
+        EXPECT_EQ(report->dailyGoalBreaks, 1);
+        EXPECT_EQ(report->streakDays, 1);
+        EXPECT_EQ(report->longestStreakDays, 1);
         EXPECT_EQ(json["days"].back(), parseJson(R"({"day":"2026-03-09","eye":0,"body":0})"));
     }
     const std::string csv = control.report("weekly", "csv").text;

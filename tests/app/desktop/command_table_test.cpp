@@ -49,6 +49,18 @@ TEST(CommandTable, TakesACommandLineApart) {
         {"settings import -", "settings import <->"},
         {"settings import -- --odd", "settings import <--odd>"},
         {"nap", "cli.error.unknown_command %@"},
+        {"simulate --seed 5 day.json", "simulate --seed=5 <day.json>"},
+        {"simulate --seed=5 -", "simulate --seed=5 <->"},
+        {"simulate --seed day.json", "cli.error.missing %@"},
+        {"simulate --nap day.json", "cli.error.unexpected %@ %@"},
+        {"simulate one.json two.json", "cli.error.unexpected %@ %@"},
+        {"--demo", "--demo"},
+        {"--demo --screenshots x", "--demo --screenshots=x"},
+        {"--screenshots=x --demo", "--demo --screenshots=x"},
+        {"--demo --screenshots", "cli.error.missing %@"},
+        {"--demo now", "cli.error.unexpected %@ %@"},
+        {"--screenshots x", "cli.error.screenshots"},
+        {"--screenshots", "cli.error.screenshots"},
     };
     for (const auto& [words, expected] : cases) {
         EXPECT_EQ(parsed(words), expected) << words;
@@ -79,6 +91,11 @@ TEST(CommandTable, CompletionsAreWhatMayFollow) {
               (Words{"ink", "black", "navy", "sage"}));
     EXPECT_EQ(offered({"settings", "set", "languageRaw", "d"}), (Words{"de"}));
     EXPECT_EQ(offered({"settings", "import", "x"}), (Words{":file"}));
+    EXPECT_EQ(offered({"simulate", ""}), (Words{"--seed", ":file"}));
+    EXPECT_EQ(offered({"simulate", "--seed", ""}), Words{});
+    EXPECT_EQ(offered({"simulate", "--seed", "5", ""}), (Words{":file"}));
+    EXPECT_EQ(offered({"--demo", ""}), (Words{"--screenshots"}));
+    EXPECT_EQ(offered({"--demo", "--screenshots", ""}), (Words{":file"}));
     EXPECT_EQ(offered({"nap", ""}), Words{});
 }
 

@@ -58,6 +58,17 @@ TEST_F(StoredDocumentsTest, LookingChangesNothingOnTheDisk) {
     EXPECT_EQ(files(), before);
 }
 
+TEST_F(StoredDocumentsTest, TheReportHasGoalAndStreakAsTheRunningProgramWould) {
+    write("ostrel.settings.v1.json", R"({"dailyGoalBreaks":3})");
+    write("ostrel.streak.v1.json", R"({"earlierDays":0,"longestDays":5,"recent":[]})");
+    const auto before = files();
+    const Json report = parseJson(documents.report("weekly", "json").text).value();
+    EXPECT_EQ(report["dailyGoalBreaks"], 3);
+    EXPECT_EQ(report["streakDays"], 0);
+    EXPECT_EQ(report["longestStreakDays"], 5);
+    EXPECT_EQ(files(), before);
+}
+
 TEST_F(StoredDocumentsTest, ADiskThatTakesNothingIsToldOf) {
     std::ofstream(folder) << "no folder";
     EXPECT_EQ(setStrict().reason.key, "cli.error.not_saved %@");

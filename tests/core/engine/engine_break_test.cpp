@@ -87,4 +87,21 @@ TEST_F(EngineBreakTest, BodyBreakThatTakesAnEyeBreakInOpensWhereTheMeetingIsOver
     EXPECT_EQ(bench.take(), Events{}) << "one break, once";
 }
 
+TEST_F(EngineBreakTest, TheEndOfAMeetingOpensNoBreakOfAnEarlierHold) {
+    bench.meetingActive = true;
+    TimerEngine& engine = bench.launch(1000, 9000);
+    bench.run(1000);
+    const auto first = std::exchange(bench.meetingCompletions, {});
+    ASSERT_EQ(first.size(), 1U);
+    engine.startNow(BreakKind::eye);
+    bench.run(1000);
+    EXPECT_EQ(bench.take(), (Events{"1000 toast held", "1000 hold of eye cancelled",
+                                    "1000 open eye +0", "2000 toast held"}));
+    bench.meetingActive = false;
+    first.front()();
+    EXPECT_EQ(bench.take(), Events{});
+    bench.finishMeetings();
+    EXPECT_EQ(bench.take(), (Events{"2000 hold of eye opened", "2000 open eye +0"}));
+}
+
 }  // namespace ostrel

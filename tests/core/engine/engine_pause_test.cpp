@@ -64,4 +64,25 @@ TEST_F(EnginePauseTest, ForgottenPauseIsRemindedOfOnlyWhileTheUserHoldsIt) {
     EXPECT_EQ(bench.take(), (Events{"1000 remind in 2600"})) << "left to the system to deliver";
 }
 
+TEST_F(EnginePauseTest, ANewReasonTakesEverythingOffTheScreenAndTheSameOneAgainNothing) {
+    bench.setUp([](SettingsModel& settings) { settings.breakSoonLeadSec = 60; });
+    TimerEngine& engine = bench.launch(1000, 5000);
+    int closings = 0;
+    const Subscription counting =
+        engine.shouldCloseOverlayForPause.subscribe([&closings] { ++closings; });
+    bench.run(950);
+    for (const auto& [reason, expected] : {std::pair{PauseReason::schedule, 1},
+                                           {PauseReason::schedule, 1},
+                                           {PauseReason::focus, 2},
+                                           {PauseReason::user, 3},
+                                           {PauseReason::focus, 3},
+                                           {PauseReason::user, 4}}) {
+        engine.pause(reason);
+        EXPECT_EQ(closings, expected) << nameOf(reason);
+    }
+    EXPECT_EQ(bench.take(),
+              (Events{"940 soon eye 60 or later", "950 remind in 3600", "950 soon withdrawn",
+                      "950 remind in 3600", "950 remind in 3600"}));
+}
+
 }  // namespace ostrel

@@ -62,6 +62,12 @@ TEST_F(AutostartLoginItemTest, AnyPathIsOneArgumentOfTheCommandLine) {
     }
 }
 
+TEST_F(AutostartLoginItemTest, TellsWhatItIsForInTheLanguagesOfTheDesktopFile) {
+    EXPECT_TRUE(item().setEnabled(true));
+    EXPECT_TRUE(hasLine("Comment=Reminds you to rest your eyes and to get up"));
+    EXPECT_TRUE(hasLine("Comment[de]=Erinnert dich daran, die Augen auszuruhen und aufzustehen"));
+}
+
 TEST_F(AutostartLoginItemTest, ReadsWhatTheDesktopsToolsMakeOfTheFile) {
     const std::string entry = "[Desktop Entry]\nType=Application\nExec=ostrel\n";
     const struct {

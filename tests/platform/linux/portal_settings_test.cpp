@@ -74,8 +74,9 @@ TEST_F(PortalSettingsTest, EveryDesktopsWishForLittleMotionIsUnderstood) {
     }
 }
 
-TEST_F(PortalSettingsTest, APortalThatAppearsLaterIsAskedAndItsChangesAreFollowed) {
-    const PortalSettings source(bus.connection(kClientName));
+TEST_F(PortalSettingsTest, APortalThatAppearsLaterOnANewBusIsAskedAndItsChangesAreFollowed) {
+    PortalSettings source(QDBusConnection("none"));
+    source.adopt(bus.connection(kClientName));
     const PortalAppearanceSettings settings(source);
     int changes = 0;
     const Subscription counting = settings.changed.subscribe([&changes] { ++changes; });

@@ -150,8 +150,24 @@ TEST_F(LoginInhibitorsTest, ItsAnnouncementsAreFollowedAndItsEndEndsAll) {
                               {{"BlockInhibited", "idle"}});
         EXPECT_TRUE(becomes(isThere ? Holders{200} : Holders{}));
     }
+    inhibitors = {{"idle", "block", 200}, {"idle", "block", 300}};
+    loop.runFor(std::chrono::seconds(LinuxPowerAssertions::kAskAgainSec));
+    EXPECT_TRUE(becomes({200, 300})) << "one more of a kind, which nobody announces";
     login.reset();
     EXPECT_TRUE(becomes({}));
+}
+
+TEST_F(LoginInhibitorsTest, AllOfASandboxCountsForItCallsByAProxy) {
+    for (const int process : {100, 200, 300}) {
+        processes.add(process, {1, process, 0});
+        processes.write(process, "root/.flatpak-info",
+                        process == 300 ? "[Application]\nname=org.example.Other\n"
+                                       : "[Application]\nname=org.example.Player\n");
+    }
+    inhibitors = {{"idle", "block", 100}};
+    appear();
+    launch();
+    EXPECT_TRUE(becomes({100, 200}));
 }
 
 struct SessionManagerTest : PowerAssertionsTest {
@@ -209,17 +225,22 @@ TEST_F(SessionManagerTest, TheProgramsThatKeepTheSessionBusyCountWhileTheyDo) {
     session.settle("manager", "settler");
     settle();
     EXPECT_EQ(holders(), Holders{200});
+    processes.add(400, {1, 400, 0});
+    processes.write(400, "root/.flatpak-info", "[Application]\nname=org.example.Player\n");
+    hold("/i/6", {"org.example.Player", 8});
+    EXPECT_TRUE(becomes({200, 400})) << "in a sandbox it is called by its identifier";
     manager.reset();
     EXPECT_TRUE(becomes({}));
 }
 
-TEST(MediaPlayersTest, TheNameOfAFileTellsWhetherItIsMusic) {
-    for (const char* music : {"file:///a%20song.MP3", "https://example.org/a.ogg?from=1",
-                              "/songs/Symphony #5.flac", "/songs/Why?.mp2"}) {
-        EXPECT_TRUE(MediaPlayers::isMusic(music)) << music;
+TEST(MediaPlayersTest, TheNameOfAFileTellsWhetherItIsAFilm) {
+    for (const char* film : {"file:///a%20film.MKV", "https://example.org/a.ogv?from=1",
+                             "/films/Symphony #5.webm", "/films/Why?.mp4"}) {
+        EXPECT_TRUE(MediaPlayers::isFilm(film)) << film;
     }
-    for (const char* other : {"https://example.org/watch?v=a.mp3", "/a.mp3/film.webm", ""}) {
-        EXPECT_FALSE(MediaPlayers::isMusic(other)) << other;
+    for (const char* other : {"https://example.org/watch?v=a.mkv", "/a.mkv/song.mp3",
+                              "https://example.org/stream", ""}) {
+        EXPECT_FALSE(MediaPlayers::isFilm(other)) << other;
     }
 }
 
@@ -289,13 +310,13 @@ TEST_F(MediaPlayersOnBusTest, AVideoPlayerDoesNotCountWhileItPlaysMusic) {
     settle();
     EXPECT_EQ(holders(), Holders());
     const QVariantMap music = metadata();
-    const QVariantMap film{{"xesam:url", "https://example.org/watch?v=song.mp3"}};
+    const QVariantMap film{{"xesam:url", "file:///films/film.mp4"}};
     for (const QVariant& other :
-         {QVariant(film), QVariant(url), QVariant(7), QVariant(QVariantList{music})}) {
+         {QVariant(music), QVariant("film.mp4"), QVariant(7), QVariant(QVariantList{film})}) {
+        change(*both, {{kMetadata, film}});
+        EXPECT_TRUE(becomes(kUs));
         change(*both, {{kMetadata, other}});
-        EXPECT_TRUE(becomes(kUs)) << other.typeName() << ": what makes no sense is no music";
-        change(*both, {}, {kMetadata});
-        EXPECT_TRUE(becomes({}));
+        EXPECT_TRUE(becomes({})) << other.typeName() << ": what makes no sense is no film";
     }
 }
 

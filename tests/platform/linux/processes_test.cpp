@@ -41,7 +41,7 @@ TEST(ApplicationIdentifierTest, TheFirstNameThatIsKnownCountsAndASandboxByItsOwn
     const struct {
         std::optional<int> process;
         Names names;
-        const char* identifier;
+        const char* identifier = "";
     } cases[] = {
         {kFlatpak, all, "org.example.Player"},
         {kFlatpak, web, "com.google.Chrome.app.abcdefghijklmnopabcdefghijklmnop"},

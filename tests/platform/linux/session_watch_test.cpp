@@ -68,15 +68,17 @@ TEST_F(SessionWatchTest, LockThatIsThereAtTheStartCountsUntilTheLoginManagerIsGo
     EXPECT_TRUE(becomes(true));
 }
 
-TEST_F(SessionWatchTest, EveryDesktopsScreenSaverCounts) {
+TEST_F(SessionWatchTest, EveryDesktopsScreenSaverCountsOnANewBus) {
     start();
+    PrivateBus next;
+    watch->adopt(next.connection("next-watch"));
     for (const char* name :
          {"org.gnome.ScreenSaver", "org.freedesktop.ScreenSaver", "org.xfce.ScreenSaver",
           "org.mate.ScreenSaver", "org.cinnamon.ScreenSaver"}) {
         SCOPED_TRACE(name);
         const QString service = name;
         const QString path = u'/' + QString(service).replace(u'.', u'/');
-        std::optional<FakeBusService> saver(std::in_place, bus, "saver", service);
+        std::optional<FakeBusService> saver(std::in_place, next, "saver", service);
         saver->answer("GetActive", {true});
         saver->appear();
         EXPECT_TRUE(becomes(false)) << "active when it appears";

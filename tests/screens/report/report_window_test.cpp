@@ -234,7 +234,7 @@ TEST_F(ReportWindowTest, FollowsTheRecordsAndStaysWithTheDayThatIsLookedAt) {
     }
     ASSERT_TRUE(runUntil([this] { return figure("Ended by themselves") == "2"; }));
     EXPECT_EQ(figure("Breaks today, of your goal"), "2 of 2");
-    EXPECT_EQ(figure("In a row with the goal reached"), "1 day");
+    EXPECT_EQ(figure("Current streak"), "1 day");
     EXPECT_EQ(focused(), 5U);
     tally.countCredited();
     ASSERT_TRUE(runUntil([this] { return figure("Counted while away") == "1"; }));

@@ -4,44 +4,30 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSlider>
+#include <QSpinBox>
+#include <QTimeEdit>
+#include <algorithm>
 #include <set>
 
-#include "app/environment/app_environment.h"
-#include "app/simulator/virtual_platform.h"
-#include "base/uuid.h"
-#include "platform/calendar/local_time.h"
 #include "screens/gui.h"
 #include "screens/overflow.h"
 #include "screens/settings/chord_recorder.h"
+#include "screens/settings/settings_bench.h"
 #include "screens/texts/languages.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
 namespace {
 
-struct SettingsWindowTest : ::testing::Test {
-    VirtualPlatform platform{"UTC", wallTimeOf({{2026, 3, 2}, 10, 0, 0}, "UTC")};
-    AppEnvironment environment{platform.platform(seededUuids(1))};
+struct SettingsWindowTest : ::testing::Test, SettingsBench {
     SettingsWindow* window = nullptr;
 
     SettingsWindowTest() {
-        environment.launch();
-        environment.hotkeyRouter()->setActive(true);
-        window = new SettingsWindow(
-            {store(), engine(), environment.overlayManager(), environment.hotkeyRouter(),
-             [](const SettingsModel& /*settings*/) {
-                 return DayPlan{540, 28'800, {{BreakKind::eye, 1200, 120}}};
-             },
-             [](SettingsServices::Chime /*chime*/) {},
-             [] { return std::vector<std::string>{"org.gnome.Editor"}; },
-             [](QObject*, const SettingsServices::TellCapabilities& tell) {
-                 tell({{Capability::Topic::chimes, Capability::State::missing,
-                        "capability.reason.sound_server"}});
-             },
-             [](std::uint32_t scanCode) { return std::optional(scanCode); }, [] {},
-             "/home/anna/.config/ostrel"});
+        window = new SettingsWindow(services());
         window->present();
     }
     ~SettingsWindowTest() override {
@@ -61,17 +47,24 @@ struct SettingsWindowTest : ::testing::Test {
         return control;
     }
     void click(const char* name) { find(name)->click(); }
+    static void sendTo(QWidget& control, int key, const char* text = "") {
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, Qt::NoModifier, QString::fromLatin1(text));
+            QCoreApplication::sendEvent(&control, &event);
+        }
+    }
     // Half a second off the ticks.
     void run(int seconds) {
         platform.runLoop.runUpTo(platform.runLoop.now() +
                                  std::chrono::milliseconds(seconds * 1000 + 500));
     }
-    SettingsStore& store() { return environment.settingsStore(); }
-    const SettingsModel& settings() { return *store().settings(); }
     TimerEngine& engine() { return environment.timerEngine(); }
 };
 
 constexpr int kTiming = 0;
+constexpr int kBreaks = 1;
+constexpr int kWorkHours = 3;
+constexpr int kPresence = 2;
 constexpr int kShortcuts = 5;
 constexpr int kGeneral = 6;
 constexpr int kPages = 7;
@@ -107,6 +100,83 @@ TEST_F(SettingsWindowTest, AnotherPresetIsAskedAboutWhileABreakIsNear) {
     click("timing.switch");
     EXPECT_EQ(settings().activePresetID, "strict");
     EXPECT_EQ(engine().state()->eye.remainingSec, 900);
+}
+
+TEST_F(SettingsWindowTest, TheUsersOwnTimingIsPlannedWhileASliderMovesAndLeftByTheKeyboard) {
+    open(kTiming);
+    run(0);
+    auto* slider = find<QSlider>("eyeBreakIntervalSec");
+    const int height = slider->mapTo(window, QPoint()).y();
+    slider->setSliderDown(true);
+    slider->setValue(660);
+    EXPECT_TRUE(runUntil([this] { return planned.back().eyeIntervalSec == 660; }));
+    EXPECT_EQ(settings().activePresetID, "standard");
+    slider->setSliderDown(false);
+    EXPECT_EQ(settings().activePresetID, "custom");
+    runFor(std::chrono::milliseconds(200));
+    EXPECT_EQ(slider->mapTo(window, QPoint()).y(), height) << "it stays under the pointer";
+    auto* own = find("timing.preset.custom");
+    EXPECT_TRUE(own->isChecked());
+    own->setFocus();
+    sendTo(*own, Qt::Key_Up);
+    EXPECT_EQ(settings().activePresetID, "strict");
+    EXPECT_FALSE(own->isEnabled());
+
+    const std::size_t seen = planned.size();
+    open(kGeneral);
+    store().update([](SettingsModel& s) { s.strictMode = true; });
+    runFor(std::chrono::milliseconds(200));
+    EXPECT_EQ(planned.size(), seen) << "no day for nobody";
+}
+
+TEST_F(SettingsWindowTest, WhatIsTypedCountsWhenItIsWhole) {
+    open(kGeneral);
+    auto* goal = find<QSpinBox>("dailyGoalBreaks");
+    goal->selectAll();
+    sendTo(*goal, Qt::Key_1, "1");
+    sendTo(*goal, Qt::Key_2, "2");
+    EXPECT_EQ(settings().dailyGoalBreaks, 6);
+    sendTo(*goal, Qt::Key_Return);
+    EXPECT_EQ(settings().dailyGoalBreaks, 12);
+
+    store().update([](SettingsModel& s) { s.workHoursEnabled = true; });
+    open(kWorkHours);
+    auto* until = find<QTimeEdit>("workHoursEndMinute");
+    until->setCurrentSection(QDateTimeEdit::HourSection);
+    until->setSelectedSection(QDateTimeEdit::HourSection);
+    sendTo(*until, Qt::Key_1, "1");
+    EXPECT_EQ(settings().workHoursEndMinute, 1080);
+
+    open(kBreaks);
+    auto* messages = find<QPlainTextEdit>("customBreakMessages");
+    messages->setPlainText("Breathe");
+    store().update([](SettingsModel& s) { s.strictMode = true; });
+    EXPECT_EQ(messages->toPlainText(), "Breathe") << "not yet stored, and not taken away";
+    EXPECT_TRUE(runUntil([this] { return settings().customBreakMessages.size() == 1; }));
+}
+
+TEST_F(SettingsWindowTest, ALoginItemThatCannotBeArrangedIsSaid) {
+    open(kGeneral);
+    const auto remarks = [this] {
+        int count = 0;
+        for (const auto* label : window->findChildren<QLabel*>()) {
+            count += label->isVisible() && label->text() == Texts::of("welcome.ready.login.failed")
+                         ? 1
+                         : 0;
+        }
+        return count;
+    };
+    click("launchAtLogin");
+    EXPECT_EQ(remarks(), 0);
+    click("launchAtLogin");
+    const Subscription refusal = store().settings().onChange([this](const SettingsModel& changed) {
+        if (changed.launchAtLogin) {
+            store().update([](SettingsModel& s) { s.launchAtLogin = false; });
+        }
+    });
+    click("launchAtLogin");
+    EXPECT_EQ(remarks(), 1);
+    EXPECT_FALSE(find("launchAtLogin")->isChecked());
 }
 
 TEST_F(SettingsWindowTest, ControlsFollowWhoeverChangesTheSettings) {
@@ -170,6 +240,31 @@ TEST_F(SettingsWindowTest, TheRecorderTakesOnlyWhatIsValidAndFree) {
     EXPECT_EQ(settings().startBreakHotkey.keyCode, 40U) << "Escape keeps the old ones";
 }
 
+TEST_F(SettingsWindowTest, ProgramsAreShownByNameAndOfferedOnce) {
+    open(kPresence);
+    store().update([](SettingsModel& settings) {
+        settings.deferAppBundleIDs = {"org.example.Call", "com.other"};
+    });
+    const auto* list = find<QListWidget>("deferAppBundleIDs");
+    EXPECT_EQ(list->item(0)->text(), "Call");
+    EXPECT_EQ(list->item(0)->toolTip(), "org.example.Call");
+    EXPECT_EQ(list->item(1)->text(), "com.other") << "nobody knows its name";
+
+    const auto offered = [this] {
+        QMenu* menu = find<QPushButton>("deferAppBundleIDs.pick")->menu();
+        Q_EMIT menu->aboutToShow();
+        return menu->actions();
+    };
+    running = {"org.example.Call", "org.example.Pen & Ink"};
+    ASSERT_EQ(offered().size(), 1);
+    EXPECT_EQ(offered().front()->text(), "Pen && Ink");
+    offered().front()->trigger();
+    EXPECT_EQ(settings().deferAppBundleIDs.back(), "org.example.Pen & Ink");
+    ASSERT_EQ(offered().size(), 1);
+    EXPECT_EQ(offered().front()->text(), Texts::of("settings.presence.calls.none_running"));
+    EXPECT_FALSE(offered().front()->isEnabled());
+}
+
 TEST_F(SettingsWindowTest, ResetAsksAndKeepsTheWelcomeAway) {
     open(kGeneral);
     store().update([](SettingsModel& settings) {
@@ -186,6 +281,33 @@ TEST_F(SettingsWindowTest, ResetAsksAndKeepsTheWelcomeAway) {
     expected.hasOnboarded = true;
     EXPECT_EQ(settings(), expected);
     EXPECT_EQ(engine().activeIntervalSec(BreakKind::eye), 1200);
+}
+
+TEST_F(SettingsWindowTest, WhatRunsAlongTheLinesTurnsWithThem) {
+    inEveryLanguage([this](std::string_view language) {
+        open(kBreaks);
+        runFor(std::chrono::milliseconds(20));
+        const QImage slider = find<QSlider>("overlayDimOpacity")->grab().toImage();
+        const auto isFilled = [&slider](int x) {
+            return slider.pixelColor(x, slider.height() / 2) ==
+                   QApplication::palette().color(QPalette::Active, QPalette::Highlight);
+        };
+        constexpr int kInset = 4;
+        const bool isRightToLeft = QGuiApplication::isRightToLeft();
+        EXPECT_EQ(isFilled(kInset), !isRightToLeft) << language;
+        EXPECT_EQ(isFilled(slider.width() - kInset), isRightToLeft) << language;
+
+        open(kGeneral);
+        const auto labels = window->findChildren<QLabel*>();
+        const auto folder = std::ranges::find(labels, services().dataFolder, [](QLabel* label) {
+            return label->text().toStdString();
+        });
+        ASSERT_NE(folder, labels.end());
+        EXPECT_EQ((*folder)->alignment(),
+                  Qt::AlignAbsolute | (isRightToLeft ? Qt::AlignRight : Qt::AlignLeft))
+            << language;
+        EXPECT_TRUE((*folder)->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+    });
 }
 
 TEST_F(SettingsWindowTest, EveryTextHasRoomInEveryLanguage) {

@@ -12,7 +12,7 @@
 #include "screens/about/about_window.h"
 #include "screens/appearance.h"
 #include "screens/report/report_window.h"
-#include "screens/windows/settings_bench.h"
+#include "screens/settings/settings_bench.h"
 #include "screens/settings/settings_window.h"
 #include "screens/texts/texts.h"
 #include "screens/welcome/welcome_window.h"

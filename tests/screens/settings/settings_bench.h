@@ -13,6 +13,8 @@ struct SettingsBench {
     VirtualPlatform platform{"UTC", wallTimeOf({{2026, 3, 2}, 10, 0, 0}, "UTC")};
     AppEnvironment environment{platform.platform(seededUuids(1))};
     std::vector<std::string> played;
+    std::vector<PresetDefinition> planned;  // the days that were asked for
+    std::vector<std::string> running{"org.example.Call", "org.gnome.Editor"};
     std::vector<Capability> capabilities{
         {Capability::Topic::away},
         {Capability::Topic::lock, Capability::State::partly, "capability.reason.locker"},
@@ -31,19 +33,21 @@ struct SettingsBench {
                 environment.timerEngine(),
                 environment.overlayManager(),
                 environment.hotkeyRouter(),
-                [](const SettingsModel& settings) {
+                [this](const SettingsModel& settings) {
+                    planned.push_back(PresetCatalog::active(settings));
+                    const PresetDefinition& day = planned.back();
                     return DayPlan{540,
                                    28'800,
-                                   {{BreakKind::eye, settings.eyeBreakIntervalSec,
-                                     settings.eyeBreakDurationSec},
-                                    {BreakKind::body, settings.bodyBreakIntervalSec,
-                                     settings.bodyBreakDurationSec}}};
+                                   {{BreakKind::eye, day.eyeIntervalSec, day.eyeDurationSec},
+                                    {BreakKind::body, day.bodyIntervalSec, day.bodyDurationSec}}};
                 },
                 [this](SettingsServices::Chime chime) {
                     played.emplace_back(chime == SettingsServices::Chime::start ? "start" : "end");
                 },
-                [] {
-                    return std::vector<std::string>{"org.example.Call", "org.gnome.Editor"};
+                [this] { return running; },
+                [](const std::string& program) {
+                    return program.starts_with("org.example.") ? std::optional(program.substr(12))
+                                                               : std::nullopt;
                 },
                 [this](QObject*, const SettingsServices::TellCapabilities& tell) {
                     tell(capabilities);

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <functional>
+
+#include "app/desktop/session_bus_keeper.h"
+#include "app/environment/platform.h"
+#include "base/subscription.h"
+#include "platform/calendar/day_watch.h"
+#include "platform/calendar/zoned_calendar.h"
+#include "platform/linux/linux_do_not_disturb.h"
+#include "platform/linux/linux_power_assertions.h"
+#include "platform/linux/linux_run_loop.h"
+#include "platform/linux/no_haptics.h"
+#include "platform/linux/portal_appearance_settings.h"
+#include "platform/linux/portal_motion_settings.h"
+#include "platform/linux/portal_settings.h"
+#include "platform/linux/process_sound_library.h"
+#include "platform/linux/qt_displays.h"
+#include "platform/linux/session_watch.h"
+#include "platform/linux/sleep_watch.h"
+#include "platform/linux/x11_frontmost_application.h"
+#include "platform/linux/x11_hotkeys.h"
+#include "platform/linux/x11_input_idle.h"
+#include "platform/linux/x11_screen_windows.h"
+#include "platform/linux/zone_watch.h"
+#include "screens/qt_overlay_window_maker.h"
+
+namespace ostrel {
+
+// The desktop at hand, as the environment asks for it. What listens on the session bus listens
+// again after the bus was restarted. Needs a QGuiApplication.
+class LinuxPlatform {
+  public:
+    LinuxPlatform();
+    LinuxPlatform(const LinuxPlatform&) = delete;
+    LinuxPlatform& operator=(const LinuxPlatform&) = delete;
+
+    // What is handed over outlives the environment that is made of it.
+    [[nodiscard]] Platform over(PreferencesStore& preferences, SystemNotifications& notifications,
+                                std::function<void(AppWindow)> openWindow);
+
+    [[nodiscard]] RunLoop& runLoop() { return runLoop_; }
+    [[nodiscard]] const Calendar& calendar() const { return calendar_; }
+    [[nodiscard]] SystemEvents& systemEvents() { return systemEvents_; }
+    [[nodiscard]] const MotionSettings& motion() const { return motion_; }
+    [[nodiscard]] const AppearanceSettings& appearance() const { return appearance_; }
+    [[nodiscard]] SessionBusKeeper& bus() { return bus_; }
+
+  private:
+    void adoptBus();
+
+    SessionBusKeeper bus_;
+    LinuxRunLoop runLoop_;
+    ZonedCalendar calendar_;
+    QtDisplays displays_;
+    SystemEvents systemEvents_;
+    PortalSettings portal_;
+    PortalMotionSettings motion_{portal_};
+    PortalAppearanceSettings appearance_{portal_};
+    NoHaptics haptics_;
+    ProcessSoundLibrary sounds_;
+    X11InputIdle inputIdle_;
+    X11FrontmostApplication frontmost_;
+    X11ScreenWindows windows_;
+    LinuxPowerAssertions assertions_{LinuxPowerAssertions::buses(), runLoop_, windows_};
+    LinuxDoNotDisturb doNotDisturb_;
+    X11Hotkeys hotkeys_;
+    QtOverlayWindowMaker overlayWindows_;
+    SleepWatch sleepWatch_;
+    ZoneWatch zoneWatch_;
+    DayWatch dayWatch_;
+    SessionWatch sessionWatch_;
+    Subscription clockChanges_;
+    Subscription busChanges_;
+};
+
+}  // namespace ostrel

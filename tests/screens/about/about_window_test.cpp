@@ -1,0 +1,90 @@
+#include "screens/about/about_window.h"
+
+#include <QLabel>
+#include <algorithm>
+
+#include "screens/gui.h"
+#include "screens/overflow.h"
+#include "screens/texts/texts.h"
+
+namespace ostrel {
+
+const QString kFolder = QStringLiteral("/home/anna/.config/ostrel");
+const QString kReport = QStringLiteral("/home/anna/.local/state/ostrel/crash-1.txt");
+
+struct AboutWindowTest : ::testing::Test {
+    ~AboutWindowTest() override { delete window; }
+
+    void show(std::optional<AboutWindow::CrashReport> report = {}) {
+        window = new AboutWindow({QStringLiteral("1.2.3"),
+                                  {{QStringLiteral("Qt 6"), "about.parts.qt"},
+                                   {QStringLiteral("libxcb"), "about.parts.xcb"}},
+                                  kFolder,
+                                  std::move(report),
+                                  [this](const QString& path) {
+                                      opened = path;
+                                      return hasProgram;
+                                  }});
+        window->present();
+    }
+    static AboutWindow::CrashReport report() {
+        return {kReport, QDateTime(QDate(2026, 3, 2), QTime(14, 5))};
+    }
+    QLabel* label(const QString& text) {
+        const auto labels = window->findChildren<QLabel*>();
+        const auto found = std::ranges::find_if(
+            labels, [&text](const QLabel* one) { return one->isVisible() && one->text() == text; });
+        return found == labels.end() ? nullptr : *found;
+    }
+    void press(const char* name) {
+        window
+            ->findChild<QAbstractButton*>(QStringLiteral("ostrel.about.") +
+                                          QString::fromLatin1(name))
+            ->click();
+    }
+
+    AboutWindow* window = nullptr;
+    QString opened;
+    bool hasProgram = true;
+};
+
+TEST_F(AboutWindowTest, OpensTheFolderAndTheReportAndSaysWhenNobodyCan) {
+    show(report());
+    const auto notice = [](const QString& path) {
+        return Texts::of("about.not_opened %@", {QChar(0x2066) + path + QChar(0x2069)});
+    };
+    const struct {
+        const char* button;
+        const QString& path;
+    } cases[] = {{"open_folder", kFolder}, {"open_report", kReport}};
+    for (const auto& [button, path] : cases) {
+        press(button);
+        EXPECT_EQ(opened, path);
+        EXPECT_EQ(label(notice(path)), nullptr) << button;
+        hasProgram = false;
+        press(button);
+        EXPECT_NE(label(notice(path)), nullptr) << button;
+        hasProgram = true;
+        press(button);
+        EXPECT_EQ(label(notice(path)), nullptr) << button << ": opened after all";
+    }
+}
+
+TEST_F(AboutWindowTest, WithoutAReportThereIsNothingToOpen) {
+    show();
+    EXPECT_NE(label(Texts::of("crash.none")), nullptr);
+    EXPECT_EQ(window->findChild<QAbstractButton*>(QStringLiteral("ostrel.about.open_report")),
+              nullptr);
+}
+
+// Also with both notices on it.
+TEST_F(AboutWindowTest, EveryTextHasRoomInEveryLanguage) {
+    show(report());
+    hasProgram = false;
+    expectRoomInEveryLanguage(*window, 1, [this](int) {
+        press("open_folder");
+        press("open_report");
+    });
+}
+
+}  // namespace ostrel
