@@ -1,8 +1,7 @@
 #include "platform/macos/mac_clock.h"
 
-#include <time.h>
-
 #include <chrono>
+#include <ctime>
 
 namespace ostrel {
 namespace {

@@ -38,7 +38,7 @@ struct SystemEventFeedTest : ::testing::Test {
         asleepSec += sec;
         wallNow += WallClock::duration{sec};
     }
-    std::string take(std::vector<Event> list) {
+    std::string take(const std::vector<Event>& list) {
         log.clear();
         for (const Event event : list) {
             feed.take(event);
