@@ -58,7 +58,7 @@ struct SystemEventFeedTest : ::testing::Test {
     SystemEvents events;
     std::vector<Subscription> watches;
     HandAlarm* alarm = new HandAlarm;
-    MacRunLoop loop{{[this] { return wallNow; }, [this] { return awakeNow; }},
+    MacRunLoop loop{{[this] { return awakeNow; }, [this] { return wallNow; }},
                     std::unique_ptr<MacRunLoop::Alarm>(alarm)};
     SystemEventFeed feed{
         events, loop, {[this] { return asleepSec; }, [this] { log += "forget "; }}};
