@@ -77,6 +77,10 @@ void OverlayView::makePieces() {
 
 // In another language.
 void OverlayView::makePiecesAnew() {
+    if (subscriptions_.empty() || !manager_.activeSession()->has_value()) {
+        return;
+    }
+    const bool areRevealed = areActionsRevealed_;
     for (QWidget* piece : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         dropFocusFrom(*piece);
         piece->hide();
@@ -86,6 +90,9 @@ void OverlayView::makePiecesAnew() {
     actions_.clear();
     makePieces();
     ring_->show();
+    if (areRevealed) {
+        revealActions();
+    }
     refresh();
     arrange();
 }

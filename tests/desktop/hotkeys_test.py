@@ -68,7 +68,7 @@ class HotkeysTest(DesktopTest):
     def test_chord_of_another_program_is_told(self):
         show_desktop = {"keyCode": 2, "modifiers": 256, "displayString": "⌘D"}  # the window manager's
         self.start_beside(dict(CALM, startBreakHotkey=show_desktop))
-        wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--name", "Super+D belongs to another program"), "the toast")
+        wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--name", "Super[+]D belongs to another program"), "the toast")
         self.toggle_until(["user"])
 
 

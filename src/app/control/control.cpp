@@ -163,23 +163,24 @@ ControlOutcome Control::setSetting(std::string_view name, const std::string& val
     const auto preset = PresetCatalog::find(after->activePresetID);
     if (preset && after->activePresetID != before.activePresetID) {
         engine.applyPreset(*preset);
-    } else {
-        engine.applySettings(*after);
+        return ControlOutcome::done();
     }
-    const SettingsModel& now = *services_.environment.settingsStore().settings();
-    return now.launchAtLogin == after->launchAtLogin
-               ? ControlOutcome::done()
-               : ControlOutcome::refused("welcome.ready.login.failed");
+    return apply(*after);
 }
 
 ControlOutcome Control::importSettings(std::string_view document) {
     const auto settings =
         SettingsStore::merged(*services_.environment.settingsStore().settings(), document);
-    if (!settings) {
-        return ControlOutcome::invalid({"cli.error.document", {}});
-    }
-    services_.environment.timerEngine().applySettings(*settings);
-    return ControlOutcome::done();
+    return settings ? apply(*settings) : ControlOutcome::invalid({"cli.error.document", {}});
+}
+
+// Whoever could not arrange the start at login has taken it back by the end.
+ControlOutcome Control::apply(const SettingsModel& settings) {
+    services_.environment.timerEngine().applySettings(settings);
+    const SettingsModel& now = *services_.environment.settingsStore().settings();
+    return now.launchAtLogin == settings.launchAtLogin
+               ? ControlOutcome::done()
+               : ControlOutcome::refused("welcome.ready.login.failed");
 }
 
 ControlOutcome Control::open(std::string_view window) {

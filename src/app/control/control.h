@@ -62,6 +62,8 @@ class Control {
     [[nodiscard]] std::vector<Subscription> onChange(const std::function<void()>& changed) const;
 
   private:
+    ControlOutcome apply(const SettingsModel& settings);
+
     [[nodiscard]] BreakKind nextKind() const;
 
     Services services_;

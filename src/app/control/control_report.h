@@ -40,7 +40,7 @@ struct ControlReport {
     double skipRate = 0;  // 0 to 1
     std::int64_t avgPenaltySec = 0;
     std::int64_t postponements = 0;
-    std::int64_t held = 0;      // breaks held back, whatever became of them
+    std::int64_t held = 0;      // holds that are over, whatever became of them
     std::int64_t dropped = 0;   // breaks held back until it was too late
     std::int64_t credited = 0;  // breaks that an absence counted as
     std::int64_t dailyGoalBreaks = 0;

@@ -168,18 +168,11 @@ LocalizedText requirement(const std::string& name, const Languages& languages) {
     }
 }
 
-// The four values that are in force, under the user's own identifier.
-void ownTiming(SettingsModel& settings) {
-    PresetDefinition own = PresetCatalog::active(settings);
-    own.id = PresetCatalog::kOwnID;
-    PresetCatalog::writeInto(settings, own);
-}
-
 void adoptPreset(SettingsModel& settings, const std::string& id) {
     if (const auto preset = PresetCatalog::find(id)) {
         PresetCatalog::writeInto(settings, *preset);
     } else {
-        ownTiming(settings);
+        PresetCatalog::makeOwn(settings);
     }
 }
 
@@ -194,7 +187,7 @@ SettingsModel changed(const SettingsModel& settings, const Field<SettingsModel, 
         }
     }
     if (isTiming(field.key)) {
-        ownTiming(next);
+        PresetCatalog::makeOwn(next);
         if (next.*field.member == value) {
             return settings;
         }

@@ -200,12 +200,13 @@ int Client::importSettings() const {
     if (!document) {
         return complain({"cli.error.read %@", {argument(0)}}, ExitStatus::kFailed);
     }
+    if (!SettingsStore::merged(SettingsModel(), *document)) {
+        return complain({"cli.error.document", {}}, ExitStatus::kUsage);
+    }
     const auto change = [&](SettingsStore& store) {
-        const auto imported = SettingsStore::merged(*store.settings(), *document);
-        if (!imported) {
-            return ControlOutcome::invalid({"cli.error.document", {}});
-        }
-        store.update([&](SettingsModel& settings) { settings = *imported; });
+        store.update([&](SettingsModel& settings) {
+            settings = SettingsStore::merged(settings, *document).value_or(settings);
+        });
         return ControlOutcome::done();
     };
     return fetch(

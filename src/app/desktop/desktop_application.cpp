@@ -86,9 +86,9 @@ class RunningApplication {
           coverings_(platform.systemEvents().isSessionOnScreen.onChange(
               [this](const bool& isOnScreen) { toastSurface_.setCovered(!isOnScreen); })),
           bus_(platform.bus()),
-          windows(environment, platform.calendar(), dataFolder,
+          windows(environment, platform.calendar(), bus_, dataFolder,
                   [this] { statusItem_->popUpMenu(); }),
-          support(environment, platform.motion(), {dataFolder, defaultStateFolder()}),
+          support(environment, platform.motion(), bus_, {dataFolder, defaultStateFolder()}),
           termination_(signals_.received.subscribe([] { QApplication::quit(); })) {
         putUpStatusItem();
         for (Signal<>* change : {&bus_.came, &bus_.lost}) {
@@ -139,7 +139,7 @@ class RunningApplication {
                                  [this] { windows.showSettings(); },
                                  [this] { windows.showReport(); }, [this] { support.showAbout(); },
                                  [] { QApplication::quit(); }},
-            bus_.bus().value_or(QDBusConnection(QString())));
+            bus_.busOrNone());
         if (hasFailed_) {
             statusItem_->tellNotSaved();
         }
@@ -148,7 +148,7 @@ class RunningApplication {
     // What was said over the bus that is gone is said again over the new one.
     void adoptBus() {
         putUpStatusItem();
-        notifications_.adopt(bus_.bus().value_or(QDBusConnection(QString())));
+        notifications_.adopt(bus_.busOrNone());
     }
 
     bool hasFailed_ = false;

@@ -42,7 +42,7 @@ LinuxPlatform::LinuxPlatform()
 void LinuxPlatform::adoptBus() {
     const QDBusConnection& bus = *bus_.bus();
     portal_.adopt(bus);
-    assertions_.adopt(bus);
+    assertions_.adopt(bus, SessionBusKeeper::address());
     doNotDisturb_.adopt(bus);
     sessionWatch_.adopt(bus);
 }

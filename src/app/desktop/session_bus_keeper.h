@@ -32,6 +32,10 @@ class SessionBusKeeper : public QObject {
 
     // Absent while there is no bus.
     [[nodiscard]] const std::optional<QDBusConnection>& bus() const { return bus_; }
+    // One that is not connected while there is none.
+    [[nodiscard]] QDBusConnection busOrNone() const {
+        return bus_.value_or(QDBusConnection(QString()));
+    }
 
     Signal<> came;
     Signal<> lost;

@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "app/desktop/session_bus_keeper.h"
 #include "app/environment/app_environment.h"
 #include "platform/linux/linux_capabilities.h"
 #include "screens/about/about_window.h"
@@ -44,8 +45,9 @@ std::vector<AboutWindow::Part> parts() {
 }  // namespace
 
 SupportWindows::SupportWindows(AppEnvironment& environment, const MotionSettings& motion,
-                               Places places)
+                               const SessionBusKeeper& bus, Places places)
     : environment_(environment),
+      bus_(bus),
       places_(std::move(places)),
       reports_(places_.crashReports),
       sample_(std::make_unique<SampleBreak>(environment.settingsStore(), motion)) {}
@@ -70,8 +72,8 @@ void SupportWindows::showWelcome() {
         welcome_ = new WelcomeWindow(
             {store, environment_.timerEngine(), [this] { sample_->show(); },
              [this](auto tell) {
-                 findCapabilities(QDBusConnection::sessionBus(), QDBusConnection::systemBus(),
-                                  sample_.get(), std::move(tell));
+                 findCapabilities(bus_.busOrNone(), QDBusConnection::systemBus(), sample_.get(),
+                                  std::move(tell));
              },
              [&store](bool isEnabled) {
                  store.update([=](SettingsModel& settings) { settings.launchAtLogin = isEnabled; });

@@ -12,6 +12,7 @@ class AboutWindow;
 class AppEnvironment;
 class MotionSettings;
 class SampleBreak;
+class SessionBusKeeper;
 class WelcomeWindow;
 
 // The windows that are about the program itself: the welcome and about.
@@ -22,8 +23,9 @@ class SupportWindows {
         std::filesystem::path crashReports;
     };
 
-    // `environment` and `motion` outlive it.
-    SupportWindows(AppEnvironment& environment, const MotionSettings& motion, Places places);
+    // What is handed over as a reference outlives it.
+    SupportWindows(AppEnvironment& environment, const MotionSettings& motion,
+                   const SessionBusKeeper& bus, Places places);
     SupportWindows(const SupportWindows&) = delete;
     SupportWindows& operator=(const SupportWindows&) = delete;
     ~SupportWindows();
@@ -39,6 +41,7 @@ class SupportWindows {
     void offerCrashReport();
 
     AppEnvironment& environment_;
+    const SessionBusKeeper& bus_;
     const Places places_;
     const CrashReports reports_;
     std::unique_ptr<SampleBreak> sample_;

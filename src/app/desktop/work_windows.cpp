@@ -1,10 +1,10 @@
 #include "app/desktop/work_windows.h"
 
-#include <QDBusConnection>
 #include <QLocale>
 #include <utility>
 
 #include "app/desktop/day_planner.h"
+#include "app/desktop/session_bus_keeper.h"
 #include "app/environment/app_environment.h"
 #include "platform/linux/application_name.h"
 #include "platform/linux/linux_capabilities.h"
@@ -18,8 +18,8 @@
 namespace ostrel {
 namespace {
 
-SettingsServices servicesOf(AppEnvironment& environment, const std::string& dataFolder,
-                            const std::function<void()>& popUpMenu) {
+SettingsServices servicesOf(AppEnvironment& environment, const SessionBusKeeper& bus,
+                            const std::string& dataFolder, const std::function<void()>& popUpMenu) {
     using Chime = SettingsServices::Chime;
     return {environment.settingsStore(),
             environment.timerEngine(),
@@ -34,9 +34,9 @@ SettingsServices servicesOf(AppEnvironment& environment, const std::string& data
             [](const std::string& identifier) {
                 return applicationName(identifier, QLocale().name().toStdString());
             },
-            [](QObject* receiver, SettingsServices::TellCapabilities tell) {
-                findCapabilities(QDBusConnection::sessionBus(), QDBusConnection::systemBus(),
-                                 receiver, std::move(tell));
+            [&bus](QObject* receiver, SettingsServices::TellCapabilities tell) {
+                findCapabilities(bus.busOrNone(), QDBusConnection::systemBus(), receiver,
+                                 std::move(tell));
             },
             virtualKeyCodeOf,
             popUpMenu,
@@ -46,9 +46,11 @@ SettingsServices servicesOf(AppEnvironment& environment, const std::string& data
 }  // namespace
 
 WorkWindows::WorkWindows(AppEnvironment& environment, const Calendar& calendar,
-                         std::string dataFolder, std::function<void()> popUpMenu)
+                         const SessionBusKeeper& bus, std::string dataFolder,
+                         std::function<void()> popUpMenu)
     : environment_(environment),
       calendar_(calendar),
+      bus_(bus),
       dataFolder_(std::move(dataFolder)),
       popUpMenu_(std::move(popUpMenu)) {}
 
@@ -59,7 +61,7 @@ WorkWindows::~WorkWindows() {
 
 void WorkWindows::showSettings() {
     if (!settings_) {
-        settings_ = new SettingsWindow(servicesOf(environment_, dataFolder_, popUpMenu_));
+        settings_ = new SettingsWindow(servicesOf(environment_, bus_, dataFolder_, popUpMenu_));
     }
     settings_->present();
 }

@@ -9,15 +9,16 @@ namespace ostrel {
 class AppEnvironment;
 class Calendar;
 class ReportWindow;
+class SessionBusKeeper;
 class SettingsWindow;
 
 // The windows that people come back to: the settings and the report. Each is made when it is asked
 // for and gone when it is closed.
 class WorkWindows {
   public:
-    // The environment and the calendar outlive it.
-    WorkWindows(AppEnvironment& environment, const Calendar& calendar, std::string dataFolder,
-                std::function<void()> popUpMenu);
+    // What is handed over as a reference outlives it.
+    WorkWindows(AppEnvironment& environment, const Calendar& calendar, const SessionBusKeeper& bus,
+                std::string dataFolder, std::function<void()> popUpMenu);
     WorkWindows(const WorkWindows&) = delete;
     WorkWindows& operator=(const WorkWindows&) = delete;
     ~WorkWindows();
@@ -28,6 +29,7 @@ class WorkWindows {
   private:
     AppEnvironment& environment_;
     const Calendar& calendar_;
+    const SessionBusKeeper& bus_;
     const std::string dataFolder_;
     const std::function<void()> popUpMenu_;
     QPointer<SettingsWindow> settings_;

@@ -61,4 +61,10 @@ void writeInto(SettingsModel& settings, const PresetDefinition& preset) {
     settings.bodyBreakDurationSec = preset.bodyDurationSec;
 }
 
+void makeOwn(SettingsModel& settings) {
+    PresetDefinition own = active(settings);
+    own.id = kOwnID;
+    writeInto(settings, own);
+}
+
 }  // namespace ostrel::PresetCatalog

@@ -46,5 +46,8 @@ inline constexpr std::string_view kOwnID = "custom";
 // Writes the preset's identifier and four values into the settings.
 void writeInto(SettingsModel& settings, const PresetDefinition& preset);
 
+// The four values that are in force become the user's own.
+void makeOwn(SettingsModel& settings);
+
 }  // namespace PresetCatalog
 }  // namespace ostrel

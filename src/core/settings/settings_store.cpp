@@ -9,6 +9,9 @@
 namespace ostrel {
 namespace {
 
+constexpr const char* kTimingKeys[] = {"eyeBreakIntervalSec", "eyeBreakDurationSec",
+                                       "bodyBreakIntervalSec", "bodyBreakDurationSec"};
+
 void normalizePresetDurations(SettingsModel& settings) {
     if (settings.presetDurationsNormalized) {
         return;
@@ -59,11 +62,23 @@ std::optional<SettingsModel> SettingsStore::parse(std::string_view text) {
     return settings ? std::optional(repaired(*settings)) : std::nullopt;
 }
 
+// A value of the timing alone makes the timing the user's own, and a preset alone brings its
+// values.
 std::optional<SettingsModel> SettingsStore::merged(const SettingsModel& before,
                                                    std::string_view text) {
     const std::optional<Json> handed = parseJson(text);
-    std::optional<Json> all = parseJson(printJson(before).text.value_or(""));
-    if (!handed || !handed->is_object() || !all) {
+    if (!handed || !handed->is_object()) {
+        return std::nullopt;
+    }
+    const bool namesPreset = handed->contains("activePresetID");
+    const bool hasTiming = std::ranges::any_of(
+        kTimingKeys, [&handed](const char* key) { return handed->contains(key); });
+    SettingsModel base = before;
+    if (hasTiming && !namesPreset) {
+        PresetCatalog::makeOwn(base);
+    }
+    std::optional<Json> all = parseJson(printJson(base).text.value_or(""));
+    if (!all) {
         return std::nullopt;
     }
     bool isAnyKnown = false;
@@ -78,6 +93,10 @@ std::optional<SettingsModel> SettingsStore::merged(const SettingsModel& before,
         return std::nullopt;
     }
     settings->hasOnboarded = settings->hasOnboarded || before.hasOnboarded;
+    const auto preset = PresetCatalog::find(settings->activePresetID);
+    if (preset && namesPreset && !hasTiming) {
+        PresetCatalog::writeInto(*settings, *preset);
+    }
     return repaired(*settings);
 }
 

@@ -15,16 +15,16 @@ namespace ostrel {
 
 namespace {
 
-QDBusConnection newMonitor() {
-    const QString name = QStringLiteral("ostrel-monitor");
-    QDBusConnection::disconnectFromBus(name);
-    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+QString monitorName() {
+    return QStringLiteral("ostrel-monitor");
 }
 
 }  // namespace
 
 LinuxPowerAssertions::Buses LinuxPowerAssertions::buses() {
-    return {QDBusConnection::sessionBus(), newMonitor(), QDBusConnection::systemBus()};
+    return {QDBusConnection::sessionBus(),
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, monitorName()),
+            QDBusConnection::systemBus()};
 }
 
 LinuxPowerAssertions::LinuxPowerAssertions(const Buses& buses, const RunLoop& runLoop,
@@ -39,10 +39,11 @@ LinuxPowerAssertions::LinuxPowerAssertions(const Buses& buses, const RunLoop& ru
 
 LinuxPowerAssertions::~LinuxPowerAssertions() = default;
 
-void LinuxPowerAssertions::adopt(const QDBusConnection& session) {
+void LinuxPowerAssertions::adopt(const QDBusConnection& session, const QString& address) {
     screenSaver_.reset();
+    QDBusConnection::disconnectFromBus(monitorName());
     buses_.session = session;
-    buses_.monitor = newMonitor();
+    buses_.monitor = QDBusConnection::connectToBus(address, monitorName());
     listenToSession();
 }
 

@@ -46,8 +46,8 @@ class LinuxPowerAssertions : public PowerAssertions {
     LinuxPowerAssertions& operator=(const LinuxPowerAssertions&) = delete;
     ~LinuxPowerAssertions() override;
 
-    // From now on over this session bus, the user's own: the one before is gone.
-    void adopt(const QDBusConnection& session);
+    // From now on over this session bus, which is at that address: the one before is gone.
+    void adopt(const QDBusConnection& session, const QString& address);
 
     // Absent when there is no bus at all, and nobody known without.
     [[nodiscard]] std::optional<ByProcess> byProcess() const override;

@@ -44,6 +44,7 @@ std::uint64_t kbIn(const std::string& line) {
     return kb;
 }
 
+// Files are mapped and unmapped on the main thread alone, which is here: the list still holds.
 void release(const Mapping& mapping) {
     if (mapping.isReadOnlyFile && mapping.changedKb == 0) {
         void* first = reinterpret_cast<void*>(mapping.first);  // NOLINT(performance-no-int-to-ptr)

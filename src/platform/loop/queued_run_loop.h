@@ -55,8 +55,8 @@ class QueuedRunLoop : public RunLoop {
 
     Clocks clocks_;
     std::optional<RunLoopTime> turnBegan_;
-    std::shared_ptr<const int> alive_;
     TimerQueue queue_;
+    std::shared_ptr<const int> alive_;
 };
 
 }  // namespace ostrel

@@ -54,7 +54,7 @@ PresetCard::PresetCard(const PresetDefinition& preset, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
     makePieces();
-    show(preset);
+    adopt(preset);
 }
 
 void PresetCard::makePieces() {
@@ -84,7 +84,7 @@ void PresetCard::makePieces() {
     }
 }
 
-void PresetCard::show(const PresetDefinition& preset) {
+void PresetCard::adopt(const PresetDefinition& preset) {
     preset_ = preset;
     setText(nameOf(preset));
     name_->setText(text());

@@ -17,7 +17,7 @@ class PresetCard : public QAbstractButton {
     [[nodiscard]] const PresetDefinition& preset() const { return preset_; }
 
     // Another one on the same card.
-    void show(const PresetDefinition& preset);
+    void adopt(const PresetDefinition& preset);
     // In place of the figures, which the card keeps the room for.
     void showHint(const QString& hint);
 

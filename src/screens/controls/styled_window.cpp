@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "screens/controls/window_look.h"
 
@@ -28,10 +29,14 @@ void StyledWindow::present() {
     activateWindow();
 }
 
+void StyledWindow::clear() {
+    delete std::exchange(content_, nullptr);
+}
+
 void StyledWindow::rebuild() {
     adoptLook();
     const QString focus = focusWidget() ? focusWidget()->objectName() : QString();
-    delete content_;
+    clear();
     content_ = makeContent();
     layout()->addWidget(content_);
     content_->show();

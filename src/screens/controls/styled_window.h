@@ -19,6 +19,9 @@ class StyledWindow : public QWidget {
     // Called after the construction, and whenever the language changes.
     [[nodiscard]] virtual QWidget* makeContent() = 0;
 
+    // Takes the content away, while all that it works with is still there.
+    void clear();
+
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

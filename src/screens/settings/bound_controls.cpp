@@ -74,7 +74,9 @@ Soon::Soon(QObject* parent) : QObject(parent) {
     connect(&timer_, &QTimer::timeout, this, [this] { work(); });
 }
 
+// What follows the settings for the same control shows nothing any more: that is half gone.
 Soon::~Soon() {
+    qDeleteAll(children());
     work();
 }
 

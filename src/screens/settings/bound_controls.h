@@ -33,7 +33,8 @@ void ignoreWheel(QWidget* control);
 [[nodiscard]] QString secondsText(std::int64_t seconds);
 
 // Does what is asked last, a few times a second at most: each change of the settings is written to
-// the disk. What is still to be done when this goes is done then.
+// the disk. What is still to be done when this goes is done then. A control that is changed in this
+// way follows the settings with this as the owner.
 class Soon : public QObject {
   public:
     explicit Soon(QObject* parent);

@@ -24,11 +24,13 @@ QWidget* makeDim(SettingsStore& store) {
     constexpr auto kRange = SettingsRanges::kOverlayDimPercent;
     control->setRange(static_cast<int>(kRange.least), static_cast<int>(kRange.most));
     control->setFixedWidth(220);
-    Bound::follow(control, store, [control](const SettingsModel& settings) {
-        const QSignalBlocker quiet(control);
-        control->setValue(static_cast<int>(std::lround(settings.overlayDimOpacity * kPercent)));
-    });
     auto* soon = new Bound::Soon(control);
+    Bound::follow(soon, store, [control, soon](const SettingsModel& settings) {
+        if (!soon->isPending()) {
+            const QSignalBlocker quiet(control);
+            control->setValue(static_cast<int>(std::lround(settings.overlayDimOpacity * kPercent)));
+        }
+    });
     QObject::connect(control, &QSlider::valueChanged, control, [&store, soon](int percent) {
         soon->run([&store, percent] {
             store.update([percent](S& settings) {
@@ -67,7 +69,7 @@ QWidget* makeMessages(SettingsStore& store) {
     control->setFixedHeight(kHeight);
     auto* soon = new Bound::Soon(control);
     // While one types, what stands there is the record already, but for empty lines.
-    Bound::follow(control, store, [control, soon](const SettingsModel& settings) {
+    Bound::follow(soon, store, [control, soon](const SettingsModel& settings) {
         if (soon->isPending() || linesOf(control->toPlainText()) == settings.customBreakMessages) {
             return;
         }

@@ -38,6 +38,11 @@ constexpr std::array kPages{
 SettingsWindow::SettingsWindow(SettingsServices services)
     : StyledWindow(kSize), services_(std::move(services)) {}
 
+// What was changed last is stored on the way.
+SettingsWindow::~SettingsWindow() {
+    clear();
+}
+
 QWidget* SettingsWindow::makeContent() {
     setWindowTitle(Texts::of("settings.title"));
     auto* content = new QWidget;

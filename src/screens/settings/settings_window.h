@@ -9,6 +9,7 @@ namespace ostrel {
 class SettingsWindow : public StyledWindow {
   public:
     explicit SettingsWindow(SettingsServices services);
+    ~SettingsWindow() override;
 
   protected:
     [[nodiscard]] QWidget* makeContent() override;

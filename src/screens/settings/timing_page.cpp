@@ -134,7 +134,7 @@ void PresetChoice::showOwn(const PresetDefinition& active) {
     const bool isActive = !PresetCatalog::find(active.id);
     own_->setEnabled(isActive);
     if (isActive) {
-        own_->show(active);
+        own_->adopt(active);
         own_->setChecked(true);
         question_->setVisible(false);
     } else {

@@ -17,8 +17,8 @@ constexpr int kSecondsAMinute = 60;
 constexpr int kDaysAWeek = 7;
 
 QTime timeOf(std::int64_t minute) {
-    constexpr std::int64_t kLastMinute = 1439;
-    const auto shown = static_cast<int>(std::clamp<std::int64_t>(minute, 0, kLastMinute));
+    constexpr auto kRange = SettingsRanges::kMinuteOfDay;
+    const auto shown = static_cast<int>(std::clamp(minute, kRange.least, kRange.most));
     return QTime(0, 0).addSecs(shown * kSecondsAMinute);
 }
 

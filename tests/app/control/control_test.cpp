@@ -210,6 +210,12 @@ TEST_F(ControlTest, AnImportIsTakenAsAStoredDocumentIs) {
     EXPECT_EQ(settings().eyeBreakDurationSec, 90);
     EXPECT_EQ(left(), (std::vector<std::int64_t>{900, 2400}));
     EXPECT_TRUE(settings().strictMode);
+    EXPECT_EQ(inShort(control.importSettings(R"({"activePresetID":"light"})")), "done");
+    EXPECT_EQ(settings().bodyBreakDurationSec, 180);
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{1800, 5400}));
+    EXPECT_EQ(inShort(control.importSettings(R"({"eyeBreakIntervalSec":1500})")), "done");
+    EXPECT_EQ(settings().activePresetID, "custom");
+    EXPECT_EQ(left(), (std::vector<std::int64_t>{1500, 5400}));
     EXPECT_EQ(inShort(control.importSettings(R"({"hasOnboarded":false})")), "done");
     EXPECT_TRUE(settings().hasOnboarded) << "nobody is welcomed twice";
 }

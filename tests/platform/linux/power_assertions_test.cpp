@@ -344,6 +344,23 @@ struct ScreenSaverCallsTest : PowerAssertionsTest {
     const QString kPlayer = "player";
 };
 
+TEST_F(ScreenSaverCallsTest, OnANewBusItsPlayersCount) {
+    launch();
+    PrivateBus next;
+    assertions->adopt(next.connection("next-client"), next.address());
+    FakeBusService service(next, "next-saver", kSaver);
+    service.answer("Inhibit", {7U});
+    service.appear();
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(kSaver, "/ScreenSaver", kSaver, "Inhibit");
+    message.setArguments({"player", "film"});
+    EXPECT_TRUE(runUntil([&] {
+        next.connection("next-player").send(message);
+        return holders() == kUs;
+    })) << "the monitor may still be about to listen";
+    assertions.reset();
+}
+
 TEST_F(ScreenSaverCallsTest, APlayerCountsUntilItHasLetGoAsOftenAsItHeldOrEitherHasLeftTheBus) {
     appear();
     launch();

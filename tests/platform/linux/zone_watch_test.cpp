@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <string>
 
 #include "platform/api/system_events.h"
 #include "platform/linux/event_loop.h"
@@ -13,6 +14,8 @@ namespace ostrel {
 
 TEST(ZoneWatchTest, AnotherZoneIsAChangeOfTheClock) {
     const TemporaryFolder folder;
+    const char* before = std::getenv("TZ");
+    const std::string zone = before ? before : "";
     setenv("TZ", "Europe/Berlin", 1);
     SystemEvents events;
     const ZoneWatch watch(events, QString::fromStdString(folder.path()));
@@ -24,7 +27,7 @@ TEST(ZoneWatchTest, AnotherZoneIsAChangeOfTheClock) {
     setenv("TZ", "Asia/Kolkata", 1);
     std::ofstream(folder.path() / "localtime") << "x";
     EXPECT_TRUE(runUntil([&changes] { return changes == 1; }));
-    unsetenv("TZ");
+    before ? setenv("TZ", zone.c_str(), 1) : unsetenv("TZ");
 }
 
 }  // namespace ostrel

@@ -153,6 +153,11 @@ TEST_F(SettingsWindowTest, WhatIsTypedCountsWhenItIsWhole) {
     store().update([](SettingsModel& s) { s.strictMode = true; });
     EXPECT_EQ(messages->toPlainText(), "Breathe") << "not yet stored, and not taken away";
     EXPECT_TRUE(runUntil([this] { return settings().customBreakMessages.size() == 1; }));
+    messages->setPlainText("Breathe\nLook up");
+    find<QSlider>("overlayDimOpacity")->setValue(50);
+    delete std::exchange(window, nullptr);
+    EXPECT_EQ(settings().customBreakMessages.size(), 2U) << "closed at once";
+    EXPECT_EQ(settings().overlayDimOpacity, 0.5);
 }
 
 TEST_F(SettingsWindowTest, ALoginItemThatCannotBeArrangedIsSaid) {
