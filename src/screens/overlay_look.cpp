@@ -10,12 +10,12 @@ namespace {
 constexpr double kDesignedShortSide = 1080.0;
 constexpr double kLeastUnit = 0.76;
 
-struct Colours {
+struct TintColours {
     QRgb tint;
     QRgb accent;
 };
 
-Colours coloursOf(OverlayTint tint) {
+TintColours coloursOf(OverlayTint tint) {
     switch (tint) {
         case OverlayTint::ink:
             break;
