@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <string_view>
 
+#include "screens/colours.h"
 #include "screens/controls/page.h"
 #include "screens/controls/window_look.h"
 #include "screens/texts/texts.h"
@@ -147,18 +148,18 @@ void PresetCard::paintEvent(QPaintEvent* /*event*/) {
     const double stroke = isChecked() || hasFocus() ? 2.0 : 1.0;
     const QRectF card = QRectF(rect()).adjusted(stroke / 2, stroke / 2, -stroke / 2, -stroke / 2);
     const bool isTouched = (underMouse() && !isChecked()) || isDown();
-    painter.setBrush(isTouched ? WindowLook::between(paper, ink, 0.04) : paper);
-    painter.setPen(QPen(stroke > 1.0 ? accent : WindowLook::between(paper, ink, 0.14), stroke));
+    painter.setBrush(isTouched ? Colours::between(paper, ink, 0.04) : paper);
+    painter.setPen(QPen(stroke > 1.0 ? accent : Colours::between(paper, ink, 0.14), stroke));
     painter.drawRoundedRect(card, kCorner, kCorner);
     if (hasFocus() && isChecked()) {
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(WindowLook::between(paper, accent, 0.45), 1.0));
+        painter.setPen(QPen(Colours::between(paper, accent, 0.45), 1.0));
         painter.drawRoundedRect(card.adjusted(3, 3, -3, -3), kCorner - 3, kCorner - 3);
     }
 
     painter.setBrush(isChecked() ? accent : QColor(Qt::transparent));
     const double strength = isEnabled() ? 0.45 : 0.2;
-    painter.setPen(QPen(isChecked() ? accent : WindowLook::between(paper, ink, strength), 1.5));
+    painter.setPen(QPen(isChecked() ? accent : Colours::between(paper, ink, strength), 1.5));
     painter.drawEllipse(mark().adjusted(1, 1, -1, -1));
     if (isChecked()) {
         painter.setPen(Qt::NoPen);

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPainter>
 
+#include "screens/colours.h"
 #include "screens/controls/window_look.h"
 
 namespace ostrel {
@@ -41,7 +42,7 @@ void Switch::paintEvent(QPaintEvent* /*event*/) {
     }
     painter.setPen(Qt::NoPen);
     painter.setBrush(isChecked() ? WindowLook::accent(colours)
-                                 : WindowLook::between(paper, ink, 0.28));
+                                 : Colours::between(paper, ink, 0.28));
     painter.drawRoundedRect(track, kHeight / 2.0, kHeight / 2.0);
     const bool isAtRight = isChecked() != isRightToLeft();
     const double knob = kHeight - 6.0;

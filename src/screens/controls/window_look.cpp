@@ -1,5 +1,7 @@
 #include "screens/controls/window_look.h"
 
+#include "screens/colours.h"
+
 namespace ostrel::WindowLook {
 namespace {
 
@@ -76,18 +78,18 @@ QString styleSheet(const QPalette& palette, Qt::LayoutDirection direction) {
     // Longer names first: one may begin with another.
     const std::pair<const char*, QColor> colours[] = {
         {"@on-accent", colour(QPalette::HighlightedText)},
-        {"@accent-hover", between(accent(palette), ink, 0.12)},
+        {"@accent-hover", Colours::between(accent(palette), ink, 0.12)},
         {"@accent", accent(palette)},
         {"@warning", isDark ? QColor(0xFF, 0xA0, 0x8A) : QColor(0xB3, 0x26, 0x1E)},
         {"@window", colour(QPalette::Window)},
         {"@paper", paper},
-        {"@field", isDark ? between(paper, ink, 0.06) : paper},
-        {"@hover", between(colour(QPalette::Window), ink, 0.07)},
-        {"@quiet", between(paper, ink, 0.66)},
-        {"@faint", between(paper, ink, 0.42)},
-        {"@line", between(paper, ink, 0.14)},
-        {"@knob", isDark ? between(paper, ink, 0.85) : paper},
-        {"@edge", between(paper, ink, 0.30)},
+        {"@field", isDark ? Colours::between(paper, ink, 0.06) : paper},
+        {"@hover", Colours::between(colour(QPalette::Window), ink, 0.07)},
+        {"@quiet", Colours::between(paper, ink, 0.66)},
+        {"@faint", Colours::between(paper, ink, 0.42)},
+        {"@line", Colours::between(paper, ink, 0.14)},
+        {"@knob", isDark ? Colours::between(paper, ink, 0.85) : paper},
+        {"@edge", Colours::between(paper, ink, 0.30)},
         {"@link", colour(QPalette::Link)},
         {"@ink", ink},
     };

@@ -4,8 +4,6 @@
 #include <QPalette>
 #include <QString>
 
-#include "screens/colours.h"
-
 namespace ostrel {
 
 // How our windows look: calm cards on the palette's paper, one accent colour. `style names` of
@@ -15,8 +13,6 @@ namespace WindowLook {
 
 // For the style sheet of a window whose lines run in this direction.
 [[nodiscard]] QString styleSheet(const QPalette& palette, Qt::LayoutDirection direction);
-
-using Colours::between;
 
 [[nodiscard]] QColor accent(const QPalette& palette);
 

@@ -4,6 +4,7 @@
 #include <QPalette>
 #include <algorithm>
 
+#include "screens/colours.h"
 #include "screens/controls/window_look.h"
 
 namespace ostrel::ChartLook {
@@ -27,9 +28,8 @@ void paintPart(QPainter& painter, const QRectF& box, Part part, const QPalette& 
         return;
     }
     const bool isBody = part == Part::body;
-    painter.setPen(QPen(isBody ? accent : WindowLook::between(paper, ink, 0.5), kOutline));
-    painter.setBrush(isBody ? QBrush(WindowLook::between(paper, accent, 0.4))
-                            : QBrush(Qt::NoBrush));
+    painter.setPen(QPen(isBody ? accent : Colours::between(paper, ink, 0.5), kOutline));
+    painter.setBrush(isBody ? QBrush(Colours::between(paper, accent, 0.4)) : QBrush(Qt::NoBrush));
     const double half = std::min(kOutline / 2, box.height() / 2);
     painter.drawRoundedRect(box.adjusted(half, half, -half, -half), corner, corner);
 }
@@ -38,8 +38,8 @@ void paintGoalLine(QPainter& painter, double left, double right, double y,
                    const QPalette& palette) {
     painter.setRenderHint(QPainter::Antialiasing, false);
     const QColor colour =
-        WindowLook::between(palette.color(QPalette::Active, QPalette::Base),
-                            palette.color(QPalette::Active, QPalette::WindowText), 0.7);
+        Colours::between(palette.color(QPalette::Active, QPalette::Base),
+                         palette.color(QPalette::Active, QPalette::WindowText), 0.7);
     painter.setPen(QPen(colour, 1));
     painter.drawLine(QPointF(left, y), QPointF(right, y));
 }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "screens/colours.h"
 #include "screens/controls/window_look.h"
 #include "screens/identifier.h"
 #include "screens/report/accessible_chart.h"
@@ -36,8 +37,8 @@ std::int64_t stepFor(std::int64_t highest) {
 
 QColor quiet(double share) {
     const QPalette colours = QApplication::palette();
-    return WindowLook::between(colours.color(QPalette::Active, QPalette::Base),
-                               colours.color(QPalette::Active, QPalette::WindowText), share);
+    return Colours::between(colours.color(QPalette::Active, QPalette::Base),
+                            colours.color(QPalette::Active, QPalette::WindowText), share);
 }
 
 QFont small(QFont font, QFont::Weight weight = QFont::Normal) {

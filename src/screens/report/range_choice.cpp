@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QRadioButton>
 
+#include "screens/colours.h"
 #include "screens/controls/window_look.h"
 #include "screens/identifier.h"
 #include "screens/report/accessible_chart.h"
@@ -20,8 +21,8 @@ constexpr double kCorner = 6;
 
 QColor mixed(double share) {
     const QPalette colours = QApplication::palette();
-    return WindowLook::between(colours.color(QPalette::Active, QPalette::Base),
-                               colours.color(QPalette::Active, QPalette::WindowText), share);
+    return Colours::between(colours.color(QPalette::Active, QPalette::Base),
+                            colours.color(QPalette::Active, QPalette::WindowText), share);
 }
 
 // A radio button that is drawn as a segment of a track.

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "screens/colours.h"
 #include "screens/controls/page.h"
 #include "screens/controls/window_look.h"
 #include "screens/settings/bound_controls.h"
@@ -39,7 +40,7 @@ class DayStrip::Line : public QWidget {
         const QColor paper = colours.color(QPalette::Active, QPalette::Base);
         const QColor ink = colours.color(QPalette::Active, QPalette::WindowText);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(WindowLook::between(paper, ink, 0.10));
+        painter.setBrush(Colours::between(paper, ink, 0.10));
         painter.drawRoundedRect(QRectF(0, 0, width(), kBar), 5, 5);
         if (plan_.lengthSec == 0) {
             return;
@@ -47,10 +48,10 @@ class DayStrip::Line : public QWidget {
         const QColor accent = WindowLook::accent(colours);
         for (const DayPlan::Break& pause : plan_.breaks) {
             const bool isBody = pause.kind == BreakKind::body;
-            painter.setBrush(isBody ? accent : WindowLook::between(paper, accent, 0.55));
+            painter.setBrush(isBody ? accent : Colours::between(paper, accent, 0.55));
             painter.drawRoundedRect(placeOf(pause), 2, 2);
         }
-        paintHours(painter, WindowLook::between(paper, ink, 0.66));
+        paintHours(painter, Colours::between(paper, ink, 0.66));
     }
 
   private:

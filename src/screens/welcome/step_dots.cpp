@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPainter>
 
+#include "screens/colours.h"
 #include "screens/controls/window_look.h"
 #include "screens/texts/texts.h"
 
@@ -40,8 +41,8 @@ void StepDots::paintEvent(QPaintEvent* /*event*/) {
         painter.setBrush(
             i == step_
                 ? WindowLook::accent(colours)
-                : WindowLook::between(colours.color(QPalette::Active, QPalette::Base),
-                                      colours.color(QPalette::Active, QPalette::WindowText), 0.28));
+                : Colours::between(colours.color(QPalette::Active, QPalette::Base),
+                                   colours.color(QPalette::Active, QPalette::WindowText), 0.28));
         painter.drawEllipse(QRect(place * (kDot + kGap), 0, kDot, kDot));
     }
 }
