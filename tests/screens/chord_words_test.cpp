@@ -9,9 +9,9 @@ TEST(ChordWords, AreThoseOfTheKeyboardsOfTheLanguage) {
     constexpr std::uint32_t kControlShift = HotkeyChord::kControl + HotkeyChord::kShift;
     constexpr std::uint32_t kOptionCommand = HotkeyChord::kOption + HotkeyChord::kCommand;
     const struct {
-        const char* language;
+        const char* language = "";
         HotkeyChord chord;
-        const char* words;
+        const char* words = "";
     } cases[] = {
         {"en", {35, kControlShift, "⌃⇧P"}, "Ctrl+Shift+P"},
         {"en", {35, kControlShift, "P"}, "Ctrl+Shift+P"},

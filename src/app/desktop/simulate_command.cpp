@@ -38,7 +38,7 @@ class Lines {
     }
 
   private:
-    static constexpr std::size_t kMostBytes = 64 * 1024;
+    static constexpr std::size_t kMostBytes = 65'536;
 
     void flush() {
         if (isOutputOpen()) {

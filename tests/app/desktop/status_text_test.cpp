@@ -14,12 +14,12 @@ TEST(StatusText, TellsTheMostTellingFirstAndAPauseBesideABreak) {
     Texts::setLanguage("en");
     const ControlStatus::OnScreen eyeBreak{BreakKind::eye, 119, 120, true, true};
     const struct {
-        State state;
+        State state = State::running;
         std::optional<ControlStatus::OnScreen> breakOnScreen;
         std::optional<BreakKind> held;
-        const char* lines;  // the first of them
-        const char* line;
-        const char* compact;
+        const char* lines = "";  // the first of them
+        const char* line = "";
+        const char* compact = "";
     } cases[] = {
         {State::running,
          {},

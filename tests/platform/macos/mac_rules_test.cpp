@@ -20,8 +20,8 @@ TEST(ActivityRule, TheNapIsHeldOffWhileSomethingCountsOrIsShown) {
 
 TEST(LoginItemRule, TheStatusAfterwardsCountsAndOnlyAWishNeedsApproval) {
     struct Case {
-        LoginItemStatus after;
-        bool isWanted;
+        LoginItemStatus after = LoginItemStatus::enabled;
+        bool isWanted = false;
         LoginItemOutcome outcome;
     };
     const Case cases[] = {

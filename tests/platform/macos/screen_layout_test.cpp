@@ -12,7 +12,7 @@ PlainValue number(std::int64_t value) {
 TEST(ScreenLayout, CoordinatesGrowDownwardsFromTheUpperLeftCornerOfTheFirstScreen) {
     const Rect first{0, 0, 1440, 900};
     struct Case {
-        const char* label;
+        const char* label = "";
         Rect appKit;
         Rect ours;
     };
