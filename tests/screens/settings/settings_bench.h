@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QKeyEvent>
+
 #include "app/environment/app_environment.h"
 #include "app/simulator/virtual_platform.h"
 #include "base/uuid.h"
