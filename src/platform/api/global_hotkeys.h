@@ -19,7 +19,7 @@ class GlobalHotkeys {
 
     // `keyCode` is a virtual key code of the one layout table; `modifiers` adds up command 256,
     // shift 512, option 2048 and control 4096. `onPress` runs on the main thread, once for each
-    // press. Null when another program holds the chord or the system knows no such thing.
+    // press. Null when another program holds the chord alone, or the system knows no such thing.
     [[nodiscard]] virtual std::unique_ptr<Registration> add(std::uint32_t keyCode,
                                                             std::uint32_t modifiers,
                                                             std::function<void()> onPress) = 0;

@@ -11,14 +11,6 @@ std::optional<std::int64_t> processOf(NSRunningApplication* application) {
     return application ? std::optional<std::int64_t>(application.processIdentifier) : std::nullopt;
 }
 
-void bringToFront(NSApplication* application) {
-    if (@available(macOS 14.0, *)) {
-        [application activate];
-    } else {
-        [application activateIgnoringOtherApps:YES];
-    }
-}
-
 void handOver(NSRunningApplication* own, NSRunningApplication* next) {
     if (@available(macOS 14.0, *)) {
         [[NSApplication sharedApplication] yieldActivationToApplication:next];
@@ -44,7 +36,8 @@ void KeyboardLoan::take(void* view) {
     if (!impl_->lender) {
         impl_->lender = [NSWorkspace sharedWorkspace].frontmostApplication;
     }
-    bringToFront([NSApplication sharedApplication]);
+    // A break begins unasked, and -activate is no more than a request of a program in front.
+    [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
     [[(__bridge NSView*)view window] makeKeyAndOrderFront:nil];
 }
 

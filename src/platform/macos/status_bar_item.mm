@@ -14,7 +14,10 @@ struct StatusBarItem::Impl {
     }
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
-    ~Impl() { [[NSStatusBar systemStatusBar] removeStatusItem:item]; }
+    ~Impl() {
+        item.autosaveName = nil;  // or the place would go with the item
+        [[NSStatusBar systemStatusBar] removeStatusItem:item];
+    }
 
     NSStatusItem* item =
         [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];

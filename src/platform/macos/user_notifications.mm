@@ -145,7 +145,10 @@ struct UserNotifications::Impl : std::enable_shared_from_this<Impl> {
             return;
         }
         held.hold(request, now());
-        if (!std::exchange(isAsked, true)) {
+        // Once refused it may have been granted since, in the settings of the system.
+        if (std::exchange(isAsked, true)) {
+            readAuthorization();
+        } else {
             askForPermission();
         }
     }

@@ -30,7 +30,7 @@ CK_EXTERN NSAppearanceName const NSAppearanceNameDarkAqua CK_MACOS(10.14);
 @end
 
 @interface NSView : NSResponder
-@property(nullable, readonly, strong) NSWindow* window;
+@property(nullable, readonly, unsafe_unretained) NSWindow* window;
 @property(nullable, copy) NSString* toolTip;
 - (void)setAccessibilityLabel:(nullable NSString*)label CK_MACOS(10.10);
 @end
@@ -97,8 +97,7 @@ static const CGFloat NSVariableStatusItemLength = -1;
 @interface NSApplication : NSResponder
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
 @property(readonly, strong) NSAppearance* effectiveAppearance CK_MACOS(10.14);
-- (void)activateIgnoringOtherApps:(BOOL)flag CK_DEPRECATED(10.0, 14.0, "use -activate");
-- (void)activate CK_MACOS(14.0);
+- (void)activateIgnoringOtherApps:(BOOL)flag CK_MACOS(10.0);
 - (void)yieldActivationToApplication:(NSRunningApplication*)application CK_MACOS(14.0);
 @end
 CK_EXTERN NSNotificationName const NSApplicationDidChangeScreenParametersNotification;

@@ -8,15 +8,16 @@ typedef enum NSApplicationActivationPolicy : NSInteger {
     NSApplicationActivationPolicyRegular = 0,
 } NSApplicationActivationPolicy;
 
+typedef CK_OPTIONS(NSUInteger, NSApplicationActivationOptions){NSApplicationActivateAllWindows = 1 << 0};
 @interface NSRunningApplication : NSObject
 @property(nullable, readonly, copy) NSString* bundleIdentifier CK_MACOS(10.6);
 @property(nullable, readonly, copy) NSString* localizedName CK_MACOS(10.6);
 @property(readonly) pid_t processIdentifier CK_MACOS(10.6);
 @property(readonly) NSApplicationActivationPolicy activationPolicy CK_MACOS(10.6);
 @property(class, readonly, strong) NSRunningApplication* currentApplication CK_MACOS(10.6);
-- (BOOL)activateWithOptions:(NSUInteger)options CK_MACOS(10.6);
+- (BOOL)activateWithOptions:(NSApplicationActivationOptions)options CK_MACOS(10.6);
 - (BOOL)activateFromApplication:(NSRunningApplication*)application
-                        options:(NSUInteger)options CK_MACOS(14.0);
+                        options:(NSApplicationActivationOptions)options CK_MACOS(14.0);
 @end
 
 // Main thread only.

@@ -49,7 +49,7 @@ __attribute__((objc_root_class))
 
 @interface NSString : NSObject <NSCopying>
 @property(readonly) NSUInteger length;
-@property(nullable, readonly) const char* UTF8String;
+@property(nullable, readonly) const char* UTF8String __attribute__((objc_returns_inner_pointer));
 - (nullable instancetype)initWithBytes:(const void*)bytes
                                 length:(NSUInteger)length
                               encoding:(NSStringEncoding)encoding;
@@ -59,12 +59,14 @@ __attribute__((objc_root_class))
 
 @interface NSData : NSObject <NSCopying>
 @property(readonly) NSUInteger length;
-@property(nullable, readonly) const void* bytes __attribute__((objc_returns_inner_pointer));
+@property(readonly) const void* bytes __attribute__((objc_returns_inner_pointer));
 + (instancetype)dataWithBytes:(nullable const void*)bytes length:(NSUInteger)length;
 @end
 
-@interface NSNumber : NSObject <NSCopying>
+@interface NSValue : NSObject <NSCopying>
 @property(readonly) const char* objCType __attribute__((objc_returns_inner_pointer));
+@end
+@interface NSNumber : NSValue
 @property(readonly) BOOL boolValue;
 @property(readonly) long long longLongValue;
 @property(readonly) double doubleValue;
@@ -78,7 +80,7 @@ __attribute__((objc_root_class))
 @interface NSArray<__covariant T> : NSObject <NSCopying>
 @property(readonly) NSUInteger count;
 + (instancetype)array;
-+ (instancetype)arrayWithObjects:(const T _Nonnull[_Nullable])objects count:(NSUInteger)count;
++ (instancetype)arrayWithObjects:(const T _Nonnull[_Nonnull])objects count:(NSUInteger)count;
 - (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
                                   objects:(id __unsafe_unretained _Nullable* _Nonnull)buffer
                                     count:(NSUInteger)count CK_MACOS(10.5);
@@ -207,7 +209,8 @@ CK_EXTERN NSNotificationName const NSCalendarDayChangedNotification CK_MACOS(10.
 CK_EXTERN NSNotificationName const NSSystemClockDidChangeNotification CK_MACOS(10.6);
 CK_EXTERN NSNotificationName const NSSystemTimeZoneDidChangeNotification CK_MACOS(10.5);
 CK_EXTERN NSRunLoopMode const NSRunLoopCommonModes CK_MACOS(10.5);
-CK_EXTERN id _Nullable CFBridgingRelease(CFTypeRef __attribute__((cf_consumed)) _Nullable value)
-    CK_MACOS(10.7);
+static inline id _Nullable CFBridgingRelease(CFTypeRef __attribute__((cf_consumed)) _Nullable value) {
+    return (__bridge_transfer id)value;
+}
 
 #pragma clang assume_nonnull end
