@@ -9,10 +9,9 @@
 
 #include "core/settings/settings_store.h"
 #include "overlay/overlay_manager.h"
-#include "screens/desktop_picture.h"
 #include "screens/overlay_view.h"
 #include "screens/texts/texts.h"
-#include "screens/x11_selections.h"
+#include "screens/window_system.h"
 
 namespace ostrel {
 namespace {
@@ -27,11 +26,8 @@ QScreen* screenOf(const QRect& frame) {
 OverlaySurface::OverlaySurface(OverlayManager& manager, BreakLogEntry::Kind kind, Role role,
                                OnFirstPaint onFirstPaint)
     : manager_(manager), onFirstPaint_(std::move(onFirstPaint)) {
-    Qt::WindowFlags flags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
-    if (X11Selections::isX11()) {
-        flags |= Qt::X11BypassWindowManagerHint;
-    }
-    setWindowFlags(flags);
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                   WindowSystem::current().coverFlags());
     setWindowTitle(
         Texts::of(kind == BreakLogEntry::Kind::eye ? "overlay.window.eye" : "overlay.window.body"));
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -46,21 +42,18 @@ OverlaySurface::OverlaySurface(OverlayManager& manager, BreakLogEntry::Kind kind
 
 void OverlaySurface::appear(const QRect& frame) {
     QScreen* screen = screenOf(frame);
-    if (X11Selections::hasCompositor()) {
+    WindowSystem& system = WindowSystem::current();
+    if (system.canBeTranslucent()) {
         setAttribute(Qt::WA_TranslucentBackground);
     } else if (screen) {
-        backdrop_.setPicture(desktopPicture(*screen, frame));
+        backdrop_.setPicture(system.pictureOf(*screen, frame));
     }
     if (screen) {
         setScreen(screen);
     }
     view_->setContentOpacity(manager_.motion().reduceMotion() ? 1.0 : 0.0);
     setGeometry(frame);
-    if (X11Selections::isX11()) {
-        show();
-    } else {
-        showFullScreen();
-    }
+    system.showCover(*this);
 }
 
 void OverlaySurface::moveTo(const QRect& frame) {

@@ -7,7 +7,7 @@
 #include "overlay/overlay_manager.h"
 #include "screens/overlay_keys.h"
 #include "screens/overlay_surface.h"
-#include "screens/x11_selections.h"
+#include "screens/window_system.h"
 
 namespace ostrel {
 namespace {
@@ -29,7 +29,9 @@ QtOverlayWindow::QtOverlayWindow(OverlayManager& manager, BreakLogEntry::Kind ki
       screen_(screen),
       role_(role),
       surface_(new OverlaySurface(manager, kind, role, [this] { manager_.didPaint(*this); })),
-      keyboard_([this](bool isGrabbed) { return setKeyboardGrabbed(isGrabbed); }) {
+      keyboard_([this](bool isTaken) {
+          return WindowSystem::current().setKeyboardTaken(*surface_, isTaken);
+      }) {
     watchdog_.setSingleShot(true);
     watchdog_.setInterval(kWatchdogMs);
     watchdog_.callOnTimeout([this] {
@@ -72,18 +74,6 @@ void QtOverlayWindow::fadeOut(double seconds) {
     watchdog_.stop();
     keyboard_.release();
     surface_->fadeOut(seconds);
-}
-
-// Elsewhere than on X11 a window gets the keyboard by being active.
-bool QtOverlayWindow::setKeyboardGrabbed(bool isGrabbed) {
-    if (!X11Selections::isX11()) {
-        if (isGrabbed) {
-            surface_->activateWindow();
-        }
-        return true;
-    }
-    QWindow* window = surface_->windowHandle();
-    return window && window->setKeyboardGrabEnabled(isGrabbed);
 }
 
 bool QtOverlayWindow::eventFilter(QObject*, QEvent* event) {

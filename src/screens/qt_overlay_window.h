@@ -14,11 +14,7 @@ namespace ostrel {
 
 class OverlaySurface;
 
-// An OverlayWindow of Qt widgets.
-//
-// On X11 window managers do not get to see it: that alone keeps it above panels and full-screen
-// programs everywhere. It never takes the input focus, so that the program beneath still has it
-// afterwards; keys come by a grab of the keyboard.
+// An OverlayWindow of Qt widgets, as the WindowSystem at hand has it.
 class QtOverlayWindow : public QObject, public OverlayWindow {
   public:
     // A window that outlives its break by this long takes itself down.
@@ -42,7 +38,6 @@ class QtOverlayWindow : public QObject, public OverlayWindow {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    [[nodiscard]] bool setKeyboardGrabbed(bool isGrabbed);
     [[nodiscard]] bool takesKey(const QKeyEvent& event);
 
     OverlayManager& manager_;

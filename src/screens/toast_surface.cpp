@@ -17,7 +17,7 @@
 #include "platform/api/motion_settings.h"
 #include "screens/identifier.h"
 #include "screens/texts/texts.h"
-#include "screens/x11_selections.h"
+#include "screens/window_system.h"
 
 namespace ostrel {
 namespace {
@@ -84,14 +84,15 @@ void ToastSurface::follow(const std::optional<Toast>& toast) {
 void ToastSurface::enter(const Toast& toast) {
     shownID_ = toast.id;
     area_ = freeAreaAtPointer();
+    WindowSystem& system = WindowSystem::current();
     window_ =
         new QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                                 Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
+                                 Qt::WindowDoesNotAcceptFocus | system.cardFlags());
     identify(window_, QStringLiteral("toast.surface"));
     window_->setWindowTitle(Texts::of(toast.message));
     window_->setAttribute(Qt::WA_ShowWithoutActivating);
     window_->installEventFilter(this);
-    const bool isTranslucent = X11Selections::hasCompositor();
+    const bool isTranslucent = system.canBeTranslucent();
     window_->setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
     card_ = new ToastCard(
         toast, shade_(),
@@ -106,7 +107,7 @@ void ToastSurface::enter(const Toast& toast) {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(card_);
     place();
-    window_->show();
+    system.showCard(*window_);
     fade(*window_, 1);
     announce(toast);
 }

@@ -13,14 +13,13 @@
 #include "platform/api/motion_settings.h"
 #include "screens/action_button.h"
 #include "screens/countdown_ring.h"
-#include "screens/desktop_picture.h"
 #include "screens/fade.h"
 #include "screens/overlay_backdrop.h"
 #include "screens/overlay_look.h"
 #include "screens/overlay_surface.h"
 #include "screens/overlay_text.h"
 #include "screens/texts/texts.h"
-#include "screens/x11_selections.h"
+#include "screens/window_system.h"
 
 namespace ostrel {
 namespace {
@@ -32,25 +31,23 @@ constexpr double kRingShare = 0.36;  // of the display's shorter side
 
 }  // namespace
 
-// Covers one display, as the window of a break does: out of the window manager's sight on X11.
+// Covers one display, as the window of a break does.
 class SampleBreak::Surface : public QWidget {
   public:
     Surface(SampleBreak& owner, QScreen& screen, Role role, const SettingsModel& settings)
         : owner_(owner), look_(OverlayLook::of(settings.overlayTint, screen.size())) {
-        Qt::WindowFlags flags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
-        if (X11Selections::isX11()) {
-            flags |= Qt::X11BypassWindowManagerHint;
-        }
-        setWindowFlags(flags);
+        const WindowSystem& system = WindowSystem::current();
+        setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                       system.coverFlags());
         setWindowTitle(Texts::of("overlay.window.eye"));
         setAttribute(Qt::WA_ShowWithoutActivating);
         setAttribute(Qt::WA_OpaquePaintEvent);
         setAttribute(Qt::WA_NoSystemBackground);
         backdrop_.setTint(look_.tint, settings.overlayDimOpacity);
-        if (X11Selections::hasCompositor()) {
+        if (system.canBeTranslucent()) {
             setAttribute(Qt::WA_TranslucentBackground);
         } else {
-            backdrop_.setPicture(desktopPicture(screen, screen.geometry()));
+            backdrop_.setPicture(system.pictureOf(screen, screen.geometry()));
         }
         setScreen(&screen);
         makePieces(role, screen.size());
@@ -58,11 +55,7 @@ class SampleBreak::Surface : public QWidget {
     }
 
     void appear(double fadeInSec) {
-        if (X11Selections::isX11()) {
-            show();
-        } else {
-            showFullScreen();
-        }
+        WindowSystem::current().showCover(*this);
         if (fadeInSec > 0) {
             setContentOpacity(0.0);
             fade_.run(fadeInSec, [this](double share) { setContentOpacity(share); });
