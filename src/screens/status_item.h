@@ -13,6 +13,7 @@
 #include "screens/status_menu.h"
 #include "screens/status_notifier_item.h"
 #include "screens/status_notifier_registration.h"
+#include "screens/status_presence.h"
 #include "screens/tray_watch.h"
 
 class QSystemTrayIcon;
@@ -26,19 +27,16 @@ namespace ostrel {
 // be brought up. The countdown is a text beside the icon where the desktop shows one, else it is in
 // the icon. Times above a minute are rounded to whole minutes, so that icon and tooltip change once
 // a minute, not once a second.
-class StatusItem {
+class StatusItem : public StatusPresence {
   public:
     explicit StatusItem(const StatusMenu::Services& services,
                         const QDBusConnection& bus = QDBusConnection::sessionBus());
     StatusItem(const StatusItem&) = delete;
     StatusItem& operator=(const StatusItem&) = delete;
-    ~StatusItem();
+    ~StatusItem() override;
 
-    // Shows the menu where the pointer is.
-    void popUpMenu();
-
-    // Says that settings could not be saved, as soon as there is an icon.
-    void tellNotSaved();
+    void popUpMenu() override;
+    void tellNotSaved() override;
 
     [[nodiscard]] QString toolTip() const { return toolTip_; }
     [[nodiscard]] StatusMenu& menu() { return menu_; }

@@ -1,7 +1,7 @@
 #include "app/desktop/stored_documents.h"
 
 #include "app/control/control_report.h"
-#include "app/desktop/login_item_sync.h"
+#include "app/shell/login_item_sync.h"
 #include "core/settings/settings_store.h"
 #include "platform/api/system_events.h"
 #include "platform/calendar/zoned_calendar.h"

@@ -1,4 +1,4 @@
-#include "app/desktop/demo.h"
+#include "app/shell/demo.h"
 
 #include <QApplication>
 #include <QDir>

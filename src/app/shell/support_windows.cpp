@@ -1,6 +1,5 @@
-#include "app/desktop/support_windows.h"
+#include "app/shell/support_windows.h"
 
-#include <QDBusConnection>
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QTimer>
@@ -10,9 +9,8 @@
 #include <string>
 #include <utility>
 
-#include "app/desktop/session_bus_keeper.h"
 #include "app/environment/app_environment.h"
-#include "platform/linux/linux_capabilities.h"
+#include "app/shell/desktop_system.h"
 #include "screens/about/about_window.h"
 #include "screens/welcome/sample_break.h"
 #include "screens/welcome/welcome_window.h"
@@ -30,27 +28,29 @@ bool openFile(const QString& path) {
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
-std::vector<AboutWindow::Part> parts() {
+std::vector<AboutWindow::Part> partsOn(const DesktopSystem& desktop) {
     const QString json = QStringLiteral("nlohmann-json %1.%2.%3")
                              .arg(NLOHMANN_JSON_VERSION_MAJOR)
                              .arg(NLOHMANN_JSON_VERSION_MINOR)
                              .arg(NLOHMANN_JSON_VERSION_PATCH);
-    return {{QStringLiteral("Qt ") + QString::fromLatin1(qVersion()), "about.parts.qt"},
-            {json, "about.parts.json"},
-            {QStringLiteral("Howard Hinnant date"), "about.parts.date"},
-            {QStringLiteral("libxcb"), "about.parts.xcb"},
-            {QStringLiteral("libsndfile, PulseAudio"), "about.parts.sound"}};
+    std::vector<AboutWindow::Part> parts = {
+        {QStringLiteral("Qt ") + QString::fromLatin1(qVersion()), "about.parts.qt"},
+        {json, "about.parts.json"},
+        {QStringLiteral("Howard Hinnant date"), "about.parts.date"}};
+    for (AboutWindow::Part& part : desktop.parts()) {
+        parts.push_back(std::move(part));
+    }
+    return parts;
 }
 
 }  // namespace
 
-SupportWindows::SupportWindows(AppEnvironment& environment, const MotionSettings& motion,
-                               const SessionBusKeeper& bus, Places places)
+SupportWindows::SupportWindows(AppEnvironment& environment, DesktopSystem& desktop,
+                               std::string dataFolder)
     : environment_(environment),
-      bus_(bus),
-      places_(std::move(places)),
-      reports_(places_.crashReports),
-      sample_(std::make_unique<SampleBreak>(environment.settingsStore(), motion)) {}
+      desktop_(desktop),
+      dataFolder_(std::move(dataFolder)),
+      sample_(std::make_unique<SampleBreak>(environment.settingsStore(), desktop.motion())) {}
 
 SupportWindows::~SupportWindows() {
     delete welcome_;
@@ -72,8 +72,7 @@ void SupportWindows::showWelcome() {
         welcome_ = new WelcomeWindow(
             {store, environment_.timerEngine(), [this] { sample_->show(); },
              [this](auto tell) {
-                 findCapabilities(bus_.busOrNone(), QDBusConnection::systemBus(), sample_.get(),
-                                  std::move(tell));
+                 desktop_.questions().findCapabilities(sample_.get(), std::move(tell));
              },
              [&store](bool isEnabled) {
                  store.update([=](SettingsModel& settings) { settings.launchAtLogin = isEnabled; });
@@ -86,17 +85,18 @@ void SupportWindows::showWelcome() {
 void SupportWindows::showAbout() {
     if (!about_) {
         std::optional<AboutWindow::CrashReport> newest;
-        if (const auto file = reports_.newest()) {
+        if (const auto file = desktop_.newestCrashReport()) {
             newest = {asText(*file), QFileInfo(asText(*file)).lastModified()};
         }
-        about_ = new AboutWindow({QStringLiteral(OSTREL_VERSION), parts(),
-                                  asText(places_.documents), std::move(newest), openFile});
+        about_ =
+            new AboutWindow({QStringLiteral(OSTREL_VERSION), partsOn(desktop_),
+                             QString::fromStdString(dataFolder_), std::move(newest), openFile});
     }
     about_->present();
 }
 
 void SupportWindows::offerCrashReport() {
-    const auto report = reports_.takeUnseen();
+    const auto report = desktop_.takeUnseenCrashReport();
     if (!report) {
         return;
     }

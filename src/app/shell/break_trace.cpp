@@ -1,4 +1,4 @@
-#include "app/desktop/break_trace.h"
+#include "app/shell/break_trace.h"
 
 #include <QtGlobal>
 #include <chrono>

@@ -7,9 +7,8 @@
 namespace ostrel {
 
 class AppEnvironment;
-class Calendar;
+class DesktopSystem;
 class ReportWindow;
-class SessionBusKeeper;
 class SettingsWindow;
 
 // The windows that people come back to: the settings and the report. Each is made when it is asked
@@ -17,8 +16,8 @@ class SettingsWindow;
 class WorkWindows {
   public:
     // What is handed over as a reference outlives it.
-    WorkWindows(AppEnvironment& environment, const Calendar& calendar, const SessionBusKeeper& bus,
-                std::string dataFolder, std::function<void()> popUpMenu);
+    WorkWindows(AppEnvironment& environment, DesktopSystem& desktop, std::string dataFolder,
+                std::function<void()> popUpMenu);
     WorkWindows(const WorkWindows&) = delete;
     WorkWindows& operator=(const WorkWindows&) = delete;
     ~WorkWindows();
@@ -28,8 +27,7 @@ class WorkWindows {
 
   private:
     AppEnvironment& environment_;
-    const Calendar& calendar_;
-    const SessionBusKeeper& bus_;
+    DesktopSystem& desktop_;
     const std::string dataFolder_;
     const std::function<void()> popUpMenu_;
     QPointer<SettingsWindow> settings_;

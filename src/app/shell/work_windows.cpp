@@ -1,16 +1,10 @@
-#include "app/desktop/work_windows.h"
+#include "app/shell/work_windows.h"
 
-#include <QLocale>
 #include <utility>
 
-#include "app/desktop/day_planner.h"
-#include "app/desktop/session_bus_keeper.h"
 #include "app/environment/app_environment.h"
-#include "platform/linux/application_name.h"
-#include "platform/linux/linux_capabilities.h"
-#include "platform/linux/linux_clock.h"
-#include "platform/linux/running_applications.h"
-#include "platform/linux/virtual_keys.h"
+#include "app/shell/day_planner.h"
+#include "app/shell/desktop_system.h"
 #include "screens/report/report_window.h"
 #include "screens/report/save_dialog.h"
 #include "screens/settings/settings_window.h"
@@ -18,9 +12,10 @@
 namespace ostrel {
 namespace {
 
-SettingsServices servicesOf(AppEnvironment& environment, const SessionBusKeeper& bus,
+SettingsServices servicesOf(AppEnvironment& environment, DesktopSystem& desktop,
                             const std::string& dataFolder, const std::function<void()>& popUpMenu) {
     using Chime = SettingsServices::Chime;
+    DesktopSystem::Questions questions = desktop.questions();
     return {environment.settingsStore(),
             environment.timerEngine(),
             environment.overlayManager(),
@@ -30,27 +25,20 @@ SettingsServices servicesOf(AppEnvironment& environment, const SessionBusKeeper&
                 ChimePlayer& player = environment.chimePlayer();
                 chime == Chime::start ? player.tryStart() : player.tryEnd();
             },
-            runningApplications,
-            [](const std::string& identifier) {
-                return applicationName(identifier, QLocale().name().toStdString());
-            },
-            [&bus](QObject* receiver, SettingsServices::TellCapabilities tell) {
-                findCapabilities(bus.busOrNone(), QDBusConnection::systemBus(), receiver,
-                                 std::move(tell));
-            },
-            virtualKeyCodeOf,
+            std::move(questions.runningPrograms),
+            std::move(questions.programName),
+            std::move(questions.findCapabilities),
+            std::move(questions.virtualKeyCode),
             popUpMenu,
             dataFolder};
 }
 
 }  // namespace
 
-WorkWindows::WorkWindows(AppEnvironment& environment, const Calendar& calendar,
-                         const SessionBusKeeper& bus, std::string dataFolder,
-                         std::function<void()> popUpMenu)
+WorkWindows::WorkWindows(AppEnvironment& environment, DesktopSystem& desktop,
+                         std::string dataFolder, std::function<void()> popUpMenu)
     : environment_(environment),
-      calendar_(calendar),
-      bus_(bus),
+      desktop_(desktop),
       dataFolder_(std::move(dataFolder)),
       popUpMenu_(std::move(popUpMenu)) {}
 
@@ -61,7 +49,7 @@ WorkWindows::~WorkWindows() {
 
 void WorkWindows::showSettings() {
     if (!settings_) {
-        settings_ = new SettingsWindow(servicesOf(environment_, bus_, dataFolder_, popUpMenu_));
+        settings_ = new SettingsWindow(servicesOf(environment_, desktop_, dataFolder_, popUpMenu_));
     }
     settings_->present();
 }
@@ -71,7 +59,7 @@ void WorkWindows::showReport() {
         report_ = new ReportWindow({environment_.reportSummary(), environment_.breakLog(),
                                     environment_.presenceTally(), environment_.streakTracker(),
                                     environment_.dailyCounter(), environment_.settingsStore(),
-                                    calendar_, systemWallTime, askWithSaveDialog});
+                                    desktop_.calendar(), desktop_.now(), askWithSaveDialog});
     }
     report_->present();
 }

@@ -1,4 +1,4 @@
-#include "app/desktop/day_planner.h"
+#include "app/shell/day_planner.h"
 
 #include <chrono>
 

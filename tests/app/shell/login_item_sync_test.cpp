@@ -1,4 +1,4 @@
-#include "app/desktop/login_item_sync.h"
+#include "app/shell/login_item_sync.h"
 
 #include <gtest/gtest.h>
 

@@ -1,31 +1,22 @@
 #pragma once
 
 #include <QPointer>
-#include <filesystem>
 #include <memory>
-
-#include "platform/linux/crash_reports.h"
+#include <string>
 
 namespace ostrel {
 
 class AboutWindow;
 class AppEnvironment;
-class MotionSettings;
+class DesktopSystem;
 class SampleBreak;
-class SessionBusKeeper;
 class WelcomeWindow;
 
 // The windows that are about the program itself: the welcome and about.
 class SupportWindows {
   public:
-    struct Places {
-        std::filesystem::path documents;
-        std::filesystem::path crashReports;
-    };
-
     // What is handed over as a reference outlives it.
-    SupportWindows(AppEnvironment& environment, const MotionSettings& motion,
-                   const SessionBusKeeper& bus, Places places);
+    SupportWindows(AppEnvironment& environment, DesktopSystem& desktop, std::string dataFolder);
     SupportWindows(const SupportWindows&) = delete;
     SupportWindows& operator=(const SupportWindows&) = delete;
     ~SupportWindows();
@@ -41,9 +32,8 @@ class SupportWindows {
     void offerCrashReport();
 
     AppEnvironment& environment_;
-    const SessionBusKeeper& bus_;
-    const Places places_;
-    const CrashReports reports_;
+    DesktopSystem& desktop_;
+    const std::string dataFolder_;
     std::unique_ptr<SampleBreak> sample_;
     QPointer<WelcomeWindow> welcome_;
     QPointer<AboutWindow> about_;

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "app/desktop/session_bus_keeper.h"
-#include "app/environment/platform.h"
+#include "app/shell/desktop_system.h"
 #include "base/subscription.h"
 #include "platform/calendar/day_watch.h"
 #include "platform/calendar/zoned_calendar.h"
+#include "platform/linux/crash_reports.h"
 #include "platform/linux/linux_do_not_disturb.h"
 #include "platform/linux/linux_power_assertions.h"
 #include "platform/linux/linux_run_loop.h"
@@ -27,23 +29,34 @@
 
 namespace ostrel {
 
-// The desktop at hand, as the environment asks for it. What listens on the session bus listens
-// again after the bus was restarted. Needs a QGuiApplication.
-class LinuxPlatform {
+// The desktop session at hand. What listens on the session bus listens again after the bus was
+// restarted. Needs a QGuiApplication.
+class LinuxDesktop : public DesktopSystem {
   public:
-    LinuxPlatform();
-    LinuxPlatform(const LinuxPlatform&) = delete;
-    LinuxPlatform& operator=(const LinuxPlatform&) = delete;
+    LinuxDesktop();
+    LinuxDesktop(const LinuxDesktop&) = delete;
+    LinuxDesktop& operator=(const LinuxDesktop&) = delete;
+    ~LinuxDesktop() override;
 
-    // What is handed over outlives the environment that is made of it.
-    [[nodiscard]] Platform over(PreferencesStore& preferences, SystemNotifications& notifications,
-                                std::function<void(AppWindow)> openWindow);
+    [[nodiscard]] std::unique_ptr<SystemNotifications> makeNotifications(
+        PreferencesStore& preferences) override;
+    [[nodiscard]] Platform platform(PreferencesStore& preferences,
+                                    SystemNotifications& notifications,
+                                    std::function<void(AppWindow)> openWindow) override;
+    [[nodiscard]] RunLoop& runLoop() override { return runLoop_; }
+    [[nodiscard]] const Calendar& calendar() const override { return calendar_; }
+    [[nodiscard]] NowFunction now() const override;
+    [[nodiscard]] SystemEvents& systemEvents() override { return systemEvents_; }
+    [[nodiscard]] const MotionSettings& motion() const override { return motion_; }
+    [[nodiscard]] const AppearanceSettings& appearance() const override { return appearance_; }
+    // Over no bus it is an icon in the older tray.
+    [[nodiscard]] std::unique_ptr<StatusPresence> makeStatusPresence(
+        const StatusMenu::Services& services) override;
+    [[nodiscard]] Questions questions() override;
+    [[nodiscard]] std::vector<AboutWindow::Part> parts() const override;
+    [[nodiscard]] std::optional<std::filesystem::path> newestCrashReport() const override;
+    [[nodiscard]] std::optional<std::filesystem::path> takeUnseenCrashReport() override;
 
-    [[nodiscard]] RunLoop& runLoop() { return runLoop_; }
-    [[nodiscard]] const Calendar& calendar() const { return calendar_; }
-    [[nodiscard]] SystemEvents& systemEvents() { return systemEvents_; }
-    [[nodiscard]] const MotionSettings& motion() const { return motion_; }
-    [[nodiscard]] const AppearanceSettings& appearance() const { return appearance_; }
     [[nodiscard]] SessionBusKeeper& bus() { return bus_; }
 
   private:
@@ -70,8 +83,8 @@ class LinuxPlatform {
     ZoneWatch zoneWatch_;
     DayWatch dayWatch_;
     SessionWatch sessionWatch_;
-    Subscription clockChanges_;
-    Subscription busChanges_;
+    CrashReports crashReports_;
+    std::vector<Subscription> changes_;
 };
 
 }  // namespace ostrel

@@ -1,4 +1,4 @@
-#include "app/desktop/login_item_sync.h"
+#include "app/shell/login_item_sync.h"
 
 #include "core/settings/settings_store.h"
 #include "platform/api/login_item.h"
