@@ -6,7 +6,6 @@
 namespace ostrel::OverlayKeys {
 namespace {
 
-constexpr quint32 kScanCodeOfP = 33;  // X11 and Wayland
 constexpr int kFirstSpecialKey = 0x01000000;
 
 bool isLetterOfAnotherScript(int key) {
@@ -15,6 +14,16 @@ bool isLetterOfAnotherScript(int key) {
     }
     const auto character = static_cast<char32_t>(key);
     return QChar::isLetter(character) && QChar::script(character) != QChar::Script_Latin;
+}
+
+// Whatever the layout has it type.
+bool isAtPlaceOfP(const QKeyEvent& event) {
+#ifdef Q_OS_MACOS
+    return event.nativeVirtualKey() == kP;
+#else
+    constexpr quint32 kScanCode = 33;  // X11 and Wayland
+    return event.nativeScanCode() == kScanCode;
+#endif
 }
 
 }  // namespace
@@ -38,7 +47,7 @@ std::optional<std::uint32_t> virtualKeyCode(const QKeyEvent& event) {
         default:
             break;
     }
-    if (event.nativeScanCode() == kScanCodeOfP && isLetterOfAnotherScript(event.key())) {
+    if (isAtPlaceOfP(event) && isLetterOfAnotherScript(event.key())) {
         return kP;
     }
     return std::nullopt;

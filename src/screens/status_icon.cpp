@@ -107,6 +107,17 @@ void drawPower(QPainter& painter, double side) {
     painter.drawLine(QPointF(side / 2, side * 0.27), QPointF(side / 2, side * 0.47));
 }
 
+void drawSigns(QPainter& painter, const Face& face, double side) {
+    drawRing(painter, face, side);
+    if (face.status == Status::paused) {
+        drawPause(painter, side);
+    } else if (face.status == Status::off) {
+        drawPower(painter, side);
+    } else if (!face.label.isEmpty()) {
+        drawLabel(painter, face, side);
+    }
+}
+
 }  // namespace
 
 std::int64_t wholeMinutesUp(std::int64_t seconds) {
@@ -138,20 +149,22 @@ QPixmap draw(const Face& face, int side) {
     painter.setPen(QPen(kRim, std::max(1.0, side / 32.0)));
     painter.setBrush(kDisc);
     painter.drawEllipse(QRectF(0.5, 0.5, side - 1.0, side - 1.0));
-    drawRing(painter, face, side);
-    if (face.status == Status::paused) {
-        drawPause(painter, side);
-    } else if (face.status == Status::off) {
-        drawPower(painter, side);
-    } else {
-        drawLabel(painter, face, side);
-    }
+    drawSigns(painter, face, side);
     if (face.penaltyPending) {
         const double dot = side * 0.24;
         painter.setPen(QPen(kDisc, std::max(1.0, side * 0.05)));
         painter.setBrush(kWarning);
         painter.drawEllipse(QRectF(side - dot - 0.5, 0.5, dot, dot));
     }
+    return picture;
+}
+
+QPixmap drawStencil(const Face& face, int side) {
+    QPixmap picture(side, side);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawSigns(painter, face, side);
     return picture;
 }
 

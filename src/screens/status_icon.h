@@ -39,6 +39,9 @@ struct Remaining {
 
 [[nodiscard]] QPixmap draw(const Face& face, int side);
 
+// Without the disc, for a panel that takes the opacity alone and brings its own colours.
+[[nodiscard]] QPixmap drawStencil(const Face& face, int side);
+
 // In all sizes that panels use, up to high resolutions.
 [[nodiscard]] QIcon icon(const Face& face);
 

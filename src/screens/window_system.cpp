@@ -1,21 +1,12 @@
 #include "screens/window_system.h"
 
-#include <utility>
-
-#ifndef Q_OS_MACOS
-#include "screens/x11_window_system.h"
-#else
 #include <QWidget>
-#endif
 
 namespace ostrel {
 namespace {
 
-#ifndef Q_OS_MACOS
-using OwnWindowSystem = X11WindowSystem;
-#else
 // The toolkit's way, where nobody has brought the system's.
-class OwnWindowSystem : public WindowSystem {
+class PlainWindowSystem : public WindowSystem {
   public:
     void showCover(QWidget& window) override { window.show(); }
     void showCard(QWidget& window) override { window.show(); }
@@ -26,7 +17,6 @@ class OwnWindowSystem : public WindowSystem {
         return true;
     }
 };
-#endif
 
 WindowSystem*& chosen() {
     static WindowSystem* system = nullptr;
@@ -36,8 +26,8 @@ WindowSystem*& chosen() {
 }  // namespace
 
 WindowSystem& WindowSystem::current() {
-    static OwnWindowSystem own;
-    return chosen() ? *chosen() : own;
+    static PlainWindowSystem plain;
+    return chosen() ? *chosen() : plain;
 }
 
 void WindowSystem::use(WindowSystem* system) {

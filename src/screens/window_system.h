@@ -15,9 +15,9 @@ class WindowSystem {
   public:
     virtual ~WindowSystem() = default;
 
-    // The one of the system at hand. Needs a QGuiApplication.
+    // The one in use: at first the toolkit's own means. Needs a QGuiApplication.
     [[nodiscard]] static WindowSystem& current();
-    // From now on this one, which outlives its use; null for the one that is there by itself.
+    // From now on this one, which outlives its use; null for the toolkit's own means.
     static void use(WindowSystem* system);
 
     // Whether one can see through windows.

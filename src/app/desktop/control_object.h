@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "base/subscription.h"
-#include "screens/bus_object.h"
+#include "screens/linux/bus_object.h"
 
 namespace ostrel {
 

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QWindow>
 #include <utility>
@@ -14,7 +15,7 @@
 #include "platform/linux/user_attention.h"
 #include "platform/linux/virtual_keys.h"
 #include "screens/chord_words.h"
-#include "screens/status_item.h"
+#include "screens/linux/status_item.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
@@ -52,6 +53,7 @@ LinuxDesktop::LinuxDesktop()
       dayWatch_(systemEvents_, calendar_, runLoop_, systemWallTime),
       sessionWatch_(systemEvents_),
       crashReports_(defaultStateFolder()) {
+    WindowSystem::use(&windowSystem_);
     changes_.push_back(
         runLoop_.clockWasSet.subscribe([this] { systemEvents_.clockChanged.send(); }));
     changes_.push_back(bus_.came.subscribe([this] {
@@ -67,7 +69,9 @@ LinuxDesktop::LinuxDesktop()
                      });
 }
 
-LinuxDesktop::~LinuxDesktop() = default;
+LinuxDesktop::~LinuxDesktop() {
+    WindowSystem::use(nullptr);
+}
 
 void LinuxDesktop::adoptBus() {
     const QDBusConnection& bus = *bus_.bus();
@@ -95,7 +99,7 @@ DesktopSystem::Questions LinuxDesktop::questions() {
                 findCapabilities(bus_.busOrNone(), QDBusConnection::systemBus(), receiver,
                                  std::move(tell));
             },
-            virtualKeyCodeOf};
+            [](const QKeyEvent& press) { return virtualKeyCodeOf(press.nativeScanCode()); }};
 }
 
 std::vector<AboutWindow::Part> LinuxDesktop::parts() const {

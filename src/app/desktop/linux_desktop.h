@@ -25,6 +25,7 @@
 #include "platform/linux/x11_input_idle.h"
 #include "platform/linux/x11_screen_windows.h"
 #include "platform/linux/zone_watch.h"
+#include "screens/linux/x11_window_system.h"
 #include "screens/qt_overlay_window_maker.h"
 
 namespace ostrel {
@@ -62,6 +63,7 @@ class LinuxDesktop : public DesktopSystem {
   private:
     void adoptBus();
 
+    X11WindowSystem windowSystem_;
     SessionBusKeeper bus_;
     LinuxRunLoop runLoop_;
     ZonedCalendar calendar_;

@@ -27,7 +27,7 @@ class DesktopSystem {
         std::function<std::vector<std::string>()> runningPrograms;
         std::function<std::optional<std::string>(const std::string& identifier)> programName;
         std::function<void(QObject* receiver, SettingsServices::TellCapabilities)> findCapabilities;
-        std::function<std::optional<std::uint32_t>(std::uint32_t scanCode)> virtualKeyCode;
+        std::function<std::optional<std::uint32_t>(const QKeyEvent& press)> virtualKeyCode;
     };
 
     virtual ~DesktopSystem() = default;

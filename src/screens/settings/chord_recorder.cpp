@@ -139,7 +139,7 @@ void ChordRecorder::keyPressEvent(QKeyEvent* event) {
         return;
     }
     constexpr std::uint32_t kNoSuchKey = 128;
-    chord.keyCode = services_.virtualKeyCode(event->nativeScanCode()).value_or(kNoSuchKey);
+    chord.keyCode = services_.virtualKeyCode(*event).value_or(kNoSuchKey);
     chord.displayString =
         ChordWords::glyphs(chord.modifiers) +
         QKeySequence(event->key()).toString(QKeySequence::PortableText).toStdString();

@@ -9,6 +9,8 @@
 #include "platform/api/capability.h"
 #include "screens/settings/day_plan.h"
 
+class QKeyEvent;
+
 namespace ostrel {
 
 class HotkeyRouter;
@@ -34,8 +36,8 @@ struct SettingsServices {
     std::function<std::optional<std::string>(const std::string&)> programName;
     // Answers later, unless the object is gone by then.
     std::function<void(class QObject* receiver, TellCapabilities)> findCapabilities;
-    // The virtual key code of the key at the place of a native scan code.
-    std::function<std::optional<std::uint32_t>(std::uint32_t scanCode)> virtualKeyCode;
+    // The virtual key code of the key that was pressed, by its place; absent where none has one.
+    std::function<std::optional<std::uint32_t>(const QKeyEvent& press)> virtualKeyCode;
     std::function<void()> popUpMenu;  // the status item's, where the pointer is
     std::string dataFolder;
 };

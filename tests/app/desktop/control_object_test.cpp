@@ -6,7 +6,7 @@
 #include "app/desktop/control_names.h"
 #include "app/environment/app_environment.h"
 #include "app/simulator/virtual_platform.h"
-#include "screens/status_bus.h"
+#include "screens/linux/status_bus.h"
 
 namespace ostrel {
 namespace {

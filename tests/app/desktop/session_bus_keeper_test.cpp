@@ -1,7 +1,7 @@
 #include "app/desktop/session_bus_keeper.h"
 
 #include "platform/linux/temporary_folder.h"
-#include "screens/status_bus.h"
+#include "screens/linux/status_bus.h"
 
 namespace ostrel {
 namespace {

@@ -52,7 +52,7 @@ struct SettingsBench {
                 [this](QObject*, const SettingsServices::TellCapabilities& tell) {
                     tell(capabilities);
                 },
-                [](std::uint32_t scanCode) { return std::optional(scanCode); },
+                [](const QKeyEvent& press) { return std::optional(press.nativeScanCode()); },
                 [] {},
                 "/home/anna/.config/ostrel"};
     }

@@ -4,9 +4,15 @@
 
 #pragma clang assume_nonnull begin
 
+typedef enum NSApplicationActivationPolicy : NSInteger {
+    NSApplicationActivationPolicyRegular = 0,
+} NSApplicationActivationPolicy;
+
 @interface NSRunningApplication : NSObject
 @property(nullable, readonly, copy) NSString* bundleIdentifier CK_MACOS(10.6);
+@property(nullable, readonly, copy) NSString* localizedName CK_MACOS(10.6);
 @property(readonly) pid_t processIdentifier CK_MACOS(10.6);
+@property(readonly) NSApplicationActivationPolicy activationPolicy CK_MACOS(10.6);
 @property(class, readonly, strong) NSRunningApplication* currentApplication CK_MACOS(10.6);
 - (BOOL)activateWithOptions:(NSUInteger)options CK_MACOS(10.6);
 - (BOOL)activateFromApplication:(NSRunningApplication*)application
@@ -18,6 +24,7 @@
 @property(class, readonly, strong) NSWorkspace* sharedWorkspace;
 @property(readonly, strong) NSNotificationCenter* notificationCenter;
 @property(nullable, readonly, strong) NSRunningApplication* frontmostApplication CK_MACOS(10.7);
+@property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications CK_MACOS(10.6);
 @end
 
 // Sent by the workspace's own centre alone.

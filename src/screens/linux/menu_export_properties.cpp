@@ -1,4 +1,4 @@
-#include "screens/menu_export_properties.h"
+#include "screens/linux/menu_export_properties.h"
 
 #include <QAction>
 #include <QActionGroup>

@@ -1,4 +1,4 @@
-#include "screens/bus_types.h"
+#include "screens/linux/bus_types.h"
 
 #include <QDBusMetaType>
 #include <QtEndian>

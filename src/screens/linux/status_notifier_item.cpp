@@ -1,9 +1,9 @@
-#include "screens/status_notifier_item.h"
+#include "screens/linux/status_notifier_item.h"
 
 #include <QApplication>
 #include <QDBusObjectPath>
 
-#include "screens/bus_types.h"
+#include "screens/linux/bus_types.h"
 
 namespace ostrel {
 namespace {

@@ -1,4 +1,4 @@
-#include "screens/menu_export.h"
+#include "screens/linux/menu_export.h"
 
 #include <QAction>
 #include <QDBusError>
@@ -6,7 +6,7 @@
 #include <QMenu>
 #include <utility>
 
-#include "screens/menu_export_properties.h"
+#include "screens/linux/menu_export_properties.h"
 
 namespace ostrel {
 namespace {

@@ -5,7 +5,7 @@
 #include <QString>
 
 #include "base/signal.h"
-#include "screens/bus_object.h"
+#include "screens/linux/bus_object.h"
 
 namespace ostrel {
 

@@ -6,8 +6,8 @@
 #include <map>
 #include <vector>
 
-#include "screens/bus_object.h"
-#include "screens/bus_types.h"
+#include "screens/linux/bus_object.h"
+#include "screens/linux/bus_types.h"
 
 class QAction;
 class QMenu;

@@ -1,11 +1,11 @@
-#include "screens/x11_window_system.h"
+#include "screens/linux/x11_window_system.h"
 
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
 
-#include "screens/x11_picture.h"
-#include "screens/x11_selections.h"
+#include "screens/linux/x11_picture.h"
+#include "screens/linux/x11_selections.h"
 
 namespace ostrel {
 

@@ -1,4 +1,4 @@
-#include "screens/label_hosts.h"
+#include "screens/linux/label_hosts.h"
 
 #include <QStringList>
 #include <algorithm>

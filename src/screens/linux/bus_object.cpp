@@ -1,4 +1,4 @@
-#include "screens/bus_object.h"
+#include "screens/linux/bus_object.h"
 
 #include <QDBusError>
 #include <QDBusMetaType>

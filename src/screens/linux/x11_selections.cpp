@@ -1,4 +1,4 @@
-#include "screens/x11_selections.h"
+#include "screens/linux/x11_selections.h"
 
 #include <xcb/xcb.h>
 

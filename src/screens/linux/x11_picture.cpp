@@ -1,4 +1,4 @@
-#include "screens/x11_picture.h"
+#include "screens/linux/x11_picture.h"
 
 #include <sys/ipc.h>
 #include <sys/shm.h>

@@ -1,9 +1,9 @@
-#include "screens/menu_export.h"
+#include "screens/linux/menu_export.h"
 
 #include <QMenu>
 #include <limits>
 
-#include "screens/status_bus.h"
+#include "screens/linux/status_bus.h"
 
 namespace ostrel {
 

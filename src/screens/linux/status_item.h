@@ -8,13 +8,13 @@
 
 #include "base/subscription.h"
 #include "menubar/menu_bar_formatter.h"
-#include "screens/menu_export.h"
+#include "screens/linux/menu_export.h"
 #include "screens/status_icon.h"
 #include "screens/status_menu.h"
-#include "screens/status_notifier_item.h"
-#include "screens/status_notifier_registration.h"
+#include "screens/linux/status_notifier_item.h"
+#include "screens/linux/status_notifier_registration.h"
 #include "screens/status_presence.h"
-#include "screens/tray_watch.h"
+#include "screens/linux/tray_watch.h"
 
 class QSystemTrayIcon;
 
@@ -47,7 +47,6 @@ class StatusItem : public StatusPresence {
     void makeTrayIcon();
     void refresh();
     void show(const StatusIcon::Face& face, const QString& label);
-    [[nodiscard]] QString composeToolTip() const;
     void notify(const QString& title, const QString& text);
 
     StatusMenu::Services services_;

@@ -1,4 +1,4 @@
-#include "screens/status_item.h"
+#include "screens/linux/status_item.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -10,31 +10,11 @@
 #include "core/settings/settings_store.h"
 #include "menubar/menu_bar_context.h"
 #include "overlay/overlay_manager.h"
-#include "screens/countdown_label.h"
-#include "screens/label_hosts.h"
+#include "screens/linux/label_hosts.h"
+#include "screens/status_tool_tip.h"
 #include "screens/texts/texts.h"
 
 namespace ostrel {
-namespace {
-
-constexpr std::int64_t kMinute = 60;
-
-// Seconds until the tooltip's nearest time next changes; all its times change then, and no other
-// time does.
-std::int64_t untilChange(std::int64_t nearestSec) {
-    return nearestSec > kMinute ? StatusIcon::wholeMinutesUp(nearestSec) - nearestSec : 0;
-}
-
-QString roughCountdown(std::int64_t seconds, std::int64_t untilChangeSec) {
-    if (seconds <= kMinute) {
-        return countdownLabel(seconds);
-    }
-    const std::int64_t atChange = addSec(seconds, untilChangeSec);
-    return countdownLabel((atChange + kMinute / 2) / kMinute * kMinute);
-}
-
-}  // namespace
-
 StatusItem::StatusItem(const StatusMenu::Services& services, const QDBusConnection& bus)
     : services_(services),
       bus_(bus),
@@ -120,7 +100,7 @@ void StatusItem::refresh() {
         label = QString::fromStdString(output.title);
         face.label.clear();
     }
-    toolTip_ = composeToolTip();
+    toolTip_ = statusToolTip(services_);
     show(face, label);
 }
 
@@ -144,23 +124,6 @@ void StatusItem::show(const StatusIcon::Face& face, const QString& label) {
     }
     item_.setToolTip(toolTip_);
     item_.setLabel(label);
-}
-
-QString StatusItem::composeToolTip() const {
-    if (!services_.settingsStore.settings()->ostrelEnabled) {
-        return Texts::of("menubar.tooltip.off");
-    }
-    if (const QString held = StatusMenu::stateText(services_); !held.isEmpty()) {
-        return Texts::of("menubar.tooltip.on") + QLatin1Char('\n') + held;
-    }
-    const TimerState& state = *services_.timerEngine.state();
-    const std::int64_t wait = untilChange(MenuBarFormatter::nearestChannel(state).remainingSec);
-    const QStringList lines{
-        Texts::of("menubar.tooltip.default"),
-        Texts::of("menubar.status.next_eye %@", {roughCountdown(state.eye.remainingSec, wait)}),
-        Texts::of("menubar.status.next_body %@", {roughCountdown(state.body.remainingSec, wait)}),
-    };
-    return lines.join(QLatin1Char('\n'));
 }
 
 // Over the Desktop Notifications Specification, as the X11 tray's own messages are for X11 trays

@@ -1,4 +1,4 @@
-#include "screens/status_notifier_registration.h"
+#include "screens/linux/status_notifier_registration.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>

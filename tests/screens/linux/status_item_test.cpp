@@ -1,11 +1,11 @@
-#include "screens/status_item.h"
+#include "screens/linux/status_item.h"
 
 #include <QAction>
 #include <memory>
 
-#include "screens/bus_types.h"
-#include "screens/label_hosts.h"
-#include "screens/status_bus.h"
+#include "screens/linux/bus_types.h"
+#include "screens/linux/label_hosts.h"
+#include "screens/linux/status_bus.h"
 #include "support/overlay_bench.h"
 
 namespace ostrel {

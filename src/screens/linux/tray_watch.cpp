@@ -1,9 +1,9 @@
-#include "screens/tray_watch.h"
+#include "screens/linux/tray_watch.h"
 
 #include <QCoreApplication>
 #include <utility>
 
-#include "screens/x11_selections.h"
+#include "screens/linux/x11_selections.h"
 
 namespace ostrel {
 
