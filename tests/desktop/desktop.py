@@ -83,6 +83,21 @@ def unplug(name):
     subprocess.run(["xrandr", "--delmonitor", name], check=False, capture_output=True)
 
 
+BUS = """<busconfig><type>session</type><listen>{address}</listen><auth>EXTERNAL</auth>
+<policy context="default"><allow user="*"/><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/>
+</policy></busconfig>"""
+
+
+def start_bus(test, address):
+    """A bus of the test's own, with nothing on it."""
+    config = Path(test.folder) / "bus.conf"
+    config.write_text(BUS.format(address=address), encoding="utf-8")
+    daemon = test.spawn("dbus-daemon", f"--config-file={config}", "--nofork", "--print-address", stdout=subprocess.PIPE)
+    test.assertTrue(daemon.stdout.readline())
+    daemon.stdout.close()
+    return daemon
+
+
 class Terminal:
     """A program beneath: an xterm that keeps what is typed into it."""
 
@@ -155,6 +170,15 @@ class DesktopTest(unittest.TestCase):
         with self.log.open("a", encoding="utf-8") as log:
             self.app = self.spawn(*self.program, env=self.environment(**environment), stdout=log, stderr=log)
         return self.app
+
+    def launch_again(self, **environment):
+        """A second launch, once the first is up."""
+        self.wait_running((self.documents / "ostrel.lock").exists, "the program")
+        return subprocess.run([OSTREL], env=self.environment(**environment), capture_output=True, text=True, timeout=30,
+                              check=True)
+
+    def open_window(self, **environment):
+        wait_for(lambda: "its window opens" in self.launch_again(**environment).stdout, "the window")
 
     def trace(self, what):
         """The trace lines of one kind, each without its first two words."""

@@ -42,16 +42,6 @@ class HotkeysTest(DesktopTest):
         self.assertEqual(self.wait_for_close(), "forcedByPause")
         self.assertEqual(self.terminal.typed(), typed)
 
-    def test_break_outside_the_work_hours_stays_and_so_does_the_end_of_their_pause(self):
-        self.start_beside(dict(CALM, workHoursEnabled=True, workDays=[]))
-        wait_for(lambda: self.pause_reasons() == ["schedule"], "the pause of the work hours")
-        self.toggle_until([])
-        key(START)
-        self.wait_for_break()
-        key("Escape")
-        self.assertEqual(self.wait_for_close(), "skipped")
-        self.assertEqual(self.pause_reasons(), [])
-
     def test_locks_and_another_layout_change_nothing(self):
         self.start_beside()
         self.toggle_until(["user"])

@@ -20,7 +20,7 @@ class PresenceTest(DesktopTest):
         self.wait_opened(UNTIL_LOOKED_AT_SEC)
         self.assertIsNone(call.poll())
 
-    def test_do_not_disturb_pauses_and_ends_its_pause(self):
+    def test_do_not_disturb_pauses_until_it_ends_or_its_server_does(self):
         for make, switch in ((Dunst, pause_dunst), (Xfce, pause_xfce)):
             with self.subTest(make.__name__):
                 server = make(self).start()
@@ -29,9 +29,11 @@ class PresenceTest(DesktopTest):
                 for paused, reasons in ((True, ["focus"]), (False, [])):
                     switch(paused)
                     self.wait_running(lambda wanted=reasons: self.pause_reasons() == wanted, f"the pause reasons {reasons}")
-                self.end(app)
+                switch(True)
+                self.wait_running(lambda: self.pause_reasons() == ["focus"], "the pause once more")
                 self.end(server)
-                wait_for(lambda: not has_server(), "the server to be gone")
+                self.wait_running(lambda: self.pause_reasons() == [], "the pause to end with the server")
+                self.end(app)
                 (self.documents / "ostrel.sessionState.v1.json").unlink()
 
     def test_nobody_there_holds_the_countdown_and_the_return_counts_as_the_break(self):
