@@ -72,11 +72,8 @@ TEST_F(CrashReportTest, EachKindOfFaultIsReportedAndEndsTheProcessAsItWouldHave)
         const char* report;
     } cases[] = {
         {"segmentation", [] { raise(SIGSEGV); }, SIGSEGV, "ended by SIGSEGV at "},
-        {"arithmetic", [] { raise(SIGFPE); }, SIGFPE, "ended by SIGFPE at "},
-        {"abort", [] { std::abort(); }, SIGABRT, "ended by SIGABRT at "},
         {"fatal", [] { fatal("a broken invariant"); }, SIGABRT, "reason: a broken invariant\n"},
         {"stack", [] { static_cast<void>(dive(0)); }, SIGSEGV, "ended by SIGSEGV at "},
-        {"pure", [] { std::terminate(); }, SIGABRT, "reason: terminated\n"},
         {"exception", [&]() noexcept { throwOne(); }, SIGABRT, "reason: St13runtime_error\n"},
     };
     for (const auto& [what, fault, signal, expected] : cases) {
@@ -117,8 +114,6 @@ TEST_F(CrashReportTest, TheNewestFiveAreKeptAndEachIsToldOfOnce) {
     reports.prune();
     EXPECT_FALSE(fs::exists(state() / crashOf(1)));
     EXPECT_TRUE(fs::exists(state() / crashOf(2)) && fs::exists(state() / "notes.txt"));
-    fs::remove(state() / crashOf(6));
-    EXPECT_FALSE(reports.takeUnseen()) << "the one before was told of";
 }
 
 }  // namespace

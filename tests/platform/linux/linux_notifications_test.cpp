@@ -167,7 +167,8 @@ TEST_F(NotificationsTest, ABodyIsShownToTheLetterWhateverTheServerMakesOfMarkup)
         notifications->add(hard);
         settle();
         const std::string& asked = server->questions.back();
-        EXPECT_TRUE(asked.starts_with("Notify ") && asked.find(" TITLE " + shown + " ") < asked.size())
+        EXPECT_TRUE(asked.starts_with("Notify ") &&
+                    asked.find(" TITLE " + shown + " ") < asked.size())
             << asked;
     }
 }

@@ -38,18 +38,6 @@ TEST_F(UserDefaultsRun, BytesComeBackAsTheyWere) {
     EXPECT_EQ([defaults objectForKey:@"ostrel.a.v1"], nil);
 }
 
-TEST_F(UserDefaultsRun, AnotherProcessFindsThem) {
-    preferences.write("ostrel.a.v1", "[1,2]");
-    [defaults synchronize];
-    NSString* const command =
-        [NSString stringWithFormat:@"defaults read %@ ostrel.a.v1 | tr -d ' '", domain];
-    FILE* const pipe = popen([command UTF8String], "r");
-    char said[200] = {};
-    const std::size_t length = fread(said, 1, sizeof said, pipe);
-    pclose(pipe);
-    EXPECT_NE(std::string(said, length).find("<5b312c325d>"), std::string::npos) << said;
-}
-
 TEST_F(UserDefaultsRun, WhatIsNoDataIsNoRecordAndIsSetAsideByTheNextWrite) {
     [defaults setObject:@"by hand" forKey:@"ostrel.a.v1"];
     [defaults setInteger:7 forKey:@"ostrel.b.v1"];
