@@ -82,11 +82,8 @@ TEST_F(FilePreferencesTest, EveryKeyIsAFileThatTheUserAloneCanRead) {
     EXPECT_EQ(store.read(kSettings), bytes);
     EXPECT_EQ(store.read(kLog), "");
     EXPECT_EQ(files(), (Names{"ostrel.breakLog.v1.json", "ostrel.settings.v1.json"}));
-    struct stat status {};
-    ASSERT_EQ(stat(folder.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0700U);
-    ASSERT_EQ(stat((folder / "ostrel.settings.v1.json").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms(0700));
+    EXPECT_EQ(fs::status(folder / "ostrel.settings.v1.json").permissions(), fs::perms(0600));
     put("notes.txt", "x");
     put(".json", "x");
     store.remove(kSettings);

@@ -59,11 +59,7 @@ class PrivateBus {
         QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         write(folder() + u'/' + service + QStringLiteral(".service"),
               QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(service, script));
-        const QDBusMessage reload = QDBusMessage::createMethodCall(
-            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReloadConfig"));
-        EXPECT_EQ(connection(QStringLiteral("reload")).call(reload).type(),
-                  QDBusMessage::ReplyMessage);
+        EXPECT_EQ(ask(QStringLiteral("ReloadConfig")).type(), QDBusMessage::ReplyMessage);
     }
     [[nodiscard]] qsizetype starts() const {
         QFile file(folder() + QStringLiteral("/starts"));
@@ -71,11 +67,7 @@ class PrivateBus {
     }
 
     [[nodiscard]] bool hasName(const QString& name) {
-        QDBusMessage question = QDBusMessage::createMethodCall(
-            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
-        question << name;
-        return connection(QStringLiteral("asking")).call(question).arguments().value(0).toBool();
+        return ask(QStringLiteral("NameHasOwner"), {name}).arguments().value(0).toBool();
     }
 
     // Everything that `from` has sent to `to` has arrived.
@@ -103,6 +95,13 @@ class PrivateBus {
     [[nodiscard]] QString folder() const { return QString::fromStdString(folder_.path()); }
 
   private:
+    QDBusMessage ask(const QString& member, const QVariantList& arguments = {}) {
+        const QString bus = QStringLiteral("org.freedesktop.DBus");
+        QDBusMessage question =
+            QDBusMessage::createMethodCall(bus, QStringLiteral("/"), bus, member);
+        question.setArguments(arguments);
+        return connection(QStringLiteral("asking")).call(question);
+    }
     static void write(const QString& path, const QString& text) {
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
