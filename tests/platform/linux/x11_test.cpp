@@ -111,26 +111,6 @@ struct QtDisplaysOnX11 : ::testing::Test {
     }
 };
 
-TEST_F(QtDisplaysOnX11, AMonitorKeepsItsNumberWhileAnotherComesAndGoes) {
-    const QtDisplays displays;
-    const std::uint32_t left = displayAt(displays, 0);
-    const std::uint32_t right = displayAt(displays, 1920);
-    EXPECT_EQ(displays.current().size(), 2U);
-    bool told = false;
-    const Subscription watch = displays.changed.subscribe([&] { told = true; });
-
-    xrandr({"--delmonitor", "RIGHT"});
-    ASSERT_TRUE(runUntil([&] { return told && displays.current().size() == 1; }));
-    EXPECT_EQ(displayAt(displays, 0), left);
-    EXPECT_EQ(displays.screen(right), nullptr);
-
-    told = false;
-    xrandr({"--setmonitor", "RIGHT", "1280/338x1024/270+1920+0", "none"});
-    ASSERT_TRUE(runUntil([&] { return told && displays.current().size() == 2; }));
-    EXPECT_EQ(displayAt(displays, 0), left);
-    EXPECT_NE(displayAt(displays, 1920), right) << "a number is not used twice";
-}
-
 TEST_F(QtDisplaysOnX11, TheMainDisplayHasTheActiveWindowElseThePointer) {
     const QtDisplays displays;
     const std::uint32_t left = displayAt(displays, 0);

@@ -69,15 +69,6 @@ TEST_F(MacRunLoopTest, OneAlarmRingsForTheEarliestTimerOfEitherClock) {
     EXPECT_EQ(ringsAt, std::nullopt);
 }
 
-TEST_F(MacRunLoopTest, TimersOfOneMomentShareTheirRings) {
-    const Timer first = loop->repeat(1s, 1s, note('a'));
-    awakeNow += 3ms;
-    const Timer second = loop->repeat(1s, 1s, note('b'));
-    goOn(3s);
-    EXPECT_EQ(log, "ababab");
-    EXPECT_EQ(rings, 3);
-}
-
 TEST_F(MacRunLoopTest, AnAlarmThatRingsEarlyRunsNothingAndIsSetAgain) {
     const Timer timer = loop->callAfter(20s, note('a'));
     ringsAt = awakeNow + 19999ms;

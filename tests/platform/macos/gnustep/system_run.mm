@@ -118,18 +118,6 @@ TEST_F(ObserverRun, WhatIsOnItsWayWhenTheObserverGoesIsNotHeard) {
     EXPECT_EQ(heard, 0);
 }
 
-TEST_F(ObserverRun, MayEndItself) {
-    std::unique_ptr<NotificationObserver> own;
-    own = std::make_unique<NotificationObserver>(
-        centre, @"a", [&, keep = std::string(100, 'k')](NSNotification*) {
-            own.reset();
-            heard += static_cast<int>(keep.size());
-        });
-    post(centre, @"a");
-    post(centre, @"a");
-    EXPECT_EQ(heard, 100);
-}
-
 struct WorkspaceEventsRun : ::testing::Test {
     double asleepSec = 100;
     int zonesForgotten = 0;
@@ -213,7 +201,6 @@ TEST(FoundationValuesRun, TruthNumbersAndTextAreToldApart) {
         @"yes" : [NSNumber numberWithBool:YES],
         @"no" : [NSNumber numberWithBool:NO],
         @"one" : @1,
-        @"large" : [NSNumber numberWithLongLong:-9'007'199'254'740'993],
         @"half" : @0.5,
         @"text" : @"1",
         @"list" : @[ @1 ],
@@ -222,7 +209,6 @@ TEST(FoundationValuesRun, TruthNumbersAndTextAreToldApart) {
     EXPECT_EQ(values, (PlainDictionary{{"yes", true},
                                        {"no", false},
                                        {"one", std::int64_t{1}},
-                                       {"large", std::int64_t{-9'007'199'254'740'993}},
                                        {"half", 0.5},
                                        {"text", std::string("1")},
                                        {"list", std::monostate{}}}));
