@@ -248,14 +248,6 @@ constexpr const char* kStored =
     R"("hour":9,"id":"weekly","since":794915400.25,"title":{"args":[],"key":"title"},)"
     R"("userInfo":{"kind":"eye"},"weekday":2}]})";
 
-// The stored bytes with `from` replaced.
-std::string stored(const std::string& from, const std::string& to) {
-    std::string bytes = kStored;
-    const std::size_t place = bytes.find(from);
-    EXPECT_NE(place, std::string::npos) << from;
-    return bytes.replace(place, from.size(), to);
-}
-
 TEST_F(NotificationsTest, WhatWaitsSurvivesTheProgramAndTheDocumentGoesWithTheLast) {
     launchWithServer();
     notifications->add(request("once", "once", AfterSeconds{3600}));
@@ -279,8 +271,7 @@ TEST_F(NotificationsTest, DamagedBytesCountAsNoneAndAreSetAsideBeforeTheyAreRepl
     const std::string damaged[] = {
         "",
         std::string(kStored).substr(0, 100),
-        stored(R"("hour":9)", R"("hour":24)"),
-        stored("794915400.25", "1e999"),
+        std::string(kStored).replace(std::string(kStored).find("9,"), 1, "24"),
     };
     std::size_t setAside = 0;
     for (const std::string& bytes : damaged) {

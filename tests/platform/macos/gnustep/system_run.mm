@@ -225,17 +225,15 @@ TEST(MacAnnouncementsRun, DoNotDisturbArrivesWithItsValues) {
     });
     const std::vector<std::string> expected = {"com.apple.controlcenter.DoNotDisturbActive",
                                                "com.apple.donotdisturb.notification"};
-    for (NSString* name in
-         @[ @(expected[0].c_str()), @"com.apple.other", @(expected[1].c_str()) ]) {
-        [[NSDistributedNotificationCenter defaultCenter]
-            postNotificationName:name
-                          object:nil
-                        userInfo:@{
-                            @"active" : [NSNumber numberWithBool:YES],
-                            @"half" : @0.5,
-                            @"text" : @"TRUE"
-                        }
-              deliverImmediately:YES];
+    NSDictionary* const info =
+        @{@"active" : [NSNumber numberWithBool:YES],
+          @"half" : @0.5,
+          @"text" : @"TRUE"};
+    for (const std::string& name : {expected[0], std::string("com.apple.other"), expected[1]}) {
+        [[NSDistributedNotificationCenter defaultCenter] postNotificationName:@(name.c_str())
+                                                                       object:nil
+                                                                     userInfo:info
+                                                           deliverImmediately:YES];
     }
     ASSERT_TRUE(spinUntil([&] { return names.size() >= 2; }));
     spinFor(0.1);
