@@ -6,7 +6,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from desktop import OSTREL, SOON, DesktopTest, Terminal, key, output, overlay_windows, pixel, wait_for
+from desktop import OSTREL, SOON, DesktopTest, Terminal, key, overlay_windows, pixel, wait_for, windows
 
 
 class LifetimeTest(DesktopTest):
@@ -53,8 +53,7 @@ class LifetimeTest(DesktopTest):
         self.start(XDG_CONFIG_HOME=str(Path(self.folder) / "no-folder"))
         self.wait_running(lambda: "ostrel.settings.v1 could not be saved" in self.log.read_text(encoding="utf-8"),
                           "the complaint")
-        self.wait_running(lambda: output("xdotool", "search", "--onlyvisible", "--name", "^Welcome to Ostrel$"),
-                          "the welcome by a program without a memory")
+        self.wait_running(lambda: windows("^Welcome to Ostrel$"), "the welcome by a program without a memory")
 
     def test_without_a_display_it_says_so_and_ends(self):
         done = subprocess.run([OSTREL], env=self.environment(DISPLAY=":9999"), capture_output=True, text=True,

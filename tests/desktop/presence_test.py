@@ -4,7 +4,8 @@
 import time
 import unittest
 
-from desktop import SOON, UNANNOUNCED, UNTIL_LOOKED_AT_SEC, DesktopTest, Terminal, is_toast_shown, key, output, wait_for
+from desktop import (SOON, UNANNOUNCED, UNTIL_LOOKED_AT_SEC, DesktopTest, Terminal, active_window, is_toast_shown, key,
+                     wait_for, windows)
 from notification_servers import Dunst, Xfce, has_server, pause_dunst, pause_xfce
 from status_item import StatusItem, start_watcher
 
@@ -12,8 +13,8 @@ from status_item import StatusItem, start_watcher
 class PresenceTest(DesktopTest):
     def test_call_in_front_holds_the_break_until_it_is_left(self):
         call = self.spawn("xterm", "-class", "zoom", "-name", "zoom", "-title", "call", "-e", "cat")
-        window = wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--name", "^call$").split(), "the call")[0]
-        wait_for(lambda: output("xdotool", "getactivewindow").strip() == window, "the call in front")
+        window = wait_for(lambda: windows("^call$"), "the call")[0]
+        wait_for(lambda: active_window() == window, "the call in front")
         self.start(dict(UNANNOUNCED, eyeBreakIntervalSec=8))
         self.wait_held()
         Terminal(self, "work", "white", 200)

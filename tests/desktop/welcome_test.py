@@ -6,7 +6,8 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from desktop import LEFT, OSTREL, RIGHT, SOON, DesktopTest, is_toast_shown, key, output, overlay_windows, wait_for
+from desktop import (LEFT, OSTREL, RIGHT, SOON, DesktopTest, active_window, is_toast_shown, key, overlay_windows,
+                     wait_for, windows)
 from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
 
 # What has to be repaired is written whole at once.
@@ -14,7 +15,7 @@ FIRST = {"hasOnboarded": False, "remindersMigrated": False}
 
 
 def welcome_window():
-    return output("xdotool", "search", "--onlyvisible", "--name", "^Welcome to Ostrel$").split()
+    return windows("^Welcome to Ostrel$")
 
 
 class WelcomeTest(DesktopTest):
@@ -31,7 +32,7 @@ class WelcomeTest(DesktopTest):
     def start_for_the_first_time(self):
         self.start(FIRST, **ACCESSIBLE)
         self.wait_running(welcome_window, "the welcome")
-        wait_for(lambda: output("xdotool", "getactivewindow").split() == welcome_window(), "its focus")
+        wait_for(lambda: [active_window()] == welcome_window(), "its focus")
 
     def part(self, name):
         roles = (self.atspi.ROLE_PUSH_BUTTON, self.atspi.ROLE_RADIO_BUTTON, self.atspi.ROLE_CHECK_BOX)
