@@ -4,7 +4,7 @@
 import subprocess
 import unittest
 
-from desktop import OSTREL, SOON, DesktopTest, wait_for
+from desktop import SOON, DesktopTest, wait_for
 from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
 
 HINTS = {
@@ -53,10 +53,8 @@ class AccessibilityTest(DesktopTest):
         return wait_for(look, what)
 
     def choose(self, label):
-        """A second launch opens the window, and its foot the menu."""
-        wait_for((self.documents / "ostrel.lock").exists, "the program")
-        wait_for(lambda: "its window opens" in subprocess.run([OSTREL], env=self.environment(), capture_output=True,
-                                                              text=True, check=True).stdout, "the window")
+        """The foot of the window opens the menu."""
+        self.open_window()
         for name in ("Breaks and pauses", label):
             self.reader.press(wait_for(lambda entry=name: self.reader.named(*self.every_role()).get(entry), name))
 

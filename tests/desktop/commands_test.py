@@ -13,15 +13,11 @@ import unittest
 from pathlib import Path
 
 from completions import CompletionTest
-from desktop import HERE, OSTREL, UNANNOUNCED, DesktopTest, key, output, overlay_windows, wait_for
+from desktop import OSTREL, UNANNOUNCED, DesktopTest, key, start_bus, wait_for
 
 LATER = {**UNANNOUNCED, "eyeBreakIntervalSec": 1200, "dailyGoalBreaks": 4}
 DONE, FAILED, USAGE, NOT_RUNNING, UNREACHABLE = range(5)
 NOBODY = 65534
-
-OPEN_BUS = """<busconfig><type>session</type><listen>{address}</listen><auth>EXTERNAL</auth>
-<policy context="default"><allow user="*"/><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/>
-</policy></busconfig>"""
 
 
 class Commands(DesktopTest):
@@ -64,11 +60,6 @@ class RunningTest(Commands):
         self.assertEqual(self.pause_reasons(), ["user"])
         self.assertEqual(self.told("status", "--compact"), "paused\n")
         self.assertRegex(self.told("status"), r"\APaused\nUntil \d\d?:\d\d")
-        self.told("break", "eye")
-        self.wait_for_break()
-        self.assertRegex(self.told("status"), r"\AEye break on the screen: 01:\d\d left\nPaused\nUntil \d\d?:\d\d")
-        self.told("skip")
-        self.assertIn("pausedUntil", self.status())
         self.assertEqual(self.told("pause"), "")
         self.assertNotIn("pausedUntil", self.status())
         self.assertEqual(self.told("resume"), "")
@@ -87,16 +78,6 @@ class RunningTest(Commands):
         self.assertEqual(self.told("postpone"), "")
         self.assertGreater(self.status()["eye"]["remainingSec"], 1400)
         self.assert_refused(FAILED, "no postpone is left", "postpone")
-        self.told("settings", "set", "strictMode", "true")
-        self.told("break", "body")
-        self.wait_for_close_refused_by_strict_mode()
-
-    def wait_for_close_refused_by_strict_mode(self):
-        self.wait_running(overlay_windows, "the body break")
-        self.assert_refused(FAILED, "strict mode", "skip")
-        self.told("settings", "set", "strictMode", "false")
-        self.assertEqual(self.told("skip"), "")
-        self.assertEqual(self.wait_for_close(2), "skipped")
 
     def test_report_and_settings_come_from_the_instance_and_go_to_it(self):
         self.launch()
@@ -108,62 +89,37 @@ class RunningTest(Commands):
         self.assertEqual([(row["kind"], row["outcome"]) for row in rows], [("eye", "skipped")])
         report = json.loads(self.told("report", "--range", "monthly", "--json"))
         self.assertEqual((report["skipRate"], len(report["days"])), (1.0, 30))
-        self.assertIn("Breaks skipped: 100 %", self.told("report").splitlines())
-
-        self.assertEqual(self.told("settings", "get", "dailyGoalBreaks"), "4\n")
         self.assertEqual(self.told("settings", "set", "dailyGoalBreaks", "9"), "")
-        self.assertEqual(self.status()["dailyGoalBreaks"], 9)
-        self.assertIn("dailyGoalBreaks=9\n", self.told("settings", "get"))
+        self.assertEqual(self.told("settings", "get", "dailyGoalBreaks"), "9\n")
         document = json.loads(self.told("settings", "export"))
         self.assertEqual(document, self.document("settings"))
         self.told("settings", "set", "activePresetID", "light")
         self.assertEqual(self.status()["eye"]["intervalSec"], 1800)
         self.told("settings", "import", "-", given=json.dumps(document))
-        self.assertEqual(self.status()["eye"]["intervalSec"], 1200)
         self.assertEqual(self.document("settings"), document)
 
-    def test_watch_tells_each_change_until_the_instance_quits(self):
-        self.launch()
-        watch = subprocess.Popen([OSTREL, "status", "--compact", "--watch"], stdout=subprocess.PIPE, text=True,
-                                 env=self.environment())
+    def watch(self, *words):
+        watch = self.spawn(OSTREL, "status", "--watch", *words, env=self.environment(), text=True, stdout=subprocess.PIPE,
+                           stderr=subprocess.PIPE)
         self.addCleanup(watch.stdout.close)
-        self.addCleanup(self.end, watch)
+        self.addCleanup(watch.stderr.close)
+        return watch
+
+    def test_watch_tells_each_change_and_ends_quietly_with_its_reader_and_with_the_instance(self):
+        self.launch()
+        watch = self.watch("--compact")
         lines = [watch.stdout.readline() for _ in range(3)]
         self.assertEqual(len(set(lines)), 3, lines)
         for line in lines:
             self.assertRegex(line, r"^\d\d:\d\d\n$")
         self.told("pause")
         wait_for(lambda: watch.stdout.readline() == "paused\n", "the pause to be told")
+        unread = self.watch()
+        self.assertEqual(unread.stdout.readline(), "Paused\n")
+        unread.stdout.close()
+        self.assertEqual((unread.wait(20), unread.stderr.read()), (DONE, ""))
         self.app.terminate()
         self.assertEqual(watch.wait(20), DONE)
-
-    def test_watch_goes_on_with_the_instance_that_takes_the_name(self):
-        self.launch()
-        other = Path(self.folder) / "other" / "ostrel"
-        other.mkdir(parents=True)
-        (other / "ostrel.settings.v1.json").write_text(json.dumps({**LATER, "ostrelEnabled": False}), encoding="utf-8")
-        self.spawn(OSTREL, env=self.environment(XDG_CONFIG_HOME=str(other.parent)))
-        wait_for(lambda: output("dbus-send", "--print-reply", "--dest=org.freedesktop.DBus", "/",
-                                "org.freedesktop.DBus.ListQueuedOwners", "string:org.ostrel.Ostrel").count('":') == 2,
-                 "the other instance to wait for the name")
-        told = Path(self.folder) / "told"
-        with told.open("w", encoding="utf-8") as said:
-            self.spawn(OSTREL, "status", "--compact", "--watch", env=self.environment(), stdout=said)
-        wait_for(lambda: re.match(r"\d\d:\d\d\n", told.read_text(encoding="utf-8")), "a countdown")
-        self.app.terminate()
-        wait_for(lambda: told.read_text(encoding="utf-8").endswith("\noff\n"), "the other to be told of")
-
-    def test_watch_ends_quietly_with_its_reader(self):
-        self.launch()
-        self.told("pause")
-        watch = subprocess.Popen([OSTREL, "status", "--watch"], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                 text=True, env=self.environment())
-        self.addCleanup(self.end, watch)
-        self.assertEqual(watch.stdout.readline(), "Paused\n")
-        watch.stdout.close()
-        self.assertEqual(watch.wait(20), DONE)
-        self.assertEqual(watch.stderr.read(), "")
-        watch.stderr.close()
 
 
 class BusTest(Commands):
@@ -174,30 +130,17 @@ class BusTest(Commands):
         self.address = f"unix:path={self.folder}/bus"
         self.bus = {"DBUS_SESSION_BUS_ADDRESS": self.address}
 
-    def start_bus(self):
-        config = Path(self.folder) / "bus.conf"
-        config.write_text(OPEN_BUS.format(address=self.address), encoding="utf-8")
-        daemon = self.spawn("dbus-daemon", f"--config-file={config}", "--nofork", "--print-address",
-                            stdout=subprocess.PIPE, text=True)
-        self.assertTrue(daemon.stdout.readline())
-        daemon.stdout.close()
-        return daemon
-
     def test_instance_is_back_with_a_bus_that_was_restarted(self):
-        daemon = self.start_bus()
+        daemon = start_bus(self, self.address)
         self.launch(**self.bus)
         self.told("pause", **self.bus)
         daemon.kill()
         daemon.wait()
         self.assert_refused(UNREACHABLE, "DBUS_SESSION_BUS_ADDRESS", "resume", **self.bus)
         self.assert_refused(UNREACHABLE, "DBUS_SESSION_BUS_ADDRESS", "settings", "get", **self.bus)
-        self.start_bus()
+        start_bus(self, self.address)
         self.wait_running(lambda: self.ostrel("status", **self.bus).returncode == DONE, "the instance to be back")
         self.assertEqual(self.status(**self.bus)["state"], "paused")
-        panel = Path(self.folder) / "panel"
-        with panel.open("w", encoding="utf-8") as said:
-            self.spawn("/usr/bin/python3", str(HERE / "status_watcher.py"), env=self.environment(**self.bus), stdout=said)
-        wait_for(lambda: "registered" in panel.read_text(encoding="utf-8"), "the status item in the panel")
         self.told("resume", **self.bus)
         self.told("settings", "set", "pauseDuringDND", "true", **self.bus)
         self.spawn("dunst", env=self.environment(**self.bus))
@@ -212,7 +155,7 @@ class BusTest(Commands):
     @unittest.skipUnless(os.getuid() == 0, "only root can be somebody else")
     def test_other_users_are_refused_also_where_the_bus_lets_them_in(self):
         os.chmod(self.folder, 0o711)
-        self.start_bus()
+        start_bus(self, self.address)
         self.launch(**self.bus)
         for member in ("Status", "Watch", "Resume", "GetSettings"):
             done = subprocess.run(
@@ -245,16 +188,11 @@ class NotRunningTest(Commands):
 
     def test_report_and_settings_work_on_what_is_stored(self):
         self.assertEqual(len(json.loads(self.told("report", "--range", "full", "--json"))["days"]), 60)
-        report = self.told("report").splitlines()
-        self.assertEqual(report[0], "The last seven days")
-        self.assertIn("Breaks held back: 0", report)
-        self.assertIn("Breaks dropped: 0", report)
-        self.assertIn("Breaks counted while away: 0", report)
+        self.assertTrue(self.told("report").startswith("The last seven days\n"))
         self.assertTrue(self.told("report", "--csv").startswith("id,startedAt,"))
         before = self.told("settings", "export")
         self.assertFalse(self.documents.exists(), "looking wrote something")
         self.assertEqual(self.told("settings", "set", "eyeBreakIntervalSec", "900"), "")
-        self.assertEqual(self.document("settings")["activePresetID"], "custom")
         self.assertEqual(self.told("settings", "get", "eyeBreakIntervalSec"), "900\n")
         self.told("settings", "import", "-", given=before)
         self.assertEqual(self.told("settings", "export"), before)
@@ -272,41 +210,35 @@ class NotRunningTest(Commands):
     def test_bad_arguments_are_a_line_and_status_2(self):
         damaged = Path(self.folder) / "damaged\n.json"
         damaged.write_text("[1]", encoding="utf-8")
-        unknown = Path(self.folder) / "unknown.json"
-        unknown.write_text('{"durationSec": 1, "steps": [{"at": 0, "front\\nmots": 1}]}', encoding="utf-8")
-        for words in (["nap"], ["--nap"], ["status", "--nap"], ["status", "--json", "--compact"], ["pause", "soon"],
-                      ["pause", "1m", "2m"], ["break"], ["break", "tea"], ["resume", "now"], ["report", "--range", "never"],
-                      ["report", "--range"], ["settings"], ["settings", "list"], ["settings", "get", "nothing"],
-                      ["settings", "set", "strictMode"], ["settings", "set", "strictMode", "maybe"],
-                      ["settings", "set", "eyeBreakIntervalSec", "5"], ["settings", "import", str(damaged)],
-                      ["--version", "now"], ["--screenshots", "x"], ["simulate", "--nap", "x"],
-                      ["simulate", "--seed", "x", str(unknown)], ["simulate", "/nonexistent"], ["--demo", "--screenshots"],
-                      ["--demo", "now"], [""], ["na\np"], ["pause", "1\u2028m"], ["report", "--range", "a\x1b[2Jb"],
-                      ["settings", "get", "a\rb"]):
+        for words in (["nap"], ["status", "--json", "--compact"], ["pause", "soon"], ["break", "tea"], ["resume", "now"],
+                      ["report", "--range", "never"], ["settings"], ["settings", "get", "nothing"],
+                      ["settings", "set", "strictMode", "maybe"], ["settings", "import", str(damaged)],
+                      ["simulate", "--seed", "x", str(damaged)], ["simulate", "/nonexistent"], ["--demo", "now"], [""],
+                      ["na\np"], ["pause", "1\u2028m"], ["report", "--range", "a\x1b[2Jb"], ["settings", "get", "a\rb"]):
             self.assert_refused(USAGE, "", *words)
             self.assertNotRegex(self.ostrel(*words).stderr, "[\x00-\x09\x0b-\x1f\u2028]", words)
         self.assert_refused(USAGE, 'there is no command "na\\?p"', "na\np")
-        for scenario, said in ((unknown, 'unknown.json: steps[0]: unknown verb "front?mots"'), (damaged, '"damaged?.json": ')):
-            done = self.ostrel("simulate", str(scenario))
-            self.assertEqual((done.returncode, done.stdout, done.stderr.count("\n")), (USAGE, "", 1))
-            self.assertTrue(done.stderr.startswith(said), done.stderr)
+        done = self.ostrel("simulate", str(damaged))
+        self.assertEqual((done.returncode, done.stdout, done.stderr.count("\n")), (USAGE, "", 1))
+        self.assertTrue(done.stderr.startswith('"damaged?.json": '), done.stderr)
         self.assert_refused(FAILED, "cannot be read", "settings", "import", "/nonexistent")
         self.assertFalse(self.documents.exists())
+
+    def write_to(self, out, *words):
+        done = subprocess.run([OSTREL, *words], stdout=out, stderr=subprocess.PIPE, text=True, check=False,
+                              env=self.environment())
+        return done.returncode, len(done.stderr.splitlines())
 
     def test_output_that_cannot_be_written(self):
         day = Path(self.folder) / "day.json"
         day.write_text('{"durationSec": 28800}', encoding="utf-8")
         with open("/dev/full", "w", encoding="utf-8") as full:
             for words in (["--help"], ["status", "--capabilities"], ["simulate", str(day)]):
-                done = subprocess.run([OSTREL, *words], stdout=full, stderr=subprocess.PIPE, text=True, check=False,
-                                      env=self.environment())
-                self.assertEqual((done.returncode, len(done.stderr.splitlines())), (FAILED, 1), words)
+                self.assertEqual(self.write_to(full, *words), (FAILED, 1), words)
         unread, written = os.pipe()
         os.close(unread)
         for words in (["settings", "export"], ["simulate", str(day)]):
-            done = subprocess.run([OSTREL, *words], stdout=written, stderr=subprocess.PIPE, text=True, check=False,
-                                  env=self.environment())
-            self.assertEqual((done.returncode, done.stderr), (DONE, ""), words)
+            self.assertEqual(self.write_to(written, *words), (DONE, 0), words)
         os.close(written)
 
     def test_language_is_that_of_the_settings(self):

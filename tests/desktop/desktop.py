@@ -56,18 +56,28 @@ def pixel(x, y):
     return tuple(bytes.fromhex(re.search(r"#([0-9A-F]{6})", text)[1]))
 
 
+def windows(name):
+    """Those on the screen whose title matches."""
+    return output("xdotool", "search", "--onlyvisible", "--name", name).split()
+
+
+def active_window():
+    return output("xdotool", "getactivewindow").strip()
+
+
+def rectangle(window):
+    """None when the window is gone."""
+    lines = dict(line.split("=") for line in output("xdotool", "getwindowgeometry", "--shell", window).split())
+    return tuple(int(lines[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")) if lines else None
+
+
 def overlay_windows():
     """The rectangles of the overlay windows on the screen, from the left."""
-    found = []
-    for window in output("xdotool", "search", "--onlyvisible", "--name", "^(Eye|Body) break").split():
-        lines = dict(line.split("=") for line in output("xdotool", "getwindowgeometry", "--shell", window).split())
-        if lines:
-            found.append(tuple(int(lines[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")))
-    return sorted(found)
+    return sorted(found for found in map(rectangle, windows("^(Eye|Body) break")) if found)
 
 
 def is_toast_shown(beginning):
-    return bool(output("xdotool", "search", "--onlyvisible", "--name", f"^{beginning}"))
+    return bool(windows(f"^{beginning}"))
 
 
 def is_break_held():
@@ -83,6 +93,21 @@ def unplug(name):
     subprocess.run(["xrandr", "--delmonitor", name], check=False, capture_output=True)
 
 
+BUS = """<busconfig><type>session</type><listen>{address}</listen><auth>EXTERNAL</auth>
+<policy context="default"><allow user="*"/><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/>
+</policy></busconfig>"""
+
+
+def start_bus(test, address):
+    """A bus of the test's own, with nothing on it."""
+    config = Path(test.folder) / "bus.conf"
+    config.write_text(BUS.format(address=address), encoding="utf-8")
+    daemon = test.spawn("dbus-daemon", f"--config-file={config}", "--nofork", "--print-address", stdout=subprocess.PIPE)
+    test.assertTrue(daemon.stdout.readline())
+    daemon.stdout.close()
+    return daemon
+
+
 class Terminal:
     """A program beneath: an xterm that keeps what is typed into it."""
 
@@ -92,14 +117,13 @@ class Terminal:
         command = f"stty -icanon; exec cat >'{self._typed}'"
         test.spawn("xterm", "-title", name, "-bg", colour, "-fg", colour, "-bw", "0",
                    "-geometry", f"80x24+{x}+100", "-e", "sh", "-c", command)
-        self.window = wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--name", f"^{name}$").split(),
-                               f"the terminal {name}")[0]
+        self.window = wait_for(lambda: windows(f"^{name}$"), f"the terminal {name}")[0]
         wait_for(self._typed.exists, f"the shell of {name}")
         wait_for(self._focus, f"the focus on {name}")
 
     def _focus(self):
         subprocess.run(["xdotool", "windowactivate", self.window], check=False, capture_output=True)
-        return output("xdotool", "getactivewindow").strip() == self.window
+        return active_window() == self.window
 
     def fill_display(self):
         subprocess.run(["wmctrl", "-i", "-r", self.window, "-b", "add,fullscreen"], check=True)
@@ -155,6 +179,15 @@ class DesktopTest(unittest.TestCase):
         with self.log.open("a", encoding="utf-8") as log:
             self.app = self.spawn(*self.program, env=self.environment(**environment), stdout=log, stderr=log)
         return self.app
+
+    def launch_again(self, **environment):
+        """A second launch, once the first is up."""
+        self.wait_running((self.documents / "ostrel.lock").exists, "the program")
+        return subprocess.run([OSTREL], env=self.environment(**environment), capture_output=True, text=True, timeout=30,
+                              check=True)
+
+    def open_window(self, **environment):
+        wait_for(lambda: "its window opens" in self.launch_again(**environment).stdout, "the window")
 
     def trace(self, what):
         """The trace lines of one kind, each without its first two words."""

@@ -10,12 +10,12 @@ SETTINGS = dict(UNANNOUNCED, eyeBreakIntervalSec=3)
 
 
 class FilmTest(DesktopTest):
-    def test_film_holds_the_break_until_it_leaves_the_full_screen(self):
+    def test_film_holds_the_break_until_it_is_paused(self):
         film = Player(self, PICTURE, "--fullscreen")
         film.wait_for_window(1920, 1080)
         self.start(SETTINGS)
         self.wait_held()
-        film.set("fullscreen", False)
+        film.set("pause", True)
         self.wait_opened(UNTIL_LOOKED_AT_SEC)
         self.assertIsNone(film.process.poll())
 

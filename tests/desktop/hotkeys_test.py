@@ -4,7 +4,7 @@
 import subprocess
 import unittest
 
-from desktop import SOON, DesktopTest, Terminal, key, output, wait_for
+from desktop import SOON, DesktopTest, Terminal, active_window, key, wait_for, windows
 
 CALM = dict(SOON, eyeBreakIntervalSec=1200)
 START = "super+shift+56"  # the key that types b on most layouts, by its place
@@ -19,7 +19,7 @@ class HotkeysTest(DesktopTest):
     def start_beside(self, settings=CALM):
         self.terminal = Terminal(self, "beside", "white", 200)
         self.start(settings)
-        self.wait_running(lambda: output("xdotool", "getactivewindow").strip() == self.terminal.window, "the focus")
+        self.wait_running(lambda: active_window() == self.terminal.window, "the focus")
         self.wait_running((self.documents / "ostrel.lock").exists, "the program")
 
     def toggle_until(self, reasons):
@@ -42,16 +42,6 @@ class HotkeysTest(DesktopTest):
         self.assertEqual(self.wait_for_close(), "forcedByPause")
         self.assertEqual(self.terminal.typed(), typed)
 
-    def test_break_outside_the_work_hours_stays_and_so_does_the_end_of_their_pause(self):
-        self.start_beside(dict(CALM, workHoursEnabled=True, workDays=[]))
-        wait_for(lambda: self.pause_reasons() == ["schedule"], "the pause of the work hours")
-        self.toggle_until([])
-        key(START)
-        self.wait_for_break()
-        key("Escape")
-        self.assertEqual(self.wait_for_close(), "skipped")
-        self.assertEqual(self.pause_reasons(), [])
-
     def test_locks_and_another_layout_change_nothing(self):
         self.start_beside()
         self.toggle_until(["user"])
@@ -68,7 +58,7 @@ class HotkeysTest(DesktopTest):
     def test_chord_of_another_program_is_told(self):
         show_desktop = {"keyCode": 2, "modifiers": 256, "displayString": "⌘D"}  # the window manager's
         self.start_beside(dict(CALM, startBreakHotkey=show_desktop))
-        wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--name", "Super[+]D belongs to another program"), "the toast")
+        wait_for(lambda: windows("Super[+]D belongs to another program"), "the toast")
         self.toggle_until(["user"])
 
 

@@ -8,10 +8,9 @@ import dbus.mainloop.glib
 import dbus.service
 from gi.repository import GLib
 
-from desktop import LEFT, RIGHT, SOON, DesktopTest, is_toast_shown, key, overlay_windows
+from desktop import LEFT, RIGHT, DesktopTest, key, overlay_windows
 
 NAME = "org.xfce.ScreenSaver"
-CARD = "Look into the distance"
 
 
 class ScreenSaver(dbus.service.Object):
@@ -55,14 +54,6 @@ class LockTest(DesktopTest):
         # The keyboard is its own once it has been painted.
         self.wait_running(lambda: key("Escape") or self.trace("closed"), "the break to close")
         self.assertEqual(self.wait_for_close(), "skipped")
-
-    def test_gentle_card_is_not_shown_above_the_lock(self):
-        self.start(dict(SOON, eyePresentation="gentle"))
-        self.wait_running(lambda: is_toast_shown(CARD), "the card")
-        self.saver.ActiveChanged(True)
-        self.wait_running(lambda: serve(lambda: not is_toast_shown(CARD)), "the screen without the card")
-        self.saver.ActiveChanged(False)
-        self.wait_running(lambda: serve(lambda: is_toast_shown(CARD)), "the card once more")
 
 
 if __name__ == "__main__":

@@ -3,7 +3,6 @@
 import os
 import select
 import threading
-from pathlib import Path
 
 import dbus
 import dbus.bus
@@ -11,23 +10,17 @@ import dbus.mainloop.glib
 import dbus.service
 from gi.repository import GLib
 
-from desktop import wait_for
+from desktop import start_bus
 
 NAME = "org.freedesktop.login1"
 MANAGER = "org.freedesktop.login1.Manager"
 
-BUS = """<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><auth>EXTERNAL</auth>
-<policy context="default"><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/></policy></busconfig>"""
-
 
 def start_system_bus(test):
     """One of the test's own, with nothing on it; answers its address."""
-    configuration, address = Path(test.folder) / "system.conf", Path(test.folder) / "system.address"
-    configuration.write_text(BUS, encoding="utf-8")
-    with address.open("w", encoding="utf-8") as file:
-        test.spawn("dbus-daemon", f"--config-file={configuration}", "--nofork", "--print-address=1", stdout=file)
-    wait_for(lambda: address.read_text(encoding="utf-8").endswith("\n"), "the system bus")
-    return address.read_text(encoding="utf-8").strip()
+    address = f"unix:path={test.folder}/system-bus"
+    start_bus(test, address)
+    return address
 
 
 class LoginManager(dbus.service.Object):

@@ -6,7 +6,8 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from desktop import UNANNOUNCED, UNTIL_LOOKED_AT_SEC, DesktopTest, is_break_held, key, output, wait_for
+from desktop import (UNANNOUNCED, UNTIL_LOOKED_AT_SEC, DesktopTest, active_window, is_break_held, key, output, wait_for,
+                     windows)
 from player import PICTURE
 
 PAGE = """<title>film</title><video src="film.webm" autoplay loop muted style="width: 640px"></video>
@@ -24,9 +25,8 @@ class BrowserTest(DesktopTest):
         self.spawn("chromium", *options, f"--user-data-dir={folder / 'browser'}", "--no-first-run", "--disable-gpu",
                    "--password-store=basic", "--autoplay-policy=no-user-gesture-required", "--window-position=0,0",
                    "--window-size=1000,700", f"file://{folder / 'film.html'}")
-        self.window = wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--name", "^film - ").split(),
-                               "the browser with its page", 60)[0]
-        wait_for(lambda: output("xdotool", "getactivewindow").strip() == self.window, "the browser in front")
+        self.window = wait_for(lambda: windows("^film - "), "the browser with its page", 60)[0]
+        wait_for(lambda: active_window() == self.window, "the browser in front")
 
     def is_full_screen(self):
         return "_NET_WM_STATE_FULLSCREEN" in output("xprop", "-id", self.window, "_NET_WM_STATE")

@@ -7,7 +7,7 @@ import dbus
 
 from desktop import SOON, DesktopTest, wait_for
 from login_manager import start_system_bus
-from notification_servers import NAME
+from notification_servers import NAME, server_object
 
 SHELL = "org.gnome.Shell"
 
@@ -32,12 +32,7 @@ class GnomeTest(DesktopTest):
         wait_for(lambda: is_answered(lambda: self.shell("1")), "the shell", 60)
         wait_for(lambda: self.shell("Main.layoutManager._startingUp") == "false", "the shell to have begun", 60)
         self.spawn("gjs", "/usr/share/gnome-shell/org.gnome.Shell.Notifications", env=environment)
-        wait_for(lambda: is_answered(self.ask_server), "the notifications")
-
-    @staticmethod
-    def ask_server():
-        server = dbus.SessionBus().get_object(NAME, "/org/freedesktop/Notifications", introspect=False)
-        server.GetServerInformation(dbus_interface=NAME)
+        wait_for(lambda: is_answered(lambda: server_object().GetServerInformation(dbus_interface=NAME)), "the notifications")
 
     @staticmethod
     def shell(script):

@@ -18,17 +18,21 @@ def has_server():
     return dbus.SessionBus().name_has_owner(NAME)
 
 
+def server_object():
+    return dbus.SessionBus().get_object(NAME, "/org/freedesktop/Notifications", introspect=False)
+
+
+def set_xfce(name, value):
+    settings = dbus.SessionBus().get_object(XFCONF, "/org/xfce/Xfconf", introspect=False)
+    settings.SetProperty("xfce4-notifyd", name, value, dbus_interface=XFCONF)
+
+
 def pause_dunst(is_paused):
-    server = dbus.SessionBus().get_object(NAME, "/org/freedesktop/Notifications", introspect=False)
-    server.Set(DUNST, "paused", dbus.Boolean(is_paused, variant_level=1), dbus_interface=dbus.PROPERTIES_IFACE)
-
-
-def xfconf():
-    return dbus.Interface(dbus.SessionBus().get_object(XFCONF, "/org/xfce/Xfconf", introspect=False), XFCONF)
+    server_object().Set(DUNST, "paused", dbus.Boolean(is_paused, variant_level=1), dbus_interface=dbus.PROPERTIES_IFACE)
 
 
 def pause_xfce(is_paused):
-    xfconf().SetProperty("xfce4-notifyd", "/do-not-disturb", dbus.Boolean(is_paused, variant_level=1))
+    set_xfce("/do-not-disturb", dbus.Boolean(is_paused, variant_level=1))
 
 
 class Dunst:
@@ -53,31 +57,17 @@ class Dunst:
         with self._printed.open("a", encoding="utf-8") as printed:
             return self.test.spawn("dunst", "-print", "-config", str(self._folder / "dunstrc"), stdout=printed)
 
-    @staticmethod
-    def _object():
-        return dbus.SessionBus().get_object(NAME, "/org/freedesktop/Notifications", introspect=False)
-
     def count(self):
-        return int(self._object().Get(DUNST, "displayedLength", dbus_interface=dbus.PROPERTIES_IFACE))
+        return int(server_object().Get(DUNST, "displayedLength", dbus_interface=dbus.PROPERTIES_IFACE))
 
-    def newest(self):
-        """Title and body of what was shown last, as on the screen."""
-        found = re.findall(r"\tformatted: '<b>(.*?)</b>\n(.*?)'\n", self._printed.read_text(encoding="utf-8"), re.DOTALL)
-        return tuple(self._without_markup(text) for text in found[-1]) if found else None
-
-    @staticmethod
-    def _without_markup(text):
-        text = re.sub("<[^>]*>", "", text)
-        for entity, character in (("&lt;", "<"), ("&gt;", ">"), ("&quot;", '"'), ("&amp;", "&")):
-            text = text.replace(entity, character)
-        return text
+    def newest_title(self):
+        """Of what was shown last."""
+        found = re.findall(r"\tformatted: '<b>(.*?)</b>\n", self._printed.read_text(encoding="utf-8"))
+        return found[-1] if found else None
 
     def press(self, label):
         self._wanted.write_text(label, encoding="utf-8")
-        self._object().ContextMenuCall(dbus_interface=DUNST)
-
-    def tap(self):
-        self._object().NotificationAction(dbus.UInt32(0), dbus_interface=DUNST)
+        server_object().ContextMenuCall(dbus_interface=DUNST)
 
 
 class Xfce:
@@ -94,8 +84,7 @@ class Xfce:
         self.test = test
         self.test.spawn(*glob.glob("/usr/lib/*/xfce4/xfconf/xfconfd"))
         wait_for(lambda: dbus.SessionBus().name_has_owner(XFCONF), "the settings of the server")
-        settings = dbus.SessionBus().get_object(XFCONF, "/org/xfce/Xfconf", introspect=False)
-        settings.SetProperty("xfce4-notifyd", "/expire-timeout", dbus.Int32(3600, variant_level=1), dbus_interface=XFCONF)
+        set_xfce("/expire-timeout", dbus.Int32(3600, variant_level=1))
 
     def start(self):
         return self.test.spawn(*glob.glob("/usr/lib/*/xfce4/notifyd/xfce4-notifyd"))
@@ -118,14 +107,9 @@ class Xfce:
     def count(self):
         return len(self._windows())
 
-    def newest(self):
-        texts = [label.name for label in self._find(self.atspi.ROLE_LABEL) if label.name]
-        return tuple(texts[:2])
+    def newest_title(self):
+        return next((label.name for label in self._find(self.atspi.ROLE_LABEL) if label.name), None)
 
     def press(self, label):
         button = wait_for(lambda: [b for b in self._find(self.atspi.ROLE_PUSH_BUTTON) if b.name == label], label)[0]
         button.queryAction().doAction(0)
-
-    def tap(self):
-        """A click elsewhere than on a button closes the notification and tells nothing."""
-        self.press("Ostrel")

@@ -1,12 +1,11 @@
 #!/usr/bin/python3
 """The status item on panels that people have, which are killed and started again."""
 
-import subprocess
 import unittest
 
 import dbus
 
-from desktop import OSTREL, SOON, DesktopTest, key, output, wait_for
+from desktop import SOON, DesktopTest, key, output, wait_for
 from panels import LxqtPanel, OldTray, XfcePanel
 from status_item import ITEM, StatusItem, start_watcher
 
@@ -82,8 +81,7 @@ class OldTrayTest(PanelTest):
 class KeyboardTest(PanelTest):
     def test_menu_opens_without_a_status_area_and_is_walked_with_the_keys(self):
         self.start(LATER)
-        wait_for((self.documents / "ostrel.lock").exists, "the program")
-        subprocess.run([OSTREL], env=self.environment(), check=True, capture_output=True)
+        self.launch_again()
         window = wait_for(self.own_windows, "the window")
         wait_for(lambda: output("xdotool", "getactivewindow").split() == window, "its focus")
         key("Tab", "space")

@@ -5,7 +5,7 @@ import socket
 import tempfile
 from pathlib import Path
 
-from desktop import output, wait_for
+from desktop import active_window, rectangle, wait_for, windows
 
 PICTURE = "av://lavfi:testsrc=size=320x180:rate=2"
 SOUND = "av://lavfi:sine=frequency=440"
@@ -44,10 +44,6 @@ class Player:
     def wait_for_window(self, width, height):
         """Until its window is in front and of that size."""
         def is_there():
-            window = output("xdotool", "search", "--onlyvisible", "--name", f"^{self.TITLE}$").split()
-            if not window:
-                return False
-            lines = dict(line.split("=") for line in output("xdotool", "getwindowgeometry", "--shell", window[0]).split())
-            return (output("xdotool", "getactivewindow").strip() == window[0] and
-                    (int(lines["WIDTH"]), int(lines["HEIGHT"])) == (width, height))
+            found = windows(f"^{self.TITLE}$")
+            return found and active_window() == found[0] and (rectangle(found[0]) or ())[2:] == (width, height)
         wait_for(is_there, f"the film in front, {width} by {height}")

@@ -4,7 +4,8 @@
 import time
 import unittest
 
-from desktop import SOON, UNANNOUNCED, UNTIL_LOOKED_AT_SEC, DesktopTest, Terminal, is_toast_shown, key, output, wait_for
+from desktop import (SOON, UNANNOUNCED, UNTIL_LOOKED_AT_SEC, DesktopTest, Terminal, active_window, is_toast_shown, key,
+                     wait_for, windows)
 from notification_servers import Dunst, Xfce, has_server, pause_dunst, pause_xfce
 from status_item import StatusItem, start_watcher
 
@@ -12,15 +13,15 @@ from status_item import StatusItem, start_watcher
 class PresenceTest(DesktopTest):
     def test_call_in_front_holds_the_break_until_it_is_left(self):
         call = self.spawn("xterm", "-class", "zoom", "-name", "zoom", "-title", "call", "-e", "cat")
-        window = wait_for(lambda: output("xdotool", "search", "--onlyvisible", "--name", "^call$").split(), "the call")[0]
-        wait_for(lambda: output("xdotool", "getactivewindow").strip() == window, "the call in front")
+        window = wait_for(lambda: windows("^call$"), "the call")[0]
+        wait_for(lambda: active_window() == window, "the call in front")
         self.start(dict(UNANNOUNCED, eyeBreakIntervalSec=8))
         self.wait_held()
         Terminal(self, "work", "white", 200)
         self.wait_opened(UNTIL_LOOKED_AT_SEC)
         self.assertIsNone(call.poll())
 
-    def test_do_not_disturb_pauses_and_ends_its_pause(self):
+    def test_do_not_disturb_pauses_until_it_ends_or_its_server_does(self):
         for make, switch in ((Dunst, pause_dunst), (Xfce, pause_xfce)):
             with self.subTest(make.__name__):
                 server = make(self).start()
@@ -29,9 +30,11 @@ class PresenceTest(DesktopTest):
                 for paused, reasons in ((True, ["focus"]), (False, [])):
                     switch(paused)
                     self.wait_running(lambda wanted=reasons: self.pause_reasons() == wanted, f"the pause reasons {reasons}")
-                self.end(app)
+                switch(True)
+                self.wait_running(lambda: self.pause_reasons() == ["focus"], "the pause once more")
                 self.end(server)
-                wait_for(lambda: not has_server(), "the server to be gone")
+                self.wait_running(lambda: self.pause_reasons() == [], "the pause to end with the server")
+                self.end(app)
                 (self.documents / "ostrel.sessionState.v1.json").unlink()
 
     def test_nobody_there_holds_the_countdown_and_the_return_counts_as_the_break(self):

@@ -1,10 +1,9 @@
 #!/usr/bin/python3
 """Every control of the settings window, by the screen reader's tree: set, stored, acting; and back."""
 
-import subprocess
 import unittest
 
-from desktop import OSTREL, DesktopTest, key, overlay_windows, wait_for
+from desktop import DesktopTest, key, overlay_windows, wait_for
 from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
 
 # What has to be repaired is written whole at once.
@@ -57,9 +56,7 @@ class SettingsTest(DesktopTest):
         super().setUp()
         self.reader = ScreenReader(self.atspi)
         self.start(SETTINGS, **ACCESSIBLE)
-        wait_for((self.documents / "ostrel.lock").exists, "the program")
-        wait_for(lambda: "its window opens" in subprocess.run(
-            [OSTREL], env=self.environment(), capture_output=True, text=True, check=True).stdout, "the window")
+        self.open_window()
 
     def part(self, role, name):
         return wait_for(lambda: self.reader.named(role).get(name), f"{name}")

@@ -15,7 +15,7 @@
 #include "platform/linux/desktop_entry.h"
 #include "platform/linux/durable_files.h"
 
-static void registerResources() {
+static void registerDesktopEntry() {
     Q_INIT_RESOURCE(desktop_entry);
 }
 
@@ -75,7 +75,7 @@ std::string asCommand(std::string_view program) {
 
 // What the program is for, in every language, as its desktop file has it.
 std::string comments() {
-    registerResources();
+    registerDesktopEntry();
     QFile file(QStringLiteral(":/org.ostrel.Ostrel.desktop"));
     std::string lines;
     if (file.open(QIODevice::ReadOnly)) {

@@ -5,14 +5,14 @@
 #include <QJsonObject>
 #include <algorithm>
 
-static void registerResources() {
+static void registerTexts() {
     Q_INIT_RESOURCE(texts);
 }
 
 namespace ostrel::Texts {
 
 TextTable::TextTable(std::string_view code) {
-    registerResources();
+    registerTexts();
     QFile file(QStringLiteral(":/texts/%1.json")
                    .arg(QLatin1String(code.data(), static_cast<qsizetype>(code.size()))));
     if (!file.open(QIODevice::ReadOnly)) {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -50,10 +49,6 @@ struct CrashReportTest : ::testing::Test {
         EXPECT_EQ(waitpid(child, &status, 0), child);
         return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
     }
-    void leave(const char* name) const {
-        fs::create_directories(state());
-        std::ofstream(state() / name) << "Ostrel\n";
-    }
     std::string report() const {
         const auto newest = CrashReports(state()).newest();
         std::ifstream stream(newest.value_or("/nonexistent"));
@@ -72,11 +67,8 @@ TEST_F(CrashReportTest, EachKindOfFaultIsReportedAndEndsTheProcessAsItWouldHave)
         const char* report;
     } cases[] = {
         {"segmentation", [] { raise(SIGSEGV); }, SIGSEGV, "ended by SIGSEGV at "},
-        {"arithmetic", [] { raise(SIGFPE); }, SIGFPE, "ended by SIGFPE at "},
-        {"abort", [] { std::abort(); }, SIGABRT, "ended by SIGABRT at "},
         {"fatal", [] { fatal("a broken invariant"); }, SIGABRT, "reason: a broken invariant\n"},
         {"stack", [] { static_cast<void>(dive(0)); }, SIGSEGV, "ended by SIGSEGV at "},
-        {"pure", [] { std::terminate(); }, SIGABRT, "reason: terminated\n"},
         {"exception", [&]() noexcept { throwOne(); }, SIGABRT, "reason: St13runtime_error\n"},
     };
     for (const auto& [what, fault, signal, expected] : cases) {
@@ -96,29 +88,25 @@ TEST_F(CrashReportTest, SaysWhereInTheProgramAndNothingOfTheUser) {
     EXPECT_TRUE(std::regex_search(text, std::regex("\n  libc\\.so\\.6\\+0x[0-9a-f]+ "))) << text;
     EXPECT_EQ(text.find('/'), std::string::npos) << "a path may tell who the user is:\n" << text;
 
-    const auto file = CrashReports(state()).newest();
-    struct stat status {};
-    ASSERT_EQ(stat(file->c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+    EXPECT_EQ(fs::status(*CrashReports(state()).newest()).permissions(), fs::perms(0600));
 }
 
 TEST_F(CrashReportTest, TheNewestFiveAreKeptAndEachIsToldOfOnce) {
     const CrashReports reports(state());
     EXPECT_FALSE(reports.takeUnseen()) << "no folder";
-    const auto crashOf = [](int day) {
-        return "crash-2026010" + std::to_string(day) + "T000000Z.txt";
+    fs::create_directories(state());
+    std::ofstream(state() / "notes.txt") << "x";
+    const auto crashOf = [this](int day) {
+        return state() / ("crash-2026010" + std::to_string(day) + "T000000Z.txt");
     };
     for (int day = 1; day <= 6; ++day) {
-        leave(crashOf(day).c_str());
-        EXPECT_EQ(reports.takeUnseen(), state() / crashOf(day));
+        std::ofstream(crashOf(day)) << "Ostrel\n";
+        EXPECT_EQ(reports.takeUnseen(), crashOf(day));
         EXPECT_FALSE(CrashReports(state()).takeUnseen()) << "nor at the start after that";
     }
-    leave("notes.txt");
     reports.prune();
-    EXPECT_FALSE(fs::exists(state() / crashOf(1)));
-    EXPECT_TRUE(fs::exists(state() / crashOf(2)) && fs::exists(state() / "notes.txt"));
-    fs::remove(state() / crashOf(6));
-    EXPECT_FALSE(reports.takeUnseen()) << "the one before was told of";
+    EXPECT_FALSE(fs::exists(crashOf(1)));
+    EXPECT_TRUE(fs::exists(crashOf(2)) && fs::exists(state() / "notes.txt"));
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ class FakeDesktop {
     }
 
     // Answers so from now on, and says nothing.
-    void answer(const QVariant& value) {
+    void answer(bool value) {
         const QVariantList wrapped{QVariant::fromValue(QDBusVariant(value))};
         if (kind_ == Kind::kde) {
             server.answer("Get org.freedesktop.Notifications Inhibited", wrapped);
@@ -51,7 +51,7 @@ class FakeDesktop {
         } else if (kind_ == Kind::gnome) {
             QFile file(bus_.folder() + "/show-banners");
             EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(value.toBool() ? "false\n" : "true\n");
+            file.write(value ? "false\n" : "true\n");
         }
     }
 
@@ -81,12 +81,9 @@ class FakeDesktop {
     static QString gsettings(PrivateBus& bus) {
         QFile file(bus.folder() + "/gsettings");
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        const QByteArray folder = bus.folder().toUtf8();
         file.write(
-            "#!/bin/sh\n"
-            "[ \"$*\" = 'get org.gnome.desktop.notifications show-banners' ] || exit 1\n"
-            "cat " +
-            folder + "/show-banners\n");
+            "#!/bin/sh\ncase $* in 'get org.gnome.desktop.notifications show-banners')\n"
+            "cat ${0%/*}/show-banners;; esac\n");
         file.setPermissions(file.permissions() | QFile::ExeOwner);
         return file.fileName();
     }
@@ -137,17 +134,8 @@ struct LinuxDoNotDisturbTest : BusTest {
     // Waits for these announcements, since the last time, and has no others.
     [[nodiscard]] Events heard(std::size_t count) {
         static_cast<void>(runUntil([&] { return told.size() >= count; }, 5s));
-        settle();
+        bus.settleBoth(kClient, "other");
         return std::exchange(told, {});
-    }
-
-    // Whatever is on its way, an answer to an answer included, has arrived.
-    void settle() {
-        const QString other = "other";
-        for (int turn = 0; turn < 6; ++turn) {
-            bus.settle(kClient, other);
-            bus.settle(other, kClient);
-        }
     }
 };
 

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,7 @@ class SoundServer {
         qputenv("PULSE_SERVER", "unix:" + QFile::encodeName(socket_));
         bindToTest(server_);
         bindToTest(recorder_);
+        recorder_.setStandardOutputFile(recording_);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "PULSE_SERVER"}) {
             environment.remove(name);
@@ -67,8 +69,6 @@ class SoundServer {
             "pulseaudio",
             QString("-n --daemonize=no --exit-idle-time=-1 --use-pid-file=no").split(' ') +
                 QStringList{"-L", modules[0], "-L", modules[1]});
-        recorded_.clear();
-        heard_.clear();
         return runUntil([this] {
             if (recorder_.state() == QProcess::NotRunning) {  // the server was not there yet
                 recorder_.start("parec", {"--device=out.monitor", "--latency-msec=20", "--raw",
@@ -88,21 +88,20 @@ class SoundServer {
 
     // All that was heard since the start.
     const Samples& heard() {
-        recorded_ += recorder_.readAllStandardOutput();
-        const std::size_t before = heard_.size();
-        const auto more = static_cast<std::size_t>(recorded_.size()) / sizeof(std::int16_t);
-        heard_.resize(before + more);
-        std::memcpy(heard_.data() + before, recorded_.data(), more * sizeof(std::int16_t));
-        recorded_ = recorded_.last(recorded_.size() % 2);
+        QFile file(recording_);
+        const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        heard_.resize(static_cast<std::size_t>(bytes.size()) / sizeof(std::int16_t));
+        std::memcpy(heard_.data(), bytes.constData(), heard_.size() * sizeof(std::int16_t));
         return heard_;
     }
 
     // Where something was heard first, at or behind `from`; the end when there was nothing.
     [[nodiscard]] std::size_t firstSound(std::size_t from = 0) {
         const Samples& all = heard();
-        const auto found = std::find_if(all.begin() + static_cast<std::ptrdiff_t>(from), all.end(),
-                                        [](std::int16_t sample) { return sample != 0; });
-        return static_cast<std::size_t>(found - all.begin());
+        while (from < all.size() && all[from] == 0) {
+            ++from;
+        }
+        return from;
     }
     [[nodiscard]] bool hears(std::size_t from = 0) { return firstSound(from) < heard().size(); }
 
@@ -122,7 +121,7 @@ class SoundServer {
 
     TemporaryFolder folder_;
     QString socket_ = path() + "/socket";
-    QByteArray recorded_;  // what is not yet a whole sample
+    QString recording_ = path() + "/recording";
     Samples heard_;
     QProcess server_;
     QProcess recorder_;
@@ -148,21 +147,20 @@ struct ProcessSoundTest : ::testing::Test {
         sound = library.load(name);
         ASSERT_TRUE(file && sound) << name;
         expected = file->samples;
+        expected.erase(expected.begin(),
+                       std::ranges::find_if(expected, [](auto sample) { return sample != 0; }));
     }
 
     // Whether the sound is heard whole, and nothing else, behind `from`.
     bool isHeardWhole(std::size_t from) {
         const bool ended = runUntil([&] { return !sound->isPlaying(); });
         server.listen(0.15);
-        const auto isLoud = [](std::int16_t sample) { return sample != 0; };
-        const auto begin = std::find_if(expected.begin(), expected.end(), isLoud);
-        const std::size_t length = static_cast<std::size_t>(expected.end() - begin);
         const std::size_t first = server.firstSound(from);
-        const Samples& heard = server.heard();
-        return ended && first + length <= heard.size() &&
-               std::equal(begin, expected.end(),
-                          heard.begin() + static_cast<std::ptrdiff_t>(first)) &&
-               !server.hears(first + length);
+        const std::size_t end = first + expected.size();
+        return ended && end <= server.heard().size() &&
+               std::ranges::equal(std::span(server.heard()).subspan(first, expected.size()),
+                                  expected) &&
+               !server.hears(end);
     }
 };
 

@@ -62,12 +62,9 @@ TEST(ApplicationIdentifierTest, TheFirstNameThatIsKnownCountsAndASandboxByItsOwn
 
 TEST(CallProgramsTest, TheProgramsOfTheDefaultListAreKnownByTheirNamesHere) {
     const std::pair<const char*, const char*> cases[] = {
-        {"zoom", "us.zoom.xos"},
         {"us.zoom.Zoom", "us.zoom.xos"},
-        {"teams-for-linux", "com.microsoft.teams2"},
         {"crx_cifhbcnohmdccbgoicgdjpfamggdegmo", "com.microsoft.teams2"},
         {"Slack", "com.tinyspeck.slackmacgap"},
-        {"discord", "com.hnc.Discord"},
         {"msedge-_kjbdgfilnfhdoflbpgamdcdgpehopbep-Profile_1",
          "com.google.Chrome.app.kjbdgfilnfhdoflbpgamdcdgpehopbep"},
     };

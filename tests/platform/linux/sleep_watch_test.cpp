@@ -50,9 +50,7 @@ class LoginManager : public FakeBusService {
 
 struct SleepWatchTest : BusTest {
     void prepare() override {
-        observers.push_back(events.willSleep.subscribe([this] {
-            told.push_back(manager && manager->isLockHeld() ? "sleep, held back" : "sleep");
-        }));
+        observers.push_back(events.willSleep.subscribe([this] { told.push_back("sleep"); }));
         observers.push_back(events.didWake.subscribe([this] {
             told.push_back("wake " + (events.sleptSec ? std::to_string(*events.sleptSec) : ""));
         }));
@@ -70,25 +68,6 @@ struct SleepWatchTest : BusTest {
     std::optional<LoginManager> manager;
     std::optional<SleepWatch> sleepWatch;
 };
-
-TEST_F(SleepWatchTest, SleepWaitsUntilItWasToldAndTheNextOneAgain) {
-    appear();
-    watch();
-    for (const std::size_t sleeps : {1U, 2U}) {
-        ASSERT_TRUE(runUntil([&] { return manager->isLockHeld(); }));
-        manager->announce(true);
-        EXPECT_TRUE(runUntil([&] { return !manager->isLockHeld(); }));
-        runLoop.handleClockChange();
-        EXPECT_EQ(told.size(), 2 * sleeps - 1) << "a clock that was set before it fell asleep";
-        asleepSec += 1000;
-        runLoop.handleClockChange();
-        manager->announce(false);
-        EXPECT_TRUE(runUntil([&] { return manager->questions.size() == sleeps + 1; }));
-    }
-    EXPECT_EQ(told, (Events{"sleep, held back", "wake ", "sleep, held back", "wake "}));
-    const std::string& question = manager->questions.front();
-    EXPECT_TRUE(question.starts_with("Inhibit sleep ") && question.ends_with(" delay"));
-}
 
 TEST_F(SleepWatchTest, ALoginManagerThatIsLateOrDiesInASleepIsAskedAgain) {
     watch();

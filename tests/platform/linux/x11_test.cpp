@@ -1,17 +1,15 @@
 #include <gtest/gtest.h>
 #include <xcb/screensaver.h>
-#include <xcb/xcb.h>
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QProcess>
 #include <QScreen>
 #include <chrono>
 #include <string_view>
 
 #include "platform/linux/event_loop.h"
 #include "platform/linux/qt_displays.h"
-#include "platform/linux/qt_x11.h"
+#include "platform/linux/x11_bench.h"
 #include "platform/linux/x11_input_idle.h"
 
 namespace ostrel {
@@ -20,10 +18,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Display = Displays::Display;
 using std::chrono::milliseconds;
-
-xcb_window_t rootWindow() {
-    return xcb_setup_roots_iterator(xcb_get_setup(qtX11Connection())).data->root;
-}
 
 struct X11InputIdleOnX11 : ::testing::Test {
     void SetUp() override {
@@ -34,16 +28,8 @@ struct X11InputIdleOnX11 : ::testing::Test {
     }
     static void press() { ASSERT_EQ(QProcess::execute("xdotool", {"key", "Shift_L"}), 0); }
     // The server has done it when it returns.
-    static void reset() {
-        EXPECT_EQ(
-            xcb_request_check(qtX11Connection(), xcb_force_screen_saver_checked(
-                                                     qtX11Connection(), XCB_SCREEN_SAVER_RESET)),
-            nullptr);
-    }
-    static void suspend(bool isSuspended) {
-        EXPECT_EQ(xcb_request_check(qtX11Connection(), xcb_screensaver_suspend_checked(
-                                                           qtX11Connection(), isSuspended)),
-                  nullptr);
+    static void request(xcb_void_cookie_t cookie) {
+        EXPECT_EQ(xcb_request_check(qtX11Connection(), cookie), nullptr);
     }
     static double since(Clock::time_point time) {
         return std::chrono::duration<double>(Clock::now() - time).count();
@@ -64,6 +50,7 @@ TEST_F(X11InputIdleOnX11, GrowsUntilTheNextInputWhateverPlaysMeanwhileAlsoWhereA
         bool turns = true;        // the loop, after each of them
     } cases[] = {{"rr", true},  {"s", true},  {"ir", true}, {"ir", false},
                  {"rir", true}, {"is", true}, {"ri", false}};
+    xcb_connection_t* x = qtX11Connection();
     for (const auto& [events, turns] : cases) {
         ASSERT_TRUE(runUntil([&] { return idleSec() >= 0.3; }));
         Clock::time_point before = Clock::now();
@@ -76,10 +63,10 @@ TEST_F(X11InputIdleOnX11, GrowsUntilTheNextInputWhateverPlaysMeanwhileAlsoWhereA
                 press();
                 after = Clock::now();
             } else if (event == 'r') {
-                reset();
+                request(xcb_force_screen_saver_checked(x, XCB_SCREEN_SAVER_RESET));
             } else {
-                suspend(true);
-                suspend(false);
+                request(xcb_screensaver_suspend_checked(x, 1));
+                request(xcb_screensaver_suspend_checked(x, 0));
             }
             if (turns) {
                 runFor(milliseconds(100));
@@ -108,12 +95,7 @@ struct QtDisplaysOnX11 : ::testing::Test {
         xrandr({"--output", "screen", "--auto"});
     }
 
-    static QByteArray xrandr(const QStringList& arguments) {
-        QProcess process;
-        process.start("xrandr", arguments);
-        process.waitForFinished();
-        return process.readAllStandardOutput();
-    }
+    static QByteArray xrandr(const QStringList& arguments) { return outputOf("xrandr", arguments); }
 
     static std::uint32_t displayAt(const QtDisplays& displays, double x) {
         for (const Display& display : displays.current()) {
@@ -129,26 +111,6 @@ struct QtDisplaysOnX11 : ::testing::Test {
     }
 };
 
-TEST_F(QtDisplaysOnX11, AMonitorKeepsItsNumberWhileAnotherComesAndGoes) {
-    const QtDisplays displays;
-    const std::uint32_t left = displayAt(displays, 0);
-    const std::uint32_t right = displayAt(displays, 1920);
-    EXPECT_EQ(displays.current().size(), 2U);
-    bool told = false;
-    const Subscription watch = displays.changed.subscribe([&] { told = true; });
-
-    xrandr({"--delmonitor", "RIGHT"});
-    ASSERT_TRUE(runUntil([&] { return told && displays.current().size() == 1; }));
-    EXPECT_EQ(displayAt(displays, 0), left);
-    EXPECT_EQ(displays.screen(right), nullptr);
-
-    told = false;
-    xrandr({"--setmonitor", "RIGHT", "1280/338x1024/270+1920+0", "none"});
-    ASSERT_TRUE(runUntil([&] { return told && displays.current().size() == 2; }));
-    EXPECT_EQ(displayAt(displays, 0), left);
-    EXPECT_NE(displayAt(displays, 1920), right) << "a number is not used twice";
-}
-
 TEST_F(QtDisplaysOnX11, TheMainDisplayHasTheActiveWindowElseThePointer) {
     const QtDisplays displays;
     const std::uint32_t left = displayAt(displays, 0);
@@ -158,28 +120,21 @@ TEST_F(QtDisplaysOnX11, TheMainDisplayHasTheActiveWindowElseThePointer) {
     putPointer(100, 100);
     EXPECT_EQ(displays.mainDisplayID(), left);
 
-    xcb_connection_t* x = qtX11Connection();
-    const xcb_window_t window = xcb_generate_id(x);
+    const xcb_window_t window = makeWindow({1540, 50, 800, 600});
     // Else a window manager would move it later, when it finds the time.
-    const std::uint32_t pastTheWindowManager[] = {1};
-    xcb_create_window(x, XCB_COPY_FROM_PARENT, window, rootWindow(), 1540, 50, 800, 600, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
-                      pastTheWindowManager);
-    constexpr std::string_view kName = "_NET_ACTIVE_WINDOW";
-    const XcbReply<xcb_intern_atom_reply_t> atom(
-        xcb_intern_atom_reply(x, xcb_intern_atom(x, 0, kName.size(), kName.data()), nullptr));
-    ASSERT_NE(atom, nullptr);
+    const std::uint32_t pastTheWindowManager = 1;
+    xcb_change_window_attributes(qtX11Connection(), window, XCB_CW_OVERRIDE_REDIRECT,
+                                 &pastTheWindowManager);
     const std::pair<xcb_window_t, std::uint32_t> cases[] = {
         {window, right},  // 420 of its 800 columns are there
         {XCB_WINDOW_NONE, left},
         {window + 1, left}};  // it is gone
     for (const auto& [active, display] : cases) {
-        xcb_change_property(x, XCB_PROP_MODE_REPLACE, rootWindow(), atom->atom, XCB_ATOM_WINDOW, 32,
-                            1, &active);
+        setProperty(rootWindow(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {active});
         EXPECT_EQ(displays.mainDisplayID(), display);
     }
-    xcb_delete_property(x, rootWindow(), atom->atom);
-    xcb_destroy_window(x, window);
+    xcb_delete_property(qtX11Connection(), rootWindow(), atom("_NET_ACTIVE_WINDOW"));
+    xcb_destroy_window(qtX11Connection(), window);
 }
 
 TEST_F(QtDisplaysOnX11, LosingEveryMonitorAndGettingOneBackIsSurvived) {

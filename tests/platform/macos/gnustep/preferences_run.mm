@@ -33,21 +33,11 @@ TEST_F(UserDefaultsRun, BytesComeBackAsTheyWere) {
         EXPECT_EQ(preferences.read("ostrel.a.v1"), bytes);
         EXPECT_TRUE([[defaults objectForKey:@"ostrel.a.v1"] isKindOfClass:[NSData class]]);
     }
+    [defaults registerDefaults:@{@"registered" : [NSData data]}];
+    EXPECT_EQ(keys(), std::vector<std::string>{"ostrel.a.v1"});
     preferences.remove("ostrel.a.v1");
     EXPECT_EQ(preferences.read("ostrel.a.v1"), std::nullopt);
     EXPECT_EQ([defaults objectForKey:@"ostrel.a.v1"], nil);
-}
-
-TEST_F(UserDefaultsRun, AnotherProcessFindsThem) {
-    preferences.write("ostrel.a.v1", "[1,2]");
-    [defaults synchronize];
-    NSString* const command =
-        [NSString stringWithFormat:@"defaults read %@ ostrel.a.v1 | tr -d ' '", domain];
-    FILE* const pipe = popen([command UTF8String], "r");
-    char said[200] = {};
-    const std::size_t length = fread(said, 1, sizeof said, pipe);
-    pclose(pipe);
-    EXPECT_NE(std::string(said, length).find("<5b312c325d>"), std::string::npos) << said;
 }
 
 TEST_F(UserDefaultsRun, WhatIsNoDataIsNoRecordAndIsSetAsideByTheNextWrite) {
@@ -59,14 +49,6 @@ TEST_F(UserDefaultsRun, WhatIsNoDataIsNoRecordAndIsSetAsideByTheNextWrite) {
     preferences.write("ostrel.a.v1", "{}");
     EXPECT_EQ(preferences.read("ostrel.a.v1"), "{}");
     EXPECT_TRUE([[defaults stringForKey:@"ostrel.a.v1.damaged"] isEqualToString:@"by hand"]);
-}
-
-TEST_F(UserDefaultsRun, KeysNamesEachRecordOfThisProgramOnce) {
-    [defaults registerDefaults:@{@"registered" : [NSData data]}];
-    preferences.write("ostrel.a.v1", "1");
-    preferences.write("ostrel.b.v1", "2");
-    preferences.write("ostrel.a.v1", "3");
-    EXPECT_EQ(keys(), (std::vector<std::string>{"ostrel.a.v1", "ostrel.b.v1"}));
 }
 
 TEST_F(UserDefaultsRun, SettingAsideKeepsEveryRecordUnderANameOfItsOwn) {

@@ -54,41 +54,5 @@ TEST_F(MainTimerRun, IsSilentOnceItIsGone) {
     EXPECT_EQ(rings, 0);
 }
 
-struct MacRunLoopRun : ::testing::Test {
-    MacRunLoop loop{{macAwakeTime, macWallTime}, std::make_unique<MainTimer>()};
-    std::string log;
-
-    RunLoop::Callback note(char what) {
-        return [this, what] { log += what; };
-    }
-};
-
-TEST_F(MacRunLoopRun, TimersOfBothClocksFireInTheOrderOfTheirTimes) {
-    const WallTime wallBegan = macWallTime();
-    const Timer slow = loop.callAfter(90ms, note('c'));
-    const Timer quick = loop.callAfter(20ms, note('a'));
-    const Timer wall = loop.callAt(wallBegan + WallClock::duration{0.06}, [&] {
-        EXPECT_GE((macWallTime() - wallBegan).count(), 0.06);
-        log += 'b';
-    });
-    const Timer past = loop.callAt(wallTimeAt(-1e300), note('0'));
-    EXPECT_EQ(log, "");
-    ASSERT_TRUE(spinUntil([this] { return log.size() >= 4; }));
-    EXPECT_EQ(log, "0abc");
-}
-
-TEST_F(MacRunLoopRun, RepeatingTimersKeepTheirGridAndShareTheirRings) {
-    int rings = 0;
-    const Subscription watch = loop.turnBegins.subscribe([&] { ++rings; });
-    const RunLoopTime began = loop.now();
-    const Timer first = loop.repeat(50ms, 50ms, note('a'));
-    const Timer second = loop.repeat(50ms, 50ms, note('b'));
-    ASSERT_TRUE(spinUntil([this] { return log.size() >= 8; }));
-    EXPECT_EQ(log, "abababab");
-    EXPECT_GE(loop.now() - began, 200ms);
-    // A ring may come a moment early and be followed by another.
-    EXPECT_LE(rings, 8);
-}
-
 }  // namespace
 }  // namespace ostrel
