@@ -103,11 +103,12 @@ class FakeDesktop {
     PrivateBus& bus_;
 };
 
-using Kind = FakeDesktop::Kind;
+using Desktop = FakeDesktop::Kind;
 using namespace std::chrono_literals;
 
 const QString kClient = "client";
-constexpr Kind kKindsWithSwitch[] = {Kind::kde, Kind::dunst, Kind::xfce, Kind::gnome};
+constexpr Desktop kKindsWithSwitch[] = {Desktop::kde, Desktop::dunst, Desktop::xfce,
+                                        Desktop::gnome};
 
 struct LinuxDoNotDisturbTest : BusTest {
     Events told;
@@ -124,7 +125,7 @@ struct LinuxDoNotDisturbTest : BusTest {
             });
     }
 
-    std::unique_ptr<FakeDesktop> started(Kind kind, bool isOn) {
+    std::unique_ptr<FakeDesktop> started(Desktop kind, bool isOn) {
         auto desktop = std::make_unique<FakeDesktop>(bus, kind);
         desktop->answer(isOn);
         desktop->server.appear();
@@ -140,7 +141,7 @@ struct LinuxDoNotDisturbTest : BusTest {
 };
 
 TEST_F(LinuxDoNotDisturbTest, EveryDesktopsSwitchIsAnnouncedWhenFirstKnownAndWheneverItChanges) {
-    for (const Kind kind : kKindsWithSwitch) {
+    for (const Desktop kind : kKindsWithSwitch) {
         for (const bool isFirstOn : {false, true}) {
             SCOPED_TRACE(FakeDesktop::connection(kind).toStdString());
             const auto desktop = started(kind, isFirstOn);
@@ -162,9 +163,9 @@ TEST_F(LinuxDoNotDisturbTest, WithoutASwitchAServerOrABusItIsOff) {
     const LinuxDoNotDisturb nothing(QDBusConnection("none"));
     launch();
     EXPECT_EQ(heard(1), Events{"off"});
-    auto plain = started(Kind::plain, false);
+    auto plain = started(Desktop::plain, false);
     EXPECT_EQ(heard(0), Events{});
-    const auto desktop = started(Kind::kde, true);
+    const auto desktop = started(Desktop::kde, true);
     EXPECT_EQ(heard(1), Events{"on"});
     plain->server.appear();
     EXPECT_EQ(heard(1), Events{"off"});
@@ -175,12 +176,12 @@ TEST_F(LinuxDoNotDisturbTest, WithoutASwitchAServerOrABusItIsOff) {
 }
 
 TEST_F(LinuxDoNotDisturbTest, ADeadServersSwitchAndThatOfAnotherKindDoNotCount) {
-    for (const Kind kind : kKindsWithSwitch) {
+    for (const Desktop kind : kKindsWithSwitch) {
         SCOPED_TRACE(FakeDesktop::connection(kind).toStdString());
         auto desktop = started(kind, true);
         launch();
         EXPECT_EQ(heard(1), Events{"on"});
-        const auto other = started(kind == Kind::dunst ? Kind::kde : Kind::dunst, false);
+        const auto other = started(kind == Desktop::dunst ? Desktop::kde : Desktop::dunst, false);
         EXPECT_EQ(heard(1), Events{"off"});
         desktop->tell();
         EXPECT_EQ(heard(0), Events{}) << "its settings are still there";
@@ -196,7 +197,7 @@ TEST_F(LinuxDoNotDisturbTest, TheKeeperOfTheSettingsIsNeverStartedAndMayDieAndCo
     bus.addService(FakeDesktop::kXfconf);
     launch();
     EXPECT_EQ(heard(1), Events{"off"});
-    const auto desktop = started(Kind::xfce, true);
+    const auto desktop = started(Desktop::xfce, true);
     EXPECT_EQ(heard(1), Events{"on"});
     desktop->keeper.reset();
     EXPECT_EQ(heard(1), Events{"off"});
@@ -208,7 +209,7 @@ TEST_F(LinuxDoNotDisturbTest, TheKeeperOfTheSettingsIsNeverStartedAndMayDieAndCo
 }
 
 TEST_F(LinuxDoNotDisturbTest, AHangingServerHoldsNothingUpAndIsHeardWhenItWakesUp) {
-    auto desktop = started(Kind::kde, true);
+    auto desktop = started(Desktop::kde, true);
     desktop->server.hangs = true;
     launch();
     EXPECT_EQ(heard(0), Events{});

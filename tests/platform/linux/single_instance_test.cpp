@@ -10,9 +10,9 @@
 namespace ostrel {
 
 using namespace std::chrono_literals;
-using Role = SingleInstance::Role;
 
 TEST(SingleInstanceTest, AFirstProcessThatHangsDoesNotHangTheSecond) {
+    using Role = SingleInstance::Role;
     const TemporaryFolder folder;
     const SingleInstance first(folder.path());
     EXPECT_EQ(first.role(), Role::first);
