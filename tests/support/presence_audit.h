@@ -141,6 +141,8 @@ class PresenceAudit {
         findings().expect("Do Not Disturb",
                           *environment_->focusFilterWatcher()->behavior() == FocusBehavior::on,
                           isFocusOn_);
+        findings().expect("breaks credited", environment_->presenceTally().totals(60).credited,
+                          credited_);
         checkHolds();
         checkPauses();
     }
@@ -235,10 +237,12 @@ class PresenceAudit {
         }
         if (awaySec >= settings_.eyeBreakDurationSec) {
             findings().count("eye break credited");
+            ++credited_;
             eyeSec_ = engine().activeIntervalSec(BreakKind::eye);
         }
         if (awaySec >= settings_.bodyBreakDurationSec) {
             findings().count("body break credited");
+            ++credited_;
             bodySec_ = engine().activeIntervalSec(BreakKind::body);
             audit_.countdowns().takeMerge();
         }
@@ -321,6 +325,7 @@ class PresenceAudit {
     double longestIdleSec_ = 0;
     std::int64_t eyeSec_ = 0;
     std::int64_t bodySec_ = 0;
+    std::int64_t credited_ = 0;
     RunLoopTime inTheWayAt_;  // when something last was
 
     // What pauses.

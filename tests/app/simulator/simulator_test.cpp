@@ -39,10 +39,6 @@ Events events(const std::vector<Json>& lines, const std::vector<std::string>& na
     return found;
 }
 
-Events breaks(const std::string& scenario) {
-    return events(run(scenario), {"overlay.opened", "overlay.closed"}, {"kind", "reason"});
-}
-
 }  // namespace
 
 TEST(SimulatorTest, DefaultDayHasItsBreaksToTheSecond) {
@@ -66,37 +62,6 @@ TEST(SimulatorTest, SameScenarioPrintsTheSame) {
         "steps": [{"at": 1210, "key": 53}, {"at": 2000, "pause": {"minutes": 30}},
                   {"at": 5000, "relaunchAfterSec": 60}, {"at": 8000, "snapshot": true}]})";
     EXPECT_EQ(run(scenario), run(scenario));
-}
-
-TEST(SimulatorTest, SleepClosesTheBreakAndALongOneStartsOver) {
-    EXPECT_EQ(breaks(R"({"durationSec": 8000, "steps": [{"at": 1210, "sleepSec": 3600},
-                        {"at": 2000, "key": 53}]})"),
-              (Events{"1200 overlay.opened eye", "1210 overlay.closed eye forcedBySleep",
-                      "6000 overlay.opened eye", "6121.5 overlay.closed eye autoFade",
-                      "6600 overlay.opened body", "6901.5 overlay.closed body autoFade",
-                      "7200 overlay.opened eye", "7321.5 overlay.closed eye autoFade"}));
-    EXPECT_EQ(breaks(R"({"durationSec": 6100, "steps": [{"at": 1210, "sleepSec": 3601}]})"),
-              (Events{"1200 overlay.opened eye", "1210 overlay.closed eye forcedBySleep",
-                      "6010 overlay.opened eye"}));
-}
-
-TEST(SimulatorTest, TimedPauseFollowsTheClockAndSurvivesARelaunch) {
-    const auto pauses = [](const std::string& steps) {
-        return events(run(R"({"durationSec": 20000, "steps": [)" + steps + "]}"), {"pause.changed"},
-                      {"isPaused"});
-    };
-    EXPECT_EQ(pauses(R"({"at": 100, "pause": {"minutes": 60}})"),
-              (Events{"100 pause.changed true", "3700 pause.changed false"}));
-    EXPECT_EQ(
-        pauses(R"({"at": 100, "pause": {"minutes": 60}}, {"at": 200, "shiftClockSec": 1800})"),
-        (Events{"100 pause.changed true", "1900 pause.changed false"}));
-    EXPECT_EQ(pauses(R"({"at": 100, "pause": {"minutes": 60}}, {"at": 200, "sleepSec": 7200})"),
-              (Events{"100 pause.changed true", "7400 pause.changed false"}));
-    EXPECT_EQ(
-        pauses(R"({"at": 100, "pause": {"minutes": 60}}, {"at": 200, "relaunchAfterSec": 600})"),
-        (Events{"100 pause.changed true", "800 pause.changed true", "3700 pause.changed false"}));
-    EXPECT_EQ(pauses(R"({"at": 100, "pause": "indefinite"}, {"at": 200, "relaunchAfterSec": 600})"),
-              (Events{"100 pause.changed true"}));
 }
 
 TEST(SimulatorTest, FailureToEncodeLosesNothing) {
