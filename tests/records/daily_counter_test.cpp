@@ -27,8 +27,7 @@ TEST(DailyCounterTest, MidnightsAsTheyCome) {
         const char* nextDay;
     };
     for (const Case& one :
-         {Case{"Europe/Berlin", "2026-03-09T23:59:00", 60, "2026-03-10"},
-          Case{"Asia/Beirut", "2022-03-26T23:00:00", 3600, "2022-03-27"},     // 24:00 is 01:00
+         {Case{"Asia/Beirut", "2022-03-26T23:00:00", 3600, "2022-03-27"},     // 24:00 is 01:00
           Case{"America/Havana", "2022-11-05T23:00:00", 3600, "2022-11-06"},  // and again at 1:00
           Case{"UTC", "2026-12-31T00:00:00", 86400, "2027-01-01"}}) {
         Bench bench(one.start, one.zone);

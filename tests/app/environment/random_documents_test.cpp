@@ -141,6 +141,7 @@ bool tryOut(const std::string& name, const Damage& damage, std::mt19937& random)
     EXPECT_EQ(withoutFollowers(desk.documents(), damage.key),
               withoutFollowers(damage.scene.afterLaunch, damage.key));
     expectSameAtASecondLaunch(desk);
+    EXPECT_GE(*desk.environment().penaltyEngine().unconsumedPenaltySec(), 0);
     const std::size_t entries = desk.environment().breakLog().entries()->size();
     if (json && hasHugeCount(*json)) {
         return false;
@@ -162,6 +163,20 @@ bool tryOut(const std::string& name, const Damage& damage, std::mt19937& random)
     }
     EXPECT_EQ(desk.failed, std::vector<std::string>{});
     return isSetAside;
+}
+
+// A value put into a sound document, at an RFC 6901 pointer.
+struct Change {
+    const char* key;
+    const char* at;
+    const char* value;
+};
+bool tryOut(const Change& change, const Scene& scene) {
+    Json document = Json::parse(scene.documents.at(change.key));
+    document[Json::json_pointer(change.at)] = Json::parse(change.value);
+    std::mt19937 random(1);
+    return tryOut(std::string(change.key) + change.at, {change.key, document.dump(), scene},
+                  random);
 }
 
 }  // namespace
@@ -192,12 +207,7 @@ TEST(RandomDocumentTest, DamageStopsNothingAndReachesNoOtherRecord) {
 }
 
 TEST(RandomDocumentTest, DatesAndNumbersBeyondAllSenseAreBorne) {
-    struct Row {
-        const char* key;
-        const char* at;
-        const char* value;
-    };
-    static constexpr Row kRows[] = {
+    static constexpr Change kChanges[] = {
         {kSettings, "/workHoursStartMinute", "100000"},
         {kSettings, "/workHoursStartMinute", "-1"},
         {kSettings, "/workHoursEndMinute", "-1"},
@@ -208,6 +218,7 @@ TEST(RandomDocumentTest, DatesAndNumbersBeyondAllSenseAreBorne) {
         {kLog, "/0/endedAt", "-1e308"},
         {kLog, "/0/endedAt", "1e308"},
         {kPool, "/savedAt", "-1e308"},
+        {kPool, "/seconds", "-90"},
         {kLedger, "/0/occurredAt", "1e308"},
         {kQuota, "/windowStart", "1e308"},
         {kStreak, "/recent/0/judgedAt", "1e308"},
@@ -216,13 +227,35 @@ TEST(RandomDocumentTest, DatesAndNumbersBeyondAllSenseAreBorne) {
         {kStreak, "",
          R"({"earlierDays":3659634,"longestDays":0,"recent":[{"day":"2026-03-26","verdict":"reached","judgedAt":1.0}]})"},
     };
-    for (const auto& [key, at, value] : kRows) {
+    for (const Change& change : kChanges) {
         for (const Scene& scene : scenes()) {
-            Json document = Json::parse(scene.documents.at(key));
-            document[Json::json_pointer(at)] = Json::parse(value);
-            std::mt19937 random(1);
-            tryOut(std::string(key) + at, {key, document.dump(), scene}, random);
+            tryOut(change, scene);
         }
+    }
+}
+
+TEST(RandomDocumentTest, OneFieldThatCannotBeReadSetsItsDocumentAside) {
+    static constexpr Change kChanges[] = {
+        {kSession, "/isPaused", "1"},
+        {kSession, "/lastQuitAt", "\"1\""},
+        {kSession, "/pauseReasons", "[\"boss\"]"},
+        {kSession, "/pausedAt", "\"now\""},
+        {kLog, "/0", "null"},
+        {kLog, "/0/id", "\"00000000-0000-4000-8000-00000000000\""},
+        {kLog, "/0/outcome", "4"},
+        {kLog, "/0/durationSec", "0.5"},
+        {kPool, "", "90"},
+        {kPool, "/seconds", "90.5"},
+        {kPool, "/savedAt", "\"now\""},
+        {kLedger, "/0/appliedPenaltySec", "null"},
+        {kStreak, "/earlierDays", "-5"},
+        {kTally, "/0/day", "\"2026-02-30\""},
+        {kTally, "/0/held", "\"1\""},
+        {kTally, "/0/held", "-1"},
+        {kTally, "/0/credited", "1000001"},
+    };
+    for (const Change& change : kChanges) {
+        EXPECT_TRUE(tryOut(change, scenes().front())) << change.key << change.at << change.value;
     }
 }
 
