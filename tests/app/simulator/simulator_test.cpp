@@ -80,14 +80,10 @@ TEST(SimulatorTest, FailureToEncodeLosesNothing) {
 TEST(ScenarioTest, SaysWhereItCannotBeUsed) {
     const std::pair<const char*, const char*> cases[] = {
         {"", "not a JSON document"},
-        {"{}", "\"durationSec\" is missing"},
-        {R"({"durationSec": -1})", "durationSec: "},
         {R"({"durationSec": 1, "speed": 2})", "speed: "},
         {R"({"durationSec": 1, "timeZone": "Mars/Olympus"})", "timeZone: "},
         {R"({"durationSec": 1, "start": "2026-02-29T09:00:00"})", "start: "},
         {R"({"durationSec": 1, "start": "9999-12-31T23:59:55"})", "start: "},
-        {R"({"durationSec": 1, "steps": [{"at": 0, "resume": true}, {"at": 1, "frontmots": 1}]})",
-         "steps[1]: "},
         {R"({"durationSec": 1, "steps": [{"at": 0, "resume": true, "key": 1}]})", "steps[0]: "},
         {R"({"durationSec": 9, "steps": [{"at": 5, "resume": true}, {"at": 4, "resume": true}]})",
          "steps[1]: "},

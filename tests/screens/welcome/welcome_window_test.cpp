@@ -17,7 +17,7 @@ struct WelcomeWindowTest : ::testing::Test {
     void SetUp() override {
         Texts::setLanguage("en");
         bench.launch();
-        window = new WelcomeWindow({bench.settings(), bench.engine(), [] {},
+        window = new WelcomeWindow({bench.settings, bench.engine(), [] {},
                                     [this](auto tell) { tellCapabilities = std::move(tell); },
                                     [this](bool /*isEnabled*/) { return canSetLogin; }});
         window->present();
