@@ -100,29 +100,6 @@ TEST(BreakLogTest, WhatIsStoredIsAlwaysTheWholeListAsItStands) {
     EXPECT_GT(longest, 100U);
 }
 
-TEST(BreakLogTest, TotalsOfTheLastDays) {
-    Bench bench("2026-03-09T12:00:00", "Europe/Berlin");
-    BreakLog log = bench.load();
-    EXPECT_EQ(log.totals(7), AggregatedTotals());
-    log.append(bench.entry(bench.now(), BreakKind::eye, Outcome::deferred, 0));
-    EXPECT_EQ(log.totals(7), AggregatedTotals()) << "only what was shown can be skipped";
-
-    log.append(bench.entry(bench.now(), BreakKind::eye, Outcome::completed, 30));
-    log.append(bench.entry(bench.now(), BreakKind::body, Outcome::completed, 0));
-    log.append(bench.entry(bench.at("2026-03-03T00:00:00"), BreakKind::eye, Outcome::skipped, 45));
-    log.append(bench.entry(bench.now(), BreakKind::eye, Outcome::postponed, 0));
-    log.append(bench.entry(bench.now(), BreakKind::body, Outcome::autoFadeOut, 0));
-    log.append(
-        bench.entry(bench.at("2026-03-02T23:59:59"), BreakKind::body, Outcome::completed, 0));
-    EXPECT_EQ(log.totals(7), (AggregatedTotals{1, 1, 0.2, 38})) << "37.5 is rounded up";
-    EXPECT_EQ(log.totals(1), (AggregatedTotals{1, 1, 0, 30}));
-    EXPECT_EQ(log.totals(8), (AggregatedTotals{1, 2, 1.0 / 6, 38}));
-    EXPECT_EQ(log.totals(0), AggregatedTotals());
-
-    log.append(bench.entry(bench.at("2026-03-10T00:00:00"), BreakKind::eye, Outcome::completed, 0));
-    EXPECT_EQ(log.totals(0), (AggregatedTotals{1, 0, 0, 0})) << "the clock was set back";
-}
-
 TEST(ReportTest, OneBucketADayOldestFirst) {
     Bench bench("2026-03-31T08:00:00", "Europe/Berlin");
     BreakLog log = bench.load();

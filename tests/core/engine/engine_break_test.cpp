@@ -42,22 +42,6 @@ TEST_F(EngineBreakTest, FoldsAnEyeBreakThatComesCloseEnoughBeforeTheBodyBreak) {
     }
 }
 
-TEST_F(EngineBreakTest, BodyBreakThatTakesAnEyeBreakInOpensWhereTheMeetingIsOver) {
-    bench.meetingActive = true;
-    TimerEngine& engine = bench.launch(1000, 1500);
-    bench.run(1499);
-    EXPECT_EQ(bench.take(), (Events{"1000 toast held"}));
-    bench.meetingActive = false;  // and nobody has looked since
-    bench.run(1);
-    EXPECT_EQ(bench.take(),
-              (Events{"1500 toast merged 1", "1500 hold of eye folded", "1500 open body"}));
-    EXPECT_FALSE(engine.isDeferring());
-    EXPECT_TRUE(engine.eyeMergedIntoBody());
-    bench.finishMeetings();
-    bench.run(60);
-    EXPECT_EQ(bench.take(), Events{}) << "one break, once";
-}
-
 TEST_F(EngineBreakTest, TheEndOfAMeetingOpensNoBreakOfAnEarlierHold) {
     bench.meetingActive = true;
     TimerEngine& engine = bench.launch(1000, 9000);
