@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 
 #include "base/checked_seconds.h"
-#include "base/day_key.h"
 
 namespace ostrel {
 
@@ -63,14 +63,6 @@ TEST(CheckedSecondsTest, OverflowIsFatalAndNeverAWrap) {
     EXPECT_DEATH((void)multiplySec(most / 2, 3), "overflow");
     EXPECT_DEATH((void)wholeSec(0x1p63), "64 bits");
     EXPECT_DEATH((void)wholeSec(std::numeric_limits<double>::quiet_NaN()), "64 bits");
-}
-
-TEST(DayKeyTest, IsReadOnlyAsItIsWritten) {
-    EXPECT_EQ(parseDayKey("2024-02-29"), (CalendarDay{2024, 2, 29}));
-    for (const char* wrong : {"", "2023-02-29", "2026-3-09", "2026/03/09", "0000-01-01",
-                              "2026-03-0\xd9", "+026-03-09", "2026-03-091"}) {
-        EXPECT_EQ(parseDayKey(wrong), std::nullopt) << wrong;
-    }
 }
 
 }  // namespace ostrel

@@ -227,15 +227,6 @@ TEST(DayEndTest, IsToldOnceADayWithTheDaysFigures) {
     EXPECT_EQ(bench.announced, (Events{"2 of 2", "0 of 2"}));
 }
 
-TEST(DayEndTest, EndNoticedOnTheNextMorningBelongsToTheDayBefore) {
-    Bench bench("2026-03-09T10:00:00");
-    bench.take(3);
-    bench.goTo("2026-03-10T07:00:00");
-    bench.announcer().dayEnded();
-    EXPECT_EQ(bench.announced, (Events{"3 of 2"}));
-    EXPECT_EQ(bench.stored(kDayEnd), R"({"dateKey":"2026-03-09"})");
-}
-
 TEST(DayEndTest, ClockThatIsSetBackTellsNoDayTwiceAndOneThatWasAheadSilencesNone) {
     Bench bench("2026-03-09T18:00:00");
     for (const char* time : {"2026-03-09T18:00:00", "2026-03-10T18:00:00", "2026-03-09T18:00:00",
