@@ -136,10 +136,8 @@ TEST(Texts, EveryKeyThatTheScreensUseIsInTheTableAndEveryTextIsUsed) {
 }
 
 TEST(Texts, NumbersFallIntoThePluralCategoriesOfTheLanguage) {
-    const struct {
-        const char* languages;
-        const char* categories;  // of 0, 1, 2, 5, 11, 21, 22, 100, 101, 103
-    } cases[] = {
+    // Of 0, 1, 2, 5, 11, 21, 22, 100, 101 and 103.
+    const std::pair<const char*, const char*> cases[] = {
         {"en de nl it es tr", "other one other other other other other other other other"},
         {"fr pt hi", "one one other other other other other other other other"},
         {"ru uk", "many one few many many one few many one few"},
@@ -160,10 +158,7 @@ TEST(Texts, NumbersFallIntoThePluralCategoriesOfTheLanguage) {
 }
 
 TEST(Texts, FillsPlaceholdersInTheOrderThatTheTextAsksFor) {
-    const struct {
-        const char* text;
-        const char* filled;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"%@ has %lld", "Anna has 7"}, {"%2$lld of %1$@", "7 of Anna"},  {"nothing", "nothing"},
         {"%@ %lld %@", "Anna 7 %@"},   {"100 % of %@", "100 % of Anna"},
     };
@@ -184,12 +179,10 @@ TEST(Texts, TheToolkitsWordsFollowTheLanguageWhereTheyAreInstalled) {
     const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
     {
         Texts::ToolkitTexts toolkit;
-        const struct {
-            const char* language;
-            const char* word;
-        } cases[] = {{"de", "Abbrechen"}, {"pt", "Cancelar"}, {"zh", "取消"},
-                     {"hi", "Cancel"},  // there is none
-                     {"fr", "Annuler"},   {"en", "Cancel"},   {"de", "Abbrechen"}};
+        const std::pair<const char*, const char*> cases[] = {
+            {"de", "Abbrechen"}, {"pt", "Cancelar"}, {"zh", "取消"},
+            {"hi", "Cancel"},  // there is none
+            {"fr", "Annuler"},   {"en", "Cancel"},   {"de", "Abbrechen"}};
         for (const auto& [language, word] : cases) {
             toolkit.setLanguage(language);
             EXPECT_EQ(cancel(), QString::fromUtf8(word)) << language;

@@ -79,13 +79,10 @@ TEST_F(ControlTest, TheStatusTellsWhatTheStatusItemTells) {
 }
 
 TEST_F(ControlTest, APauseIsAsLongAsPeopleTypeIt) {
-    const struct {
-        const char* typed;
-        const char* until;  // empty: for ever
-    } lengths[] = {
+    const std::pair<const char*, const char*> lengths[] = {
         {"30m", "2026-03-09T09:30:00+01:00"},
         {"24h", "2026-03-10T09:00:00+01:00"},
-        {"indefinite", ""},
+        {"indefinite", ""},  // for ever
         {"until-morning", "2026-03-10T09:00:00+01:00"},
     };
     for (const auto& [typed, until] : lengths) {

@@ -26,10 +26,7 @@ std::string parsed(const std::string& text) {
 }
 
 TEST(CommandTable, TakesACommandLineApart) {
-    const struct {
-        const char* words;
-        const char* expected;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"status --watch --compact", "status --compact --watch"},
         {"status --json --json", "cli.error.unexpected %@ %@"},
         {"status --capabilities --json", "cli.error.unexpected %@ %@"},

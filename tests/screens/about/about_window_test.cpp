@@ -52,10 +52,8 @@ TEST_F(AboutWindowTest, OpensTheFolderAndTheReportAndSaysWhenNobodyCan) {
     const auto notice = [](const QString& path) {
         return Texts::of("about.not_opened %@", {QChar(0x2066) + path + QChar(0x2069)});
     };
-    const struct {
-        const char* button;
-        const QString& path;
-    } cases[] = {{"open_folder", kFolder}, {"open_report", kReport}};
+    const std::pair<const char*, QString> cases[] = {{"open_folder", kFolder},
+                                                     {"open_report", kReport}};
     for (const auto& [button, path] : cases) {
         for (const bool canOpen : {true, false, true}) {
             hasProgram = canOpen;
