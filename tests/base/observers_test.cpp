@@ -52,20 +52,6 @@ TEST(SignalTest, SignalDestroyedInMidRoundEndsIt) {
     EXPECT_EQ(heard, (Heard{1}));
 }
 
-TEST(SignalTest, SendingFromAnObserverRunsAWholeRoundInBetween) {
-    Signal<int> signal;
-    Heard heard;
-    const auto first = signal.subscribe([&](int value) {
-        heard.push_back(value);
-        if (value == 1) {
-            signal.send(2);
-        }
-    });
-    const auto second = signal.subscribe([&](int value) { heard.push_back(10 * value); });
-    signal.send(1);
-    EXPECT_EQ(heard, (Heard{1, 2, 20, 10}));
-}
-
 TEST(PublishedTest, EverybodyHearsTheNewestValueOnceWhenAnObserverSetsIt) {
     Published<int> value(0);
     Heard first;

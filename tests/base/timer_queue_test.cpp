@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 
 #include "base/checked_seconds.h"
-#include "base/day_key.h"
 
 namespace ostrel {
 
@@ -22,22 +22,6 @@ struct TimerQueueTest : ::testing::Test {
     TimerQueue queue;
     std::string ran;
 };
-
-TEST_F(TimerQueueTest, MostOverdueRunsFirstThenTheOneArmedFirst) {
-    const auto c = queue.add(RunLoopTime{5s}, 0ns, noting('c'));
-    const auto a = queue.add(RunLoopTime{3s}, 0ns, noting('a'));
-    const auto d = queue.add(WallTime{105s}, noting('d'));
-    const auto b = queue.add(WallTime{104s}, noting('b'));
-    runAt(5s, 105s);
-    EXPECT_EQ(ran, "abcd");
-}
-
-TEST_F(TimerQueueTest, RepeatingTimerKeepsItsGridAndSkipsWhatWasMissed) {
-    const auto tick = queue.add(RunLoopTime{1s}, 1s, noting('t'));
-    runAt(3500ms, 0s);
-    EXPECT_EQ(ran, "t");
-    EXPECT_EQ(queue.nextRunLoopDue(), RunLoopTime{4s});
-}
 
 TEST_F(TimerQueueTest, CallbackMayStopItselfAndOthersAndArmNewOnes) {
     Timer self;
@@ -79,14 +63,6 @@ TEST(CheckedSecondsTest, OverflowIsFatalAndNeverAWrap) {
     EXPECT_DEATH((void)multiplySec(most / 2, 3), "overflow");
     EXPECT_DEATH((void)wholeSec(0x1p63), "64 bits");
     EXPECT_DEATH((void)wholeSec(std::numeric_limits<double>::quiet_NaN()), "64 bits");
-}
-
-TEST(DayKeyTest, IsReadOnlyAsItIsWritten) {
-    EXPECT_EQ(parseDayKey("2024-02-29"), (CalendarDay{2024, 2, 29}));
-    for (const char* wrong : {"", "2023-02-29", "2026-3-09", "2026/03/09", "0000-01-01",
-                              "2026-03-0\xd9", "+026-03-09", "2026-03-091"}) {
-        EXPECT_EQ(parseDayKey(wrong), std::nullopt) << wrong;
-    }
 }
 
 }  // namespace ostrel

@@ -111,16 +111,6 @@ TEST_F(OverlayWindowsTest, WindowsFadeAfterTheCloseAndTheNextBreakDoesNotWaitFor
     EXPECT_EQ(windows(), "1p* 2s") << "the fade of the earlier break takes nothing along";
 }
 
-TEST(OverlaySession, RecordThatClosesTheBreakAgainChangesNothing) {
-    OverlayBench bench;
-    bench.closesAgain = true;
-    bench.overlay().present(BreakKind::eye, 20, 0);
-    bench.take();
-    bench.overlay().close(CloseReason::skipped);
-    EXPECT_EQ(bench.take(), (Events{"0 log eye skipped 20 +0 over 0", "0 skip of eye", "0 tap",
-                                    "0 close eye skipped"}));
-}
-
 TEST(OverlaySession, ObserverMayCloseTheBreakAtAnyMoment) {
     for (const std::int64_t closeAt : {20, 19, 0}) {
         OverlayBench fresh;

@@ -16,7 +16,7 @@ TEST(IdleDetectorTest, WhereTheSystemCannotTellNobodyLeavesAndNobodyComesBack) {
     const VideoPlaybackDetector noFilm(
         bench.runLoop, [] { return false; }, VideoPlaybackDetector::Start::later);
     VirtualInputIdle input;
-    IdleDetector detector({bench.settings(), noFilm, input, bench.runLoop, &engine},
+    IdleDetector detector({bench.settings, noFilm, input, bench.runLoop, &engine},
                           IdleDetector::Start::immediately);
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     const std::pair<std::optional<double>, bool> samples[] = {

@@ -3,14 +3,10 @@
 #include <set>
 
 #include "overlay/guided_moves.h"
-#include "screens/gui.h"
 #include "screens/guide_figure.h"
-#include "screens/overlay_surface.h"
 #include "screens/overlay_text.h"
 #include "screens/overlay_view.h"
-#include "screens/qt_overlay_window.h"
-#include "screens/qt_overlay_window_maker.h"
-#include "support/overlay_bench.h"
+#include "screens/surface_bench.h"
 
 namespace ostrel {
 
@@ -21,29 +17,11 @@ const GuidedMove kWordy{
     "Ferse behutsam in Richtung Gesäß, die Knie bleiben dabei nebeneinander. Eine halbe Minute "
     "lang auf jeder Seite, ohne Schmerz."};
 
-struct GuideViewTest : ::testing::Test {
-    GuideViewTest() {
-        bench.displays().set({{1, {0, 0, 800, 600}}}, 1);
-        bench.motion().setReduceMotion(true);
-    }
-    ~GuideViewTest() override {
-        bench.overlay().close(CloseReason::forcedBySleep);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-
-    OverlaySurface& present(BreakKind kind, std::int64_t durationSec, std::int64_t penaltySec = 0) {
-        bench.overlay().present(kind, durationSec, penaltySec);
-        auto& window = dynamic_cast<QtOverlayWindow&>(*bench.overlay().openWindows().front());
-        EXPECT_TRUE(runUntil([&window] { return window.surface().isActiveWindow(); }));
-        return window.surface();
-    }
+struct GuideViewTest : SurfaceTest {
     static GuideView* guideOf(const OverlaySurface& surface) {
         return static_cast<GuideView*>(
             surface.findChild<QWidget*>(QStringLiteral("ostrel.overlay.guide")));
     }
-
-    QtOverlayWindowMaker maker;
-    OverlayBench bench{&maker};
 };
 
 TEST_F(GuideViewTest, ItMovesOnlyWhileSomebodyMaySeeItAndWants) {

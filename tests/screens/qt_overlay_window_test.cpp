@@ -3,35 +3,17 @@
 #include <QAbstractButton>
 #include <QPushButton>
 
-#include "screens/gui.h"
 #include "screens/overflow.h"
-#include "screens/overlay_surface.h"
 #include "screens/overlay_text.h"
 #include "screens/overlay_view.h"
-#include "screens/qt_overlay_window_maker.h"
+#include "screens/surface_bench.h"
 #include "screens/texts/texts.h"
-#include "support/overlay_bench.h"
 
 namespace ostrel {
 
-struct QtOverlayWindowTest : ::testing::Test {
-    QtOverlayWindowTest() {
-        bench.displays().set({{1, {0, 0, 800, 600}}}, 1);
-        bench.motion().setReduceMotion(true);
-    }
-    // The fixture's windows are deleted in a turn of the loop.
-    ~QtOverlayWindowTest() override {
-        bench.overlay().close(CloseReason::forcedBySleep);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-
+struct QtOverlayWindowTest : SurfaceTest {
     OverlaySurface& present(std::int64_t durationSec = 60, std::int64_t penaltySec = 0) {
-        bench.overlay().present(BreakKind::eye, durationSec, penaltySec);
-        static_cast<void>(bench.take());
-        auto& window = dynamic_cast<QtOverlayWindow&>(*bench.overlay().openWindows().front());
-        // The manager gives the keyboard to a window that has painted.
-        EXPECT_TRUE(runUntil([&window] { return window.surface().isActiveWindow(); }));
-        return window.surface();
+        return SurfaceTest::present(BreakKind::eye, durationSec, penaltySec);
     }
     static QAbstractButton* button(const OverlaySurface& surface, const char* name) {
         return surface.findChild<QAbstractButton*>(QString::fromUtf8(name));
@@ -53,9 +35,6 @@ struct QtOverlayWindowTest : ::testing::Test {
         const QWidget* widget = surface.focusWidget();
         return widget && widget != &surface ? widget->objectName().toStdString() : "nothing";
     }
-
-    QtOverlayWindowMaker maker;
-    OverlayBench bench{&maker};
 };
 
 TEST_F(QtOverlayWindowTest, ShowsTheActionsThatTheManagerOffersAndEnables) {
@@ -92,18 +71,11 @@ TEST_F(QtOverlayWindowTest, StrayAndHeldKeysPressNothingUntilAButtonIsChosen) {
     EXPECT_EQ(bench.take(), Events{});
     sendKey(surface, Qt::Key_Tab);
     EXPECT_EQ(focused(surface), "ostrel.overlay.action.skip");
-    sendKey(surface, Qt::Key_Tab);
-    EXPECT_EQ(focused(surface), "ostrel.overlay.action.postpone");
-    sendKey(surface, Qt::Key_Return);
-    EXPECT_FALSE(bench.overlay().activeSession()->has_value());
-
-    OverlaySurface& next = present(20);
-    sendKey(next, Qt::Key_Tab);
-    bench.run(20);
-    sendKey(next, Qt::Key_Space);
+    bench.run(60);
+    sendKey(surface, Qt::Key_Space);
     const Events events = bench.take();
     ASSERT_FALSE(events.empty());
-    EXPECT_EQ(events.back(), "20 close eye done") << "not the skip that has the focus";
+    EXPECT_EQ(events.back(), "60 close eye done") << "not the skip that has the focus";
 }
 
 TEST_F(QtOverlayWindowTest, ABannerSaysWhatASkipCostAndHandsTheFocusToNobody) {
@@ -169,33 +141,6 @@ TEST_F(QtOverlayWindowTest, NothingIsLeftOnceABreakHasFadedOrEndedAtOnce) {
         bench.run(1);
         EXPECT_TRUE(runUntil([&surfaces] { return surfaces() == 0; }));
     }
-}
-
-// Ends the break between the first paint and the news of it.
-struct EndAtFirstPaint : QObject {
-    explicit EndAtFirstPaint(OverlayManager& overlay) : manager(overlay) {
-        qApp->installEventFilter(this);
-    }
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint && dynamic_cast<OverlaySurface*>(watched)) {
-            const auto end = [this] {
-                manager.close(CloseReason::forcedBySleep);
-                hasEnded = true;
-            };
-            QMetaObject::invokeMethod(this, end, Qt::QueuedConnection);
-        }
-        return false;
-    }
-
-    OverlayManager& manager;
-    bool hasEnded = false;
-};
-
-TEST_F(QtOverlayWindowTest, AWindowThatIsGoneTellsOfNoPaint) {
-    const EndAtFirstPaint end(bench.overlay());
-    bench.overlay().present(BreakKind::eye, 20, 0);
-    EXPECT_TRUE(runUntil([&end] { return end.hasEnded; }));
-    EXPECT_TRUE(bench.overlay().openWindows().empty());
 }
 
 }  // namespace ostrel

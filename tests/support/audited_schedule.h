@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "support/schedule_audit.h"
+#include "support/presence_audit.h"
 
 namespace ostrel {
 
@@ -12,15 +12,17 @@ namespace ostrel {
 // is done is noted and audited at once.
 class AuditedSchedule {
   public:
-    // Whoever derives from it launches at the end of the construction.
     AuditedSchedule(std::string zone, WallTime start, const SettingsModel& settings, Counts& counts)
-        : platform_(std::move(zone), start), audit_(platform_, counts) {
+        : platform_(std::move(zone), start),
+          audit_(platform_, counts),
+          presence_(platform_, audit_, settings) {
         platform_.preferences.write(SettingsStore::kKey, *printJson(settings).text);
         audit_.skips().setDisabled(settings.disableSkipPenalty);
+        launch();
     }
     AuditedSchedule(const AuditedSchedule&) = delete;
     AuditedSchedule& operator=(const AuditedSchedule&) = delete;
-    virtual ~AuditedSchedule() { audit_.stopWatching(); }
+    ~AuditedSchedule() { audit_.stopWatching(); }
 
     [[nodiscard]] ScheduleAudit& audit() { return audit_; }
     [[nodiscard]] const std::string& fault() { return findings().fault(); }
@@ -69,7 +71,9 @@ class AuditedSchedule {
     void startNow(BreakKind kind) {
         note("start now " + std::string(nameOf(kind)));
         const auto before = session();
+        presence_.setStartingNow(true);
         engine().startNow(kind);
+        presence_.setStartingNow(false);
         if (before) {
             findings().expect("break on screen stays", session() == before, true);
         } else {
@@ -91,7 +95,7 @@ class AuditedSchedule {
         TimerState after = before;
         if (isGranted) {
             (kind == BreakKind::eye ? after.eye : after.body).remainingSec += 300;
-            audit_.records().add({{}, now(), now(), kind, BreakLogEntry::Outcome::postponed, 0, 0});
+            audit_.add({{}, now(), now(), kind, {}, 0, 0}, BreakLogEntry::Outcome::postponed);
         }
         if (isFree && !isGranted) {
             findings().count("no postpone left");
@@ -100,19 +104,24 @@ class AuditedSchedule {
         check();
     }
 
-    void pause(PauseDuration duration) {
-        note("pause " + std::to_string(duration.minutes));
-        engine().pauseByUser(duration);
+    void pause(std::int64_t minutes) {
+        note("pause " + std::to_string(minutes));
+        presence_.pause(now() + wallSec(minutes * 60));
+        engine().pauseByUser(PauseDuration::forMinutes(minutes));
         stopped();
     }
     void resume() {
         note("resume");
+        presence_.endUserPause();
         engine().endPause(PauseReason::user);
         check();
     }
 
     void change(const std::string& what, const std::function<void(SettingsModel&)>& change) {
         note(what);
+        SettingsModel next = settings();
+        change(next);
+        presence_.change(next);
         const bool wasEnabled = settings().ostrelEnabled;
         environment_->settingsStore().update(change);
         audit_.skips().setDisabled(settings().disableSkipPenalty);
@@ -125,6 +134,7 @@ class AuditedSchedule {
     void applyPreset(const PresetDefinition& preset) {
         note("preset " + preset.id);
         engine().applyPreset(preset);
+        presence_.change(settings());
         audit_.skips().emptyPool();
         audit_.countdowns().takeMerge();
         expectRestarted();
@@ -136,7 +146,8 @@ class AuditedSchedule {
         platform_.systemEvents.willSleep.send();
         check();
         platform_.runLoop.shiftWallClock(wallSec(seconds));
-        didSleep(seconds);
+        sleptFor_ += runLoopSec(static_cast<double>(seconds));
+        presence_.lookAtClock();
         if (seconds > 3600) {
             audit_.countdowns().takeMerge();
         }
@@ -160,23 +171,32 @@ class AuditedSchedule {
         launch();
     }
 
-  protected:
-    // For a further audit of the same.
-    virtual void willLaunch() {}
-    virtual void didLaunch(AppEnvironment& /*environment*/) {}
-    virtual void didSleep(std::int64_t /*seconds*/) {}
-    virtual void check() { audit_.check(); }
+    [[nodiscard]] TimerEngine& engine() { return environment_->timerEngine(); }
+    [[nodiscard]] Findings& findings() { return audit_.findings(); }
+    [[nodiscard]] VirtualPlatform& platform() { return platform_; }
+    [[nodiscard]] PresenceAudit& presence() { return presence_; }
+    // Also while it slept.
+    [[nodiscard]] RunLoopClock::duration passed() const {
+        return runLoopNow().time_since_epoch() + sleptFor_;
+    }
+    void note(const std::string& what) { findings().note(what); }
+    void check() {
+        presence_.settle();
+        audit_.check();
+        presence_.check();
+    }
 
+  private:
     // Half a second off the ticks, so that whatever is done next is in no doubt about its order.
     // The polls are armed before the audit begins, so that it finds what they have made of things.
     void launch() {
-        willLaunch();
+        presence_.willLaunch();
         environment_ = std::make_unique<AppEnvironment>(platform_.platform(makeUuid_));
         static_cast<void>(environment_->idleDetector());
         audit_.countdowns().beforeLaunch();
         environment_->launch();
         audit_.watch(*environment_);
-        didLaunch(*environment_);
+        presence_.didLaunch(*environment_);
         expectRestarted();
         check();
         if (isPaused()) {
@@ -184,12 +204,6 @@ class AuditedSchedule {
         }
         runFor(0.5);
     }
-    [[nodiscard]] TimerEngine& engine() { return environment_->timerEngine(); }
-    [[nodiscard]] Findings& findings() { return audit_.findings(); }
-    void note(const std::string& what) { findings().note(what); }
-    [[nodiscard]] VirtualPlatform& platform() { return platform_; }
-
-  private:
     [[nodiscard]] bool mayPostpone() {
         return environment_->postponeService().remainingPostpones() > 0;
     }
@@ -222,6 +236,8 @@ class AuditedSchedule {
     VirtualPlatform platform_;
     ScheduleAudit audit_;
     std::unique_ptr<AppEnvironment> environment_;
+    RunLoopClock::duration sleptFor_{0};
+    PresenceAudit presence_;
 };
 
 }  // namespace ostrel

@@ -8,59 +8,43 @@
 #include <utility>
 #include <vector>
 
-#include "base/uuid.h"
 #include "core/engine/timer_engine.h"
-#include "core/settings/settings_store.h"
-#include "platform/calendar/local_time.h"
-#include "platform/calendar/zoned_calendar.h"
-#include "platform/virtual/memory_preferences.h"
-#include "platform/virtual/virtual_run_loop.h"
 #include "support/events.h"
+#include "support/records_bench.h"
 
 namespace ostrel {
 
-// An engine on a virtual run loop with every collaborator present, which writes down all that
-// leaves the engine as "SECOND what": a test names the whole of it.
-class EngineBench : MeetingPresenceGuarding,
-                    VideoPlaybackProbing,
+// An engine on a virtual run loop, which writes down all that leaves the engine as "SECOND what": a
+// test names the whole of it.
+class EngineBench : public RecordsBench,
+                    MeetingPresenceGuarding,
                     BreakNotifying,
                     EngineToasts,
-                    SkipPenalties,
-                    PostponeRation,
-                    BreakLogging {
+                    PostponeRation {
   public:
     bool meetingActive = false;
     bool overlayPresented = false;
-    std::vector<BreakLogEntry> log;
     std::vector<std::function<void()>> meetingCompletions;
-    MemoryPreferences preferences;
 
-    EngineBench() : EngineBench("2026-03-09T09:00:00", "UTC") {}
-    EngineBench(const char* start, std::string timeZone)
-        : zone(std::move(timeZone)),
-          runLoop(wallTimeOf(*parseLocalTime(start), zone)),
-          calendar([this] { return zone; }) {}
+    using RecordsBench::RecordsBench;
 
-    void setUp(const std::function<void(SettingsModel&)>& change) { settings().update(change); }
-
-    SettingsStore& settings() { return settings_; }
     SessionStateStore& session() { return session_; }
 
     // Anew, with the same settings.
     TimerEngine& launch() {
         engine_.reset();
         engine_ = std::make_unique<TimerEngine>(
-            TimerEngine::Services{settings_,
+            TimerEngine::Services{settings,
                                   session_,
                                   calendar,
                                   runLoop,
-                                  [this] { return runLoop.wallNow(); },
+                                  clock(),
                                   seededUuids(1),
-                                  {this, this, this, this, this, this, this}},
+                                  {nullptr, this, nullptr, this, nullptr, this, this}},
             TimerEngine::Ticking::automatic);
         engine_->setIsOverlayPresented([this] { return overlayPresented; });
         watch();
-        engine_->configure(PresetCatalog::active(*settings_.settings()));
+        engine_->configure(PresetCatalog::active(*settings.settings()));
         return *engine_;
     }
     TimerEngine& launch(std::int64_t eyeSec, std::int64_t bodySec) {
@@ -74,7 +58,6 @@ class EngineBench : MeetingPresenceGuarding,
 
     TimerEngine& engine() { return *engine_; }
 
-    void run(std::int64_t seconds) { runLoop.runFor(std::chrono::seconds(seconds)); }
     void finishMeetings() {
         meetingActive = false;
         for (auto& completion : std::exchange(meetingCompletions, {})) {
@@ -84,10 +67,6 @@ class EngineBench : MeetingPresenceGuarding,
 
     // What has happened since the last call.
     Events take() { return std::exchange(events_, {}); }
-
-    std::string zone;
-    VirtualRunLoop runLoop;
-    ZonedCalendar calendar;
 
   private:
     void note(const std::string& what) {
@@ -100,9 +79,9 @@ class EngineBench : MeetingPresenceGuarding,
         watching_.clear();
         TimerEngine& engine = *engine_;
         watching_.push_back(engine.shouldOpenEyeBreak.subscribe(
-            [this](std::int64_t penalty) { note("open eye +" + std::to_string(penalty)); }));
+            [this](std::int64_t /*penalty*/) { note("open eye"); }));
         watching_.push_back(engine.shouldOpenBodyBreak.subscribe(
-            [this](std::int64_t penalty) { note("open body +" + std::to_string(penalty)); }));
+            [this](std::int64_t /*penalty*/) { note("open body"); }));
         watching_.push_back(engine.holdEnded.subscribe([this](BreakKind kind, HoldEnd how) {
             note("hold of " + std::string(nameOf(kind)) + " " + std::string(nameOf(how)));
         }));
@@ -112,7 +91,6 @@ class EngineBench : MeetingPresenceGuarding,
     void waitUntilClear(std::function<void()> completion) override {
         meetingCompletions.push_back(std::move(completion));
     }
-    bool isVideoPlaying() const override { return false; }
 
     void postBreakSoon(BreakKind kind, std::int64_t leadSec, bool canPostpone) override {
         breakSoonPosted_ = true;
@@ -147,25 +125,13 @@ class EngineBench : MeetingPresenceGuarding,
     void dismiss() override {}
     void dismissCounting() override {}
 
-    const Published<std::int64_t>& unconsumedPenaltySec() const override { return pool_; }
-    std::int64_t consumePenalty() override { return 0; }
-    void clearPenalty() override {}
-    void expireIfStale() override {}
-    std::int64_t previewPenalty(BreakKind) override { return 0; }
-    std::int64_t registerSkip(BreakKind) override { return 0; }
-    std::int64_t recentSkipCount() const override { return 0; }
-
     std::int64_t remainingPostpones() override { return 1; }
     bool tryPostpone() override { return true; }
 
-    void append(const BreakLogEntry& entry) override { log.push_back(entry); }
-
     Events events_;
-    Published<std::int64_t> pool_;
     bool breakSoonPosted_ = false;
     bool forgottenScheduled_ = false;
-    SettingsStore settings_{preferences};
-    SessionStateStore session_{preferences, runLoop.wallNow()};
+    SessionStateStore session_{preferences, now()};
     std::unique_ptr<TimerEngine> engine_;
     std::vector<Subscription> watching_;
 };

@@ -56,7 +56,6 @@ class OverlayBench : BreakLogging,
     std::int64_t postponesLeft = 1;
     GentleCard lastCard;
     std::function<void(OverlayAction)> pressCard;
-    bool closesAgain = false;  // the log closes the break that it is told of
 
     OverlayManager& overlay() { return overlay_; }
     TimerEngine& engine() { return engine_; }
@@ -98,9 +97,6 @@ class OverlayBench : BreakLogging,
              " " + std::to_string(entry.durationSec) + " +" +
              std::to_string(entry.penaltyAppliedSec) + " over " +
              inShort((entry.endedAt - entry.startedAt).count()));
-        if (closesAgain) {
-            overlay_.close(CloseReason::done);
-        }
     }
     void recordEyeCompleted() override { note("eye completed"); }
     void recordBodyCompleted() override { note("body completed"); }

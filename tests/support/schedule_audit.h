@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "support/countdown_audit.h"
-#include "support/records_model.h"
 #include "support/skip_model.h"
 
 namespace ostrel {
@@ -22,8 +21,7 @@ class ScheduleAudit {
         : platform_(platform),
           findings_(platform, counts),
           countdowns_(platform, findings_),
-          skips_(counts),
-          records_(platform.calendar) {
+          skips_(counts) {
         watching_.push_back(countdowns_.ticked.subscribe([this] { skips_.tick(now()); }));
         watching_.push_back(
             countdowns_.dropped.subscribe([this](BreakKind kind, WallTime heldSince) {
@@ -38,7 +36,6 @@ class ScheduleAudit {
     [[nodiscard]] Findings& findings() { return findings_; }
     [[nodiscard]] CountdownAudit& countdowns() { return countdowns_; }
     [[nodiscard]] SkipModel& skips() { return skips_; }
-    [[nodiscard]] RecordsModel& records() { return records_; }
     [[nodiscard]] bool isBreakOpen() const { return open_.has_value(); }
 
     void watch(AppEnvironment& environment) {
@@ -57,6 +54,13 @@ class ScheduleAudit {
     void stopWatching() {
         watchingOverlay_.clear();
         countdowns_.stopWatching();
+    }
+
+    enum class Counted { yes, no };
+    // What the history has to say of a break; its id is the log's affair.
+    void add(BreakLogEntry entry, BreakLogEntry::Outcome outcome, Counted counted = Counted::yes) {
+        entry.outcome = outcome;
+        records_.push_back({entry, platform_.calendar.dayKeyOf(entry.endedAt), counted});
     }
 
     // After every step of the schedule and everything that is done to it.
@@ -78,7 +82,11 @@ class ScheduleAudit {
 
   private:
     using Outcome = BreakLogEntry::Outcome;
-    using Counted = RecordsModel::Counted;
+    struct Recorded {
+        BreakLogEntry entry;
+        std::string day;
+        Counted counted;
+    };
 
     [[nodiscard]] WallTime now() const { return platform_.runLoop.wallNow(); }
 
@@ -144,29 +152,23 @@ class ScheduleAudit {
         }
     }
 
-    void add(BreakLogEntry entry, Outcome outcome, Counted counted = Counted::yes) {
-        entry.outcome = outcome;
-        records_.add(entry, counted);
-    }
-
     // It holds what it has to and nothing else.
     void checkHistory() {
         const auto& entries = *environment_->breakLog().entries();
-        const auto& expected = records_.entries();
-        findings_.expect("entries in the history", entries.size(), expected.size());
-        for (; comparedEntries_ < std::min(entries.size(), expected.size()); ++comparedEntries_) {
+        findings_.expect("entries in the history", entries.size(), records_.size());
+        for (; comparedEntries_ < std::min(entries.size(), records_.size()); ++comparedEntries_) {
             BreakLogEntry entry = entries[comparedEntries_];
             entry.id = {};
-            findings_.expect("entry of the history", entry, expected[comparedEntries_]);
+            findings_.expect("entry of the history", entry, records_[comparedEntries_].entry);
         }
     }
 
     void checkCounts() {
         const DailyCounterModel& counts = *environment_->dailyCounter().model();
-        if (counts != comparedCounts_ || countedEntries_ != records_.entries().size()) {
-            findings_.expect("counts of the day", counts, records_.countsOf(counts.dateKey));
+        if (counts != comparedCounts_ || countedEntries_ != records_.size()) {
+            findings_.expect("counts of the day", counts, countsOf(counts.dateKey));
             comparedCounts_ = counts;
-            countedEntries_ = records_.entries().size();
+            countedEntries_ = records_.size();
         }
         // The counter may take a second to hear of midnight.
         if (now() - platform_.calendar.startOfDay(now()) >= wallSec(1)) {
@@ -175,11 +177,27 @@ class ScheduleAudit {
         }
     }
 
+    [[nodiscard]] DailyCounterModel countsOf(const std::string& day) const {
+        DailyCounterModel counts;
+        counts.dateKey = day;
+        for (const auto& [entry, itsDay, counted] : records_) {
+            if (itsDay != day || counted == Counted::no) {
+                continue;
+            }
+            const bool isEye = entry.kind == BreakKind::eye;
+            counts.eyeBreaksCompleted += entry.isTaken() && isEye ? 1 : 0;
+            counts.bodyBreaksCompleted += entry.isTaken() && !isEye ? 1 : 0;
+            counts.skipsToday += entry.outcome == Outcome::skipped ? 1 : 0;
+            counts.postponesToday += entry.outcome == Outcome::postponed ? 1 : 0;
+        }
+        return counts;
+    }
+
     VirtualPlatform& platform_;
     Findings findings_;
     CountdownAudit countdowns_;
     SkipModel skips_;
-    RecordsModel records_;
+    std::vector<Recorded> records_;
     AppEnvironment* environment_ = nullptr;
     std::optional<BreakLogEntry> open_;  // the break on screen, as far as it can be told
     int attentionRequests_ = 0;

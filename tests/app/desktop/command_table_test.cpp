@@ -26,40 +26,23 @@ std::string parsed(const std::string& text) {
 }
 
 TEST(CommandTable, TakesACommandLineApart) {
-    const struct {
-        const char* words;
-        const char* expected;
-    } cases[] = {
-        {"status", "status"},
+    const std::pair<const char*, const char*> cases[] = {
         {"status --watch --compact", "status --compact --watch"},
-        {"status --json --compact", "cli.error.unexpected %@ %@"},
         {"status --json --json", "cli.error.unexpected %@ %@"},
-        {"status now", "cli.error.unexpected %@ %@"},
         {"status --capabilities --json", "cli.error.unexpected %@ %@"},
         {"pause 30m", "pause <30m>"},
-        {"pause 30m 40m", "cli.error.unexpected %@ %@"},
-        {"break", "cli.error.missing %@"},
         {"report --range monthly --csv", "report --csv --range=monthly"},
         {"report --range=full", "report --range=full"},
-        {"report --range", "cli.error.missing %@"},
         {"report --range full --range weekly", "cli.error.unexpected %@ %@"},
-        {"settings get", "settings get"},
-        {"settings set dailyGoalBreaks", "cli.error.missing %@"},
         {"settings set dailyGoalBreaks -1", "settings set <dailyGoalBreaks> <-1>"},
         {"settings import -", "settings import <->"},
         {"settings import -- --odd", "settings import <--odd>"},
-        {"nap", "cli.error.unknown_command %@"},
         {"simulate --seed 5 day.json", "simulate --seed=5 <day.json>"},
         {"simulate --seed=5 -", "simulate --seed=5 <->"},
         {"simulate --seed day.json", "cli.error.missing %@"},
-        {"simulate --nap day.json", "cli.error.unexpected %@ %@"},
         {"simulate one.json two.json", "cli.error.unexpected %@ %@"},
-        {"--demo", "--demo"},
         {"--demo --screenshots x", "--demo --screenshots=x"},
         {"--screenshots=x --demo", "--demo --screenshots=x"},
-        {"--demo --screenshots", "cli.error.missing %@"},
-        {"--demo now", "cli.error.unexpected %@ %@"},
-        {"--screenshots x", "cli.error.screenshots"},
         {"--screenshots", "cli.error.screenshots"},
     };
     for (const auto& [words, expected] : cases) {
@@ -78,9 +61,7 @@ Words offered(const Words& words) {
 
 TEST(CommandTable, CompletionsAreWhatMayFollow) {
     EXPECT_EQ(offered({"p"}), (Words{"pause", "postpone"}));
-    EXPECT_EQ(offered({"settings", ""}), (Words{"get", "set", "export", "import"}));
     EXPECT_EQ(offered({"break", ""}), (Words{"eye", "body"}));
-    EXPECT_EQ(offered({"break", "eye", ""}), Words{});
     EXPECT_EQ(offered({"status", "--"}),
               (Words{"--capabilities", "--json", "--compact", "--watch"}));
     EXPECT_EQ(offered({"status", "--json", "--"}), (Words{"--watch"}));
@@ -90,12 +71,9 @@ TEST(CommandTable, CompletionsAreWhatMayFollow) {
     EXPECT_EQ(offered({"settings", "set", "overlayTint", ""}),
               (Words{"ink", "black", "navy", "sage"}));
     EXPECT_EQ(offered({"settings", "set", "languageRaw", "d"}), (Words{"de"}));
-    EXPECT_EQ(offered({"settings", "import", "x"}), (Words{":file"}));
-    EXPECT_EQ(offered({"simulate", ""}), (Words{"--seed", ":file"}));
     EXPECT_EQ(offered({"simulate", "--seed", ""}), Words{});
     EXPECT_EQ(offered({"simulate", "--seed", "5", ""}), (Words{":file"}));
     EXPECT_EQ(offered({"--demo", ""}), (Words{"--screenshots"}));
-    EXPECT_EQ(offered({"--demo", "--screenshots", ""}), (Words{":file"}));
     EXPECT_EQ(offered({"nap", ""}), Words{});
 }
 

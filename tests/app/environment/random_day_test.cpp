@@ -4,7 +4,6 @@
 #include <iterator>
 #include <random>
 
-#include "app/environment/presence_audit.h"
 #include "platform/calendar/local_time.h"
 #include "support/audited_schedule.h"
 #include "support/random_runs.h"
@@ -90,10 +89,7 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
   public:
     RandomDay(const RandomChoices& choices, const SettingsModel& settings, Counts& counts)
         : RandomChoices(choices),
-          AuditedSchedule(anyZone(*this), anyStart(*this), settings, counts),
-          presence_(platform(), audit(), settings) {
-        launch();
-    }
+          AuditedSchedule(anyZone(*this), anyStart(*this), settings, counts) {}
 
     // What was wrong first, empty if nothing was.
     std::string live() {
@@ -105,7 +101,7 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
                 run(between(1, 500));
             }
             // At that instant itself it may have ended or not.
-            if (presence_.isPauseEnding()) {
+            if (presence().isPauseEnding()) {
                 run(1);
             }
             getGoing();
@@ -115,37 +111,24 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         return fault();
     }
 
-  protected:
-    void willLaunch() override { presence_.willLaunch(); }
-    void didLaunch(AppEnvironment& environment) override { presence_.didLaunch(environment); }
-    void didSleep(std::int64_t seconds) override {
-        sleptFor_ += runLoopSec(static_cast<double>(seconds));
-        presence_.lookAtClock();
-    }
-    void check() override {
-        presence_.settle();
-        AuditedSchedule::check();
-        presence_.check();
-    }
-
   private:
     using App = std::optional<FrontmostApplication::Application>;
 
     // Nothing that stops the schedule lasts for ever.
     void getGoing() {
         if (!settings().ostrelEnabled && oneIn(2)) {
-            update("schedule on", [](SettingsModel& s) { s.ostrelEnabled = true; });
+            change("schedule on", [](SettingsModel& s) { s.ostrelEnabled = true; });
         }
-        if (presence_.isPaused() && oneIn(4)) {
-            oneIn(2) ? endPause() : toggle();
+        if (presence().isPaused() && oneIn(4)) {
+            oneIn(2) ? resume() : toggle();
         }
-        if (presence_.isFocusOn() && oneIn(4)) {
+        if (presence().isFocusOn() && oneIn(4)) {
             announce();
         }
     }
     void endEveryCause() {
-        endPause();
-        update("no hours, no focus", [](SettingsModel& s) {
+        resume();
+        change("no hours, no focus", [](SettingsModel& s) {
             s.workHoursEnabled = false;
             s.pauseDuringDND = false;
         });
@@ -153,24 +136,15 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         findings().expect("pause left over", isPaused(), false);
     }
 
-    void update(const char* what, const std::function<void(SettingsModel&)>& changeThem) {
-        SettingsModel next = settings();
-        changeThem(next);
-        presence_.change(next);
-        change(what, changeThem);
-    }
     void changeSettings() {
         SettingsModel next = settings();
         changeSome(next, *this);
-        update("settings", [&next](SettingsModel& settings) { settings = next; });
+        change("settings", [&next](SettingsModel& settings) { settings = next; });
     }
     void switchOff() {
-        update("schedule off", [](SettingsModel& s) { s.ostrelEnabled = false; });
+        change("schedule off", [](SettingsModel& s) { s.ostrelEnabled = false; });
     }
-    void choosePreset() {
-        applyPreset(anyPreset(*this));
-        presence_.change(settings());
-    }
+    void choosePreset() { applyPreset(anyPreset(*this)); }
 
     void wait() {
         const bool isHeld = audit().countdowns().heldKind().has_value();
@@ -188,31 +162,20 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         oneIn(2) ? press(OverlayAction::done) : run(between(1, 5));
     }
     void togglePenalties() {
-        update("penalties on or off",
+        change("penalties on or off",
                [](SettingsModel& s) { s.disableSkipPenalty = !s.disableSkipPenalty; });
     }
     void postponeNext() { postponeAhead(nextKind()); }
-    void startOne() {
-        presence_.setStartingNow(true);
-        startNow(oneOf({BreakKind::body, BreakKind::eye}));
-        presence_.setStartingNow(false);
-    }
+    void startOne() { startNow(oneOf({BreakKind::body, BreakKind::eye})); }
     void sleepOn() { sleep(oneOf<std::int64_t>({between(1, 900), 3600, between(3601, 40'000)})); }
     void startAgain() { relaunch(static_cast<double>(between(0, 15'000)) / 2); }
 
-    void pauseTimed() {
-        const std::int64_t minutes = between(1, 60);
-        presence_.pause(now() + wallSec(minutes * 60));
-        pause(PauseDuration::forMinutes(minutes));
-    }
-    void endPause() {
-        presence_.endUserPause();
-        resume();
-    }
+    void pauseTimed() { pause(between(1, 60)); }
+    void endPause() { resume(); }
     // Ends every pause, or begins one.
     void toggle() {
         note("toggle chord");
-        presence_.isPaused() ? presence_.endAllPauses() : presence_.pause(std::nullopt);
+        presence().isPaused() ? presence().endAllPauses() : presence().pause(std::nullopt);
         const HotkeyChord chord = settings().togglePauseHotkey;
         platform().hotkeys.press(chord.keyCode, chord.modifiers);
         check();
@@ -220,11 +183,11 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
 
     void changeFront() {
         const App front = oneOf<App>({App(), App({"us.zoom.xos", 4711}), App({"us.zoom.xos", 4711}),
-                                      App({"US.zoom.xos", 4711}), App({"film", 900}),
+                                      App({"us.zoom.xos.beta", 4711}), App({"film", 900}),
                                       App({"film", 900}), App({std::nullopt, 77})});
         note("in front " + (front ? front->bundleIdentifier.value_or("?") : "nothing"));
         platform().frontmost.set(front);
-        presence_.surroundingsChanged();
+        presence().surroundingsChanged();
     }
     // Between two looks at what is in front.
     void changeFrontBeforeBodyBreak() {
@@ -239,7 +202,7 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         const ScreenWindows::Window window{oneOf<std::int64_t>({900, 900, 900, 77}),
                                            oneOf<double>({1824, 1920, 2432, 1823}),
                                            oneOf<double>({1026, 1026, 1440, 1368, 1025})};
-        platform().windows.set({{4711, 9999, 9999}, window});
+        platform().windows.set({{4711, std::nullopt, 9999}, window});
         const char* type = oneOf({"PreventUserIdleDisplaySleep", "NoDisplaySleepAssertion",
                                   "PreventUserIdleSystemSleep"});
         platform().assertions.set(
@@ -247,16 +210,15 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
     }
     void changeIdle() {
         note("input");
-        const auto passed = [this] { return runLoopNow().time_since_epoch() + sleptFor_; };
         const auto idleSec = oneOf<double>({0, 0, 29.9, 30, 60, 119.5, 300.5, 43'200.4, 43'200.5});
-        const auto leave = [passed, since = passed()] { return inSeconds(passed() - since); };
+        const auto leave = [this, since = passed()] { return inSeconds(passed() - since); };
         const std::function<std::optional<double>()> reading = [idleSec] { return idleSec; };
         platform().inputIdle.setReading(oneIn(2) ? leave : reading);
     }
     void announce() {
         const bool isOn = oneIn(2);
         note(isOn ? "Do Not Disturb on" : "Do Not Disturb off");
-        presence_.announce(isOn);
+        presence().announce(isOn);
         using Value = DistributedAnnouncements::Value;
         const auto value =
             oneOf<Value>({isOn, std::int64_t{isOn ? 2 : 0}, std::string(isOn ? "TRUE" : "yes")});
@@ -288,14 +250,14 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         }
     }
     void tellOfClock() {
-        presence_.lookAtClock();
+        presence().lookAtClock();
         platform().systemEvents.clockChanged.send();
         platform().runLoop.runOverdueWallTimers();
         check();
     }
     void becomeActive() {
         note("became active");
-        presence_.lookAtClock();
+        presence().lookAtClock();
         platform().systemEvents.didBecomeActive.send();
         check();
     }
@@ -306,30 +268,18 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
     };
     void act() {
         using Day = RandomDay;
-        static constexpr Action kActions[] = {{60, &Day::wait},
-                                              {6, &Day::pressAnything},
-                                              {6, &Day::waitForTheEnd},
-                                              {4, &Day::startOne},
-                                              {4, &Day::postponeNext},
-                                              {3, &Day::pauseTimed},
-                                              {5, &Day::toggle},
-                                              {3, &Day::endPause},
-                                              {4, &Day::sleepOn},
-                                              {3, &Day::startAgain},
-                                              {2, &Day::choosePreset},
-                                              {3, &Day::togglePenalties},
-                                              {20, &Day::changeFront},
-                                              {12, &Day::changeScreen},
-                                              {9, &Day::changeIdle},
-                                              {8, &Day::announce},
-
-                                              {6, &Day::setClock},
-                                              {3, &Day::travel},
-                                              {4, &Day::becomeActive},
-                                              {1, &Day::switchOff},
-                                              {6, &Day::changeSettings},
-
-                                              {8, &Day::changeFrontBeforeBodyBreak}};
+        static constexpr Action kActions[] = {
+            {60, &Day::wait},          {6, &Day::pressAnything},
+            {6, &Day::waitForTheEnd},  {4, &Day::startOne},
+            {4, &Day::postponeNext},   {3, &Day::pauseTimed},
+            {5, &Day::toggle},         {3, &Day::endPause},
+            {4, &Day::sleepOn},        {3, &Day::startAgain},
+            {2, &Day::choosePreset},   {3, &Day::togglePenalties},
+            {20, &Day::changeFront},   {12, &Day::changeScreen},
+            {9, &Day::changeIdle},     {8, &Day::announce},
+            {6, &Day::setClock},       {3, &Day::travel},
+            {4, &Day::becomeActive},   {1, &Day::switchOff},
+            {6, &Day::changeSettings}, {8, &Day::changeFrontBeforeBodyBreak}};
         std::int64_t total = 0;
         for (const Action& action : kActions) {
             total += action.weight;
@@ -340,9 +290,6 @@ class RandomDay : private RandomChoices, private AuditedSchedule {
         }
         (this->*chosen->act)();
     }
-
-    RunLoopClock::duration sleptFor_{0};
-    PresenceAudit presence_;
 };
 
 }  // namespace

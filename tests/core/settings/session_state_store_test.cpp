@@ -59,26 +59,4 @@ TEST_F(SessionStateStoreTest, OnlyATimedUserPauseWithinADaySurvivesARelaunch) {
     }
 }
 
-TEST_F(SessionStateStoreTest, DocumentWithoutARequiredFieldCountsAsNone) {
-    const char* const documents[] = {
-        R"({"isPaused":true,"pauseReasons":["user"],"userPauseUntil":794919000})",
-        R"({"isPaused":true,"lastQuitAt":1,"userPauseUntil":794919000})",
-        R"({"lastQuitAt":1,"pauseReasons":["user"],"userPauseUntil":794919000})",
-        R"({"isPaused":true,"lastQuitAt":1,"pauseReasons":["boss"]})",
-        R"({"isPaused":1,"lastQuitAt":1,"pauseReasons":[]})",
-        R"({"isPaused":true,"lastQuitAt":"1","pauseReasons":[]})",
-        R"({"isPaused":true,"lastQuitAt":1,"pauseReasons":[],"pausedAt":"now"})",
-    };
-    for (const char* document : documents) {
-        preferences.write(SessionStateStore::kKey, document);
-        const auto store = launch();
-        EXPECT_EQ(store.current()->lastQuitAt, kNow) << document;
-        EXPECT_FALSE(store.isPaused()) << document;
-        EXPECT_EQ(preferences.read(SessionStateStore::kKey), document) << "untouched until a write";
-    }
-    auto store = launch();
-    store.setLastQuitAt(kNow);
-    EXPECT_EQ(preferences.damaged().size(), 1U);
-}
-
 }  // namespace ostrel

@@ -24,15 +24,6 @@ struct SettingsStoreTest : ::testing::Test {
     Subscription watching;
 };
 
-TEST_F(SettingsStoreTest, DocumentThatIsNoObjectIsReplacedAndSetAside) {
-    for (const char* bytes : {"", "nonsense", "[]", "{\"strictMode\":true", "\"\xff\""}) {
-        EXPECT_EQ(load(bytes), SettingsModel{}) << bytes;
-        EXPECT_EQ(stored(), asJson(SettingsModel{})) << bytes;
-        EXPECT_EQ(std::prev(preferences.damaged().end())->second, bytes);
-    }
-    EXPECT_EQ(preferences.damaged().size(), 5U);
-}
-
 TEST_F(SettingsStoreTest, RemindersAreMigratedOnceAndWrittenBack) {
     const std::pair<const char*, std::int64_t> cases[] = {
         {R"({"remindersMigrated":false,"notifyBreakSoon":true,"preBreakToastLeadSec":5})", 120},

@@ -95,14 +95,13 @@ TEST_F(SettingsWindowTest, AnotherPresetIsAskedAboutWhileABreakIsNear) {
     click("timing.preset.strict");
     EXPECT_EQ(settings().activePresetID, "light");
     click("timing.cancel");
-    EXPECT_TRUE(find("timing.preset.light")->isChecked());
     click("timing.preset.strict");
     click("timing.switch");
     EXPECT_EQ(settings().activePresetID, "strict");
     EXPECT_EQ(engine().state()->eye.remainingSec, 900);
 }
 
-TEST_F(SettingsWindowTest, TheUsersOwnTimingIsPlannedWhileASliderMovesAndLeftByTheKeyboard) {
+TEST_F(SettingsWindowTest, TheUsersOwnTimingIsPlannedWhileASliderMoves) {
     open(kTiming);
     run(0);
     auto* slider = find<QSlider>("eyeBreakIntervalSec");
@@ -115,12 +114,7 @@ TEST_F(SettingsWindowTest, TheUsersOwnTimingIsPlannedWhileASliderMovesAndLeftByT
     EXPECT_EQ(settings().activePresetID, "custom");
     runFor(std::chrono::milliseconds(200));
     EXPECT_EQ(slider->mapTo(window, QPoint()).y(), height) << "it stays under the pointer";
-    auto* own = find("timing.preset.custom");
-    EXPECT_TRUE(own->isChecked());
-    own->setFocus();
-    sendTo(*own, Qt::Key_Up);
-    EXPECT_EQ(settings().activePresetID, "strict");
-    EXPECT_FALSE(own->isEnabled());
+    EXPECT_TRUE(find("timing.preset.custom")->isChecked());
 
     const std::size_t seen = planned.size();
     open(kGeneral);
@@ -160,30 +154,6 @@ TEST_F(SettingsWindowTest, WhatIsTypedCountsWhenItIsWhole) {
     EXPECT_EQ(settings().overlayDimOpacity, 0.5);
 }
 
-TEST_F(SettingsWindowTest, ALoginItemThatCannotBeArrangedIsSaid) {
-    open(kGeneral);
-    const auto remarks = [this] {
-        int count = 0;
-        for (const auto* label : window->findChildren<QLabel*>()) {
-            count += label->isVisible() && label->text() == Texts::of("welcome.ready.login.failed")
-                         ? 1
-                         : 0;
-        }
-        return count;
-    };
-    click("launchAtLogin");
-    EXPECT_EQ(remarks(), 0);
-    click("launchAtLogin");
-    const Subscription refusal = store().settings().onChange([this](const SettingsModel& changed) {
-        if (changed.launchAtLogin) {
-            store().update([](SettingsModel& s) { s.launchAtLogin = false; });
-        }
-    });
-    click("launchAtLogin");
-    EXPECT_EQ(remarks(), 1);
-    EXPECT_FALSE(find("launchAtLogin")->isChecked());
-}
-
 TEST_F(SettingsWindowTest, ControlsFollowWhoeverChangesTheSettings) {
     for (int page = 0; page < kPages; ++page) {
         open(page);
@@ -194,8 +164,6 @@ TEST_F(SettingsWindowTest, ControlsFollowWhoeverChangesTheSettings) {
         s.eyeBreakIntervalSec = 100;
         s.activePresetID = "mine";
         s.workDays = {1};
-        s.customBreakMessages = {"Breathe", "Look up"};
-        s.deferAppBundleIDs = {"a.b"};
     });
     EXPECT_FALSE(find("disableSkipPenalty")->isChecked()) << "said the other way round";
     EXPECT_EQ(find<QComboBox>("idleThresholdSec")->currentText(), "1 min 17 s");
@@ -203,46 +171,27 @@ TEST_F(SettingsWindowTest, ControlsFollowWhoeverChangesTheSettings) {
     EXPECT_EQ(settings().eyeBreakIntervalSec, 100) << "showing it changes nothing";
     EXPECT_TRUE(find("workDays.1")->isChecked());
     EXPECT_FALSE(find("workDays.2")->isChecked());
-    EXPECT_EQ(find<QPlainTextEdit>("customBreakMessages")->toPlainText(), "Breathe\nLook up");
-    EXPECT_EQ(find<QListWidget>("deferAppBundleIDs")->count(), 1);
 }
 
-TEST_F(SettingsWindowTest, TheRecorderTakesOnlyWhatIsValidAndFree) {
+TEST_F(SettingsWindowTest, TheRecorderTakesOnlyWhatIsFreeAndHasTheKeysForItself) {
     open(kShortcuts);
     auto* recorder = find<ChordRecorder>("startBreakHotkey");
-    EXPECT_EQ(recorder->text(), "Shift+Super+B");
     const auto press = [&](std::uint32_t keyCode, int key, Qt::KeyboardModifiers modifiers) {
         QKeyEvent event(QEvent::KeyPress, key, modifiers, keyCode, 0, 0);
         QCoreApplication::sendEvent(recorder, &event);
     };
-    const struct {
-        std::uint32_t keyCode;
-        int key;
-        Qt::KeyboardModifiers modifiers;
-        std::string_view problem;
-    } refused[] = {
-        {11, Qt::Key_B, Qt::NoModifier, "settings.shortcuts.invalid"},
-        {128, Qt::Key_B, Qt::ControlModifier, "settings.shortcuts.invalid"},
-        {35, Qt::Key_P, Qt::ControlModifier | Qt::MetaModifier, "settings.shortcuts.equal"},
-    };
     click("startBreakHotkey");
-    EXPECT_FALSE(environment.hotkeyRouter()->isActive()) << "its keys are for this window";
+    EXPECT_FALSE(environment.hotkeyRouter()->isActive());
     const HotkeyChord before = settings().startBreakHotkey;
-    for (const auto& [keyCode, key, modifiers, problem] : refused) {
-        press(keyCode, key, modifiers);
-        EXPECT_EQ(recorder->remark()->text(), Texts::of(problem)) << keyCode;
-    }
+    press(35, Qt::Key_P, Qt::ControlModifier | Qt::MetaModifier);
+    EXPECT_EQ(recorder->remark()->text(), Texts::of("settings.shortcuts.equal"));
     press(49, Qt::Key_Space, Qt::MetaModifier);
     EXPECT_EQ(recorder->remark()->text(), "Conflicts with Spotlight");
     EXPECT_EQ(settings().startBreakHotkey, before);
-    press(56, Qt::Key_Control, Qt::ControlModifier);
     press(40, Qt::Key_K, Qt::ControlModifier | Qt::AltModifier);
     EXPECT_EQ(settings().startBreakHotkey, (HotkeyChord{40, 4096 + 2048, "⌃⌥K"}));
     EXPECT_EQ(recorder->text(), "Ctrl+Alt+K");
     EXPECT_TRUE(environment.hotkeyRouter()->isActive());
-    click("startBreakHotkey");
-    press(53, Qt::Key_Escape, Qt::NoModifier);
-    EXPECT_EQ(settings().startBreakHotkey.keyCode, 40U) << "Escape keeps the old ones";
 }
 
 TEST_F(SettingsWindowTest, ProgramsAreShownByNameAndOfferedOnce) {
@@ -252,7 +201,6 @@ TEST_F(SettingsWindowTest, ProgramsAreShownByNameAndOfferedOnce) {
     });
     const auto* list = find<QListWidget>("deferAppBundleIDs");
     EXPECT_EQ(list->item(0)->text(), "Call");
-    EXPECT_EQ(list->item(0)->toolTip(), "org.example.Call");
     EXPECT_EQ(list->item(1)->text(), "com.other") << "nobody knows its name";
 
     const auto offered = [this] {
@@ -266,20 +214,16 @@ TEST_F(SettingsWindowTest, ProgramsAreShownByNameAndOfferedOnce) {
     offered().front()->trigger();
     EXPECT_EQ(settings().deferAppBundleIDs.back(), "org.example.Pen & Ink");
     ASSERT_EQ(offered().size(), 1);
-    EXPECT_EQ(offered().front()->text(), Texts::of("settings.presence.calls.none_running"));
-    EXPECT_FALSE(offered().front()->isEnabled());
+    EXPECT_FALSE(offered().front()->isEnabled()) << "no other one runs";
 }
 
 TEST_F(SettingsWindowTest, ResetAsksAndKeepsTheWelcomeAway) {
     open(kGeneral);
-    store().update([](SettingsModel& settings) {
-        settings.strictMode = true;
-        settings.hasOnboarded = true;
-    });
     engine().applyPreset(PresetCatalog::light());
+    store().update([](SettingsModel& settings) { settings.hasOnboarded = true; });
     click("reset");
     click("reset.cancel");
-    EXPECT_TRUE(settings().strictMode);
+    EXPECT_EQ(settings().activePresetID, "light");
     click("reset");
     click("reset.confirm");
     SettingsModel expected;
@@ -301,17 +245,6 @@ TEST_F(SettingsWindowTest, WhatRunsAlongTheLinesTurnsWithThem) {
         const bool isRightToLeft = QGuiApplication::isRightToLeft();
         EXPECT_EQ(isFilled(kInset), !isRightToLeft) << language;
         EXPECT_EQ(isFilled(slider.width() - kInset), isRightToLeft) << language;
-
-        open(kGeneral);
-        const auto labels = window->findChildren<QLabel*>();
-        const auto folder = std::ranges::find(labels, services().dataFolder, [](QLabel* label) {
-            return label->text().toStdString();
-        });
-        ASSERT_NE(folder, labels.end());
-        EXPECT_EQ((*folder)->alignment(),
-                  Qt::AlignAbsolute | (isRightToLeft ? Qt::AlignRight : Qt::AlignLeft))
-            << language;
-        EXPECT_TRUE((*folder)->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
     });
 }
 

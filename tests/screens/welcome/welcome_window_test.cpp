@@ -17,7 +17,7 @@ struct WelcomeWindowTest : ::testing::Test {
     void SetUp() override {
         Texts::setLanguage("en");
         bench.launch();
-        window = new WelcomeWindow({bench.settings(), bench.engine(), [] {},
+        window = new WelcomeWindow({bench.settings, bench.engine(), [] {},
                                     [this](auto tell) { tellCapabilities = std::move(tell); },
                                     [this](bool /*isEnabled*/) { return canSetLogin; }});
         window->present();
@@ -30,10 +30,6 @@ struct WelcomeWindowTest : ::testing::Test {
                                                    QString::fromLatin1(name));
     }
     void press(const char* name) { button(name)->click(); }
-    bool isClosed() {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return window.isNull();
-    }
     bool says(const char* key) {
         QCoreApplication::processEvents();  // what was added to a window shows in the next turn
         return std::ranges::any_of(window->findChildren<QLabel*>(), [key](const QLabel* label) {
@@ -75,12 +71,6 @@ TEST_F(WelcomeWindowTest, WhatTheDesktopLacksIsSaidWithItsReason) {
     press("continue");
     EXPECT_TRUE(says("welcome.ready.where.again"));
     EXPECT_FALSE(says("welcome.ready.where.panel"));
-}
-
-TEST_F(WelcomeWindowTest, AnAnswerThatComesAfterTheEndIsNoHarm) {
-    window->close();
-    ASSERT_TRUE(isClosed());
-    tellCapabilities({{Capability::Topic::calls}});
 }
 
 TEST_F(WelcomeWindowTest, EveryTextHasRoomInEveryLanguage) {

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "presence/work_hours.h"
 #include "support/schedule_audit.h"
 
 namespace ostrel {
@@ -69,10 +70,7 @@ class PresenceAudit {
 
     void change(const SettingsModel& settings) {
         const SettingsModel before = std::exchange(settings_, settings);
-        if (before.workHoursEnabled != settings.workHoursEnabled ||
-            before.workHoursStartMinute != settings.workHoursStartMinute ||
-            before.workHoursEndMinute != settings.workHoursEndMinute ||
-            before.workDays != settings.workDays) {
+        if (WindowShape::of(before) != WindowShape::of(settings)) {
             lookAtClock();
         }
         if (before.pauseDuringDND != settings.pauseDuringDND) {
@@ -102,8 +100,7 @@ class PresenceAudit {
 
     // The clock, the zone or the hours may have changed, or the user turned to the program.
     void lookAtClock() {
-        const bool wasInside =
-            std::exchange(isInside_, isWithinHours(now(), settings_, platform_.calendar));
+        const bool wasInside = std::exchange(isInside_, isWithinHours());
         if (isInside_) {
             const bool wasHeld = reasons_.erase(PauseReason::schedule) > 0;
             if (!wasInside && !wasHeld && reasons_.empty()) {
@@ -123,7 +120,7 @@ class PresenceAudit {
         // Every new day is a reason to look.
         const std::string day = platform_.calendar.dayKeyOf(now());
         const bool isMidnight = std::exchange(day_, day) != day;
-        if (isWithinHours(now(), settings_, platform_.calendar) != isInside_ || isMidnight) {
+        if (isWithinHours() != isInside_ || isMidnight) {
             lookAtClock();
             flippedAt_ = platform_.runLoop.now();
         }
@@ -144,6 +141,8 @@ class PresenceAudit {
         findings().expect("Do Not Disturb",
                           *environment_->focusFilterWatcher()->behavior() == FocusBehavior::on,
                           isFocusOn_);
+        findings().expect("breaks credited", environment_->presenceTally().totals(60).credited,
+                          credited_);
         checkHolds();
         checkPauses();
     }
@@ -155,24 +154,10 @@ class PresenceAudit {
     [[nodiscard]] Findings& findings() const { return audit_.findings(); }
     [[nodiscard]] TimerEngine& engine() const { return environment_->timerEngine(); }
 
-    // A work day may run on into the next one.
-    static bool isWithinHours(WallTime time, const SettingsModel& settings,
-                              const Calendar& calendar) {
-        constexpr std::int64_t kMinutesPerDay = 1440;
-        const Calendar::Components local = calendar.components(time);
-        const std::int64_t start = settings.workHoursStartMinute;
-        const std::int64_t end = settings.workHoursEndMinute;
-        const std::int64_t from = start == end ? 0 : start;
-        const std::int64_t to =
-            start == end ? kMinutesPerDay : end + (end < start ? kMinutesPerDay : 0);
-        const auto lasts = [&](std::int64_t weekday, std::int64_t minute) {
-            return settings.workDays.contains(weekday) && from <= minute && minute < to;
-        };
-        const std::int64_t minute = local.hour * 60 + local.minute;
-        return !settings.workHoursEnabled || lasts(local.weekday, minute) ||
-               lasts((local.weekday + 5) % 7 + 1, minute + kMinutesPerDay);
+    // The rule itself has a model of its own, minute by minute.
+    [[nodiscard]] bool isWithinHours() const {
+        return isWithin(now(), WindowShape::of(settings_), platform_.calendar);
     }
-
     [[nodiscard]] bool isCallInFront() const {
         const auto front = platform_.frontmost.current();
         return front && front->bundleIdentifier &&
@@ -188,7 +173,7 @@ class PresenceAudit {
         const bool covers = std::ranges::any_of(*windows, [&](const auto& window) {
             return window.processIdentifier == front->processIdentifier &&
                    std::ranges::any_of(platform_.displays.current(), [&](const auto& display) {
-                       return *window.width * 100 >= display.frame.width * 95 &&
+                       return window.width.value_or(0) * 100 >= display.frame.width * 95 &&
                               *window.height * 100 >= display.frame.height * 95;
                    });
         });
@@ -252,10 +237,12 @@ class PresenceAudit {
         }
         if (awaySec >= settings_.eyeBreakDurationSec) {
             findings().count("eye break credited");
+            ++credited_;
             eyeSec_ = engine().activeIntervalSec(BreakKind::eye);
         }
         if (awaySec >= settings_.bodyBreakDurationSec) {
             findings().count("body break credited");
+            ++credited_;
             bodySec_ = engine().activeIntervalSec(BreakKind::body);
             audit_.countdowns().takeMerge();
         }
@@ -338,6 +325,7 @@ class PresenceAudit {
     double longestIdleSec_ = 0;
     std::int64_t eyeSec_ = 0;
     std::int64_t bodySec_ = 0;
+    std::int64_t credited_ = 0;
     RunLoopTime inTheWayAt_;  // when something last was
 
     // What pauses.
