@@ -101,8 +101,11 @@ Page::Page(const QString& title, QWidget* parent) : QScrollArea(parent), content
 }
 
 Card* Page::addCard(const QString& heading) {
-    if (!heading.isEmpty()) {
+    const bool isFirst = content_->count() == 1;  // the title stands there already
+    if (isFirst || !heading.isEmpty()) {
         content_->addSpacing(10);
+    }
+    if (!heading.isEmpty()) {
         content_->addWidget(makeLabel(heading, "heading"));
     }
     auto* card = new Card;

@@ -37,8 +37,10 @@ QPushButton[look="day"]:checked:disabled { background: @faint; border-color: @fa
 QPushButton[look="danger"] { color: @warning; }
 QPushButton[look="link"] { border: none; background: transparent; color: @link; padding: 2px; }
 QPushButton[look="link"]:focus { border: 2px solid @accent; padding: 0; }
+QPushButton::menu-indicator { subcontrol-origin: padding; subcontrol-position: center right; right: 4px; }
 QListWidget#ostrel\.sidebar { background: transparent; border: none; padding: 8px; outline: none; }
-QListWidget#ostrel\.sidebar::item { padding: 8px 10px; border-radius: 6px; color: @ink; }
+QListWidget#ostrel\.sidebar::item { padding: 7px 10px; min-height: 22px; border-radius: 6px;
+  color: @ink; }
 QListWidget#ostrel\.sidebar::item:hover { background: @hover; }
 QListWidget#ostrel\.sidebar::item:selected { background: @accent; color: @on-accent; }
 QComboBox::drop-down { subcontrol-origin: padding; subcontrol-position: center right; width: 18px; border: none; }
