@@ -24,14 +24,16 @@ MacRunLoop::MacRunLoop(Clocks clocks, std::unique_ptr<Alarm> alarm)
           const std::weak_ptr stillThere = alive();
           turnBegins.send();
           if (!stillThere.expired()) {
-              runDue();
+              recheck();
           }
       })) {}
 
 MacRunLoop::~MacRunLoop() = default;
 
 void MacRunLoop::recheck() {
-    runDue();
+    if (!isHeld_) {
+        runDue();
+    }
 }
 
 void MacRunLoop::armAtOnce() {

@@ -33,6 +33,9 @@ class MacRunLoop : public QueuedRunLoop {
     // To be called when the clock was set or the system slept: runs what has become due.
     void recheck();
 
+    // While it is held no timer runs; after that recheck() runs what has become due.
+    void setHeld(bool isHeld) { isHeld_ = isHeld; }
+
     // The alarm rang, and no timer has run yet: the moment to see that the system slept, where it
     // has not said so yet.
     Signal<> turnBegins;
@@ -43,6 +46,7 @@ class MacRunLoop : public QueuedRunLoop {
     void arm() override;
     void armAtOnce() override;
 
+    bool isHeld_ = false;
     std::optional<Due> armedFor_;
     std::unique_ptr<Alarm> alarm_;
     Subscription rings_;

@@ -17,6 +17,7 @@ class SessionPresence {
     void uncover(Cover by);
 
     [[nodiscard]] bool isOnScreen() const { return covers_.empty(); }
+    [[nodiscard]] bool areScreensAsleep() const { return covers_.contains(Cover::screensAsleep); }
 
   private:
     std::set<Cover> covers_;

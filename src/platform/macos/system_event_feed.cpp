@@ -25,12 +25,14 @@ SystemEventFeed::SystemEventFeed(SystemEvents& events, MacRunLoop& runLoop, Sour
 void SystemEventFeed::take(Event event) {
     switch (event) {
         case Event::willSleep:
-            return fallAsleep();
+            fallAsleep();
+            return followDarkness();
         case Event::didWake:
             if (isAsleep_) {
                 wake();
             }
             lookForSleep();
+            followDarkness();
             return runLoop_.recheck();
         case Event::zoneChanged:
             sources_.forgetZone();
@@ -67,7 +69,20 @@ void SystemEventFeed::take(Event event) {
             presence_.uncover(Cover::otherUser);
             break;
     }
+    followDarkness();
     events_.isSessionOnScreen.set(presence_.isOnScreen());
+}
+
+void SystemEventFeed::followDarkness() {
+    const bool isDark = isAsleep_ && presence_.areScreensAsleep();
+    if (std::exchange(isDark_, isDark) == isDark) {
+        return;
+    }
+    runLoop_.setHeld(isDark);
+    if (!isDark) {
+        lookForSleep();
+        runLoop_.recheck();
+    }
 }
 
 void SystemEventFeed::fallAsleep() {
@@ -85,7 +100,7 @@ void SystemEventFeed::wake() {
 }
 
 void SystemEventFeed::lookForSleep() {
-    if (sources_.asleepSec() - knownAsleepSec_ >= kLeastSleepSec) {
+    if (!isDark_ && sources_.asleepSec() - knownAsleepSec_ >= kLeastSleepSec) {
         fallAsleep();
         wake();
     }

@@ -13,7 +13,8 @@ class SystemEvents;
 // Turns what the system announces into SystemEvents, and has the run loop look at the clock again.
 //
 // A sleep that is not announced, or whose end is not announced before the first timer is due, shows
-// in the clock that goes on meanwhile: it is told before any timer runs.
+// in the clock that goes on meanwhile: it is told before any timer runs. While the computer is awake
+// with its screens off, to look after itself, the sleep it announced goes on for the user.
 class SystemEventFeed {
   public:
     enum class Event {
@@ -48,12 +49,14 @@ class SystemEventFeed {
     void fallAsleep();
     void wake();
     void lookForSleep();
+    void followDarkness();
 
     SystemEvents& events_;
     MacRunLoop& runLoop_;
     Sources sources_;
     double knownAsleepSec_;
     bool isAsleep_ = false;
+    bool isDark_ = false;
     SessionPresence presence_;
     Subscription turns_;
 };

@@ -85,6 +85,20 @@ TEST_F(SystemEventFeedTest, ATimerThatRingsFirstWaitsForTheWakeAlsoOfASleepThatN
     EXPECT_EQ(ring(), "");
 }
 
+TEST_F(SystemEventFeedTest, WhatIsDueWhileOnlyTheScreensSleepOnWaitsForTheUser) {
+    for (const auto& [lightsUp, expected] :
+         {std::pair(Event::screensWoke, "wake:6000 timer shown "),
+          {Event::didWake, "wake:6000 timer "}}) {
+        const Timer due = loop.callAfter(0s, [this] { log += "timer "; });
+        take({Event::screensSlept, Event::willSleep});
+        sleep(3000);
+        EXPECT_EQ(ring(), "");
+        sleep(3000);
+        EXPECT_EQ(take({lightsUp}), expected);
+        EXPECT_EQ(take({Event::didWake}), "");
+    }
+}
+
 TEST_F(SystemEventFeedTest, EachSleepIsToldOnceHoweverOftenItIsAnnounced) {
     EXPECT_EQ(take({Event::willSleep, Event::willSleep}), "sleep ");
     sleep(30);
