@@ -10,22 +10,21 @@ KeyboardGrab::KeyboardGrab(SetGrabbed setGrabbed) : setGrabbed_(std::move(setGra
 }
 
 void KeyboardGrab::take() {
-    if (!isHeld_) {
+    if (!std::exchange(isWanted_, true)) {
         retry_.start();
         attempt();
     }
 }
 
 void KeyboardGrab::attempt() {
-    isHeld_ = setGrabbed_(true);
-    if (isHeld_) {
+    if (setGrabbed_(true)) {
         retry_.stop();
     }
 }
 
 void KeyboardGrab::release() {
     retry_.stop();
-    if (std::exchange(isHeld_, false)) {
+    if (std::exchange(isWanted_, false)) {
         setGrabbed_(false);
     }
 }

@@ -11,7 +11,8 @@ class KeyboardGrab {
   public:
     static constexpr int kRetryMs = 200;
 
-    // Takes (true) or lets go of (false) the keyboard; answers whether that worked.
+    // Takes (true) or lets go of (false) the keyboard; answers whether that worked. What was asked
+    // for may come later, so it is let go of in any case.
     using SetGrabbed = std::function<bool(bool isGrabbed)>;
 
     explicit KeyboardGrab(SetGrabbed setGrabbed);
@@ -26,7 +27,7 @@ class KeyboardGrab {
     void attempt();
 
     SetGrabbed setGrabbed_;
-    bool isHeld_ = false;
+    bool isWanted_ = false;
     QTimer retry_;
 };
 

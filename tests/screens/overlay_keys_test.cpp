@@ -33,7 +33,7 @@ TEST(OverlayKeys, PIsTheLetterOrItsPlaceWhereNoLatinLettersAre) {
     }
 }
 
-TEST(KeyboardGrab, AsksAgainUntilItIsGivenAndLetsGoOnlyOfWhatItHas) {
+TEST(KeyboardGrab, AsksAgainUntilItIsGivenAndLetsGoOnce) {
     std::string calls;  // T taken, t refused, L let go
     bool isFree = false;
     KeyboardGrab grab([&](bool isGrabbed) {
@@ -46,15 +46,15 @@ TEST(KeyboardGrab, AsksAgainUntilItIsGivenAndLetsGoOnlyOfWhatItHas) {
     EXPECT_TRUE(runUntil([&calls] { return calls == "tt"; }));
     grab.release();
     runFor(std::chrono::milliseconds(KeyboardGrab::kRetryMs * 2));
-    EXPECT_EQ(calls, "tt") << "releasing ends the asking";
+    EXPECT_EQ(calls, "ttL") << "releasing ends the asking";
 
     grab.take();
     isFree = true;
-    EXPECT_TRUE(runUntil([&calls] { return calls == "tttT"; }));
+    EXPECT_TRUE(runUntil([&calls] { return calls == "ttLtT"; }));
     grab.take();
     grab.release();
     grab.release();
-    EXPECT_EQ(calls, "tttTL");
+    EXPECT_EQ(calls, "ttLtTL");
 }
 
 }  // namespace ostrel

@@ -14,6 +14,12 @@ void* viewOf(const QWidget& window) {
 
 }  // namespace
 
+// In a turn of its own: when the displays change a window hands the keyboard to the next one.
+MacWindowSystem::MacWindowSystem() {
+    giveBack_.setSingleShot(true);
+    giveBack_.callOnTimeout([this] { keyboard_.giveBack(); });
+}
+
 // Not in full screen, as the toolkit has it: that would move to a Space of its own.
 void MacWindowSystem::showCover(QWidget& window) {
     WindowBridge::coverDisplay(viewOf(window));
@@ -27,10 +33,10 @@ void MacWindowSystem::showCard(QWidget& window) {
 
 bool MacWindowSystem::setKeyboardTaken(QWidget& window, bool isTaken) {
     if (isTaken) {
-        keyboard_.take(viewOf(window));
-    } else {
-        keyboard_.giveBack();
+        giveBack_.stop();
+        return keyboard_.take(viewOf(window));
     }
+    giveBack_.start(0);
     return true;
 }
 

@@ -14,8 +14,8 @@ class KeyboardLoan {
     ~KeyboardLoan();  // gives it back
 
     // `view` is the NSView of a window that is there, as QWidget::winId() gives it. Taken twice it
-    // is still owed to the first.
-    void take(void* view);
+    // is still owed to the first. Whether the window has it by now: the system takes its time.
+    bool take(void* view);
 
     void giveBack();
 

@@ -32,13 +32,19 @@ KeyboardLoan::~KeyboardLoan() {
     giveBack();
 }
 
-void KeyboardLoan::take(void* view) {
+bool KeyboardLoan::take(void* view) {
+    NSApplication* application = [NSApplication sharedApplication];
+    NSWindow* window = [(__bridge NSView*)view window];
+    if (application.active && window.keyWindow) {
+        return true;
+    }
     if (!impl_->lender) {
         impl_->lender = [NSWorkspace sharedWorkspace].frontmostApplication;
     }
     // A break begins unasked, and -activate is no more than a request of a program in front.
-    [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
-    [[(__bridge NSView*)view window] makeKeyAndOrderFront:nil];
+    [application activateIgnoringOtherApps:YES];
+    [window makeKeyAndOrderFront:nil];
+    return application.active && window.keyWindow;
 }
 
 void KeyboardLoan::giveBack() {

@@ -11,6 +11,10 @@ struct StatusBarItem::Impl {
         // The user's place for it survives a restart under this name.
         item.autosaveName = @"ostrel";
         item.button.imagePosition = NSImageLeading;
+        // The countdown keeps one width while its digits change.
+        const CGFloat points = [NSFont menuBarFontOfSize:0].pointSize;
+        item.button.font = [NSFont monospacedDigitSystemFontOfSize:points
+                                                            weight:NSFontWeightRegular];
     }
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;

@@ -35,8 +35,17 @@ CK_EXTERN NSAppearanceName const NSAppearanceNameDarkAqua CK_MACOS(10.14);
 - (void)setAccessibilityLabel:(nullable NSString*)label CK_MACOS(10.10);
 @end
 
+typedef CGFloat NSFontWeight;
+CK_EXTERN const NSFontWeight NSFontWeightRegular CK_MACOS(10.11);
+@interface NSFont : NSObject
+@property(readonly) CGFloat pointSize;
++ (NSFont*)menuBarFontOfSize:(CGFloat)size;
++ (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight CK_MACOS(10.11);
+@end
+
 typedef CK_ENUM(NSUInteger, NSCellImagePosition){NSImageLeading CK_MACOS(10.12) = 7};
 @interface NSButton : NSView
+@property(nullable, strong) NSFont* font;
 @property(copy) NSString* title;
 @property(nullable, strong) NSImage* image;
 @property NSCellImagePosition imagePosition;
@@ -74,6 +83,7 @@ static const NSWindowLevel NSStatusWindowLevel = 25, NSScreenSaverWindowLevel = 
 @property(getter=isMovable) BOOL movable CK_MACOS(10.6);
 @property(getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
+@property(readonly, getter=isKeyWindow) BOOL keyWindow;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 @end
 
@@ -96,6 +106,7 @@ static const CGFloat NSVariableStatusItemLength = -1;
 
 @interface NSApplication : NSResponder
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
+@property(readonly, getter=isActive) BOOL active;
 @property(readonly, strong) NSAppearance* effectiveAppearance CK_MACOS(10.14);
 - (void)activateIgnoringOtherApps:(BOOL)flag CK_MACOS(10.0);
 - (void)yieldActivationToApplication:(NSRunningApplication*)application CK_MACOS(14.0);
