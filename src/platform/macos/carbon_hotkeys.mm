@@ -9,14 +9,12 @@
 namespace ostrel {
 namespace {
 
-constexpr OSType kSignature = 'Ostr';
-
 OSStatus handlePress(EventHandlerCallRef, EventRef event, void* presses) {
     EventHotKeyID pressed{};
     const OSStatus status = GetEventParameter(event, kEventParamDirectObject, typeEventHotKeyID,
                                               nullptr, sizeof pressed, nullptr, &pressed);
-    const bool isOurs = status == noErr && pressed.signature == kSignature &&
-                        static_cast<const HotkeyPresses*>(presses)->press(pressed.id);
+    const bool isOurs = status == noErr && static_cast<const HotkeyPresses*>(presses)->press(
+                                               pressed.signature, pressed.id);
     return isOurs ? OSStatus{noErr} : OSStatus{eventNotHandledErr};
 }
 
@@ -68,8 +66,9 @@ std::unique_ptr<GlobalHotkeys::Registration> CarbonHotkeys::add(std::uint32_t ke
     }
     const std::uint32_t number = impl_->known.add(std::move(onPress));
     EventHotKeyRef hotkey = nullptr;
-    const OSStatus status = RegisterEventHotKey(keyCode, modifiers, {kSignature, number},
-                                                GetApplicationEventTarget(), 0, &hotkey);
+    const OSStatus status =
+        RegisterEventHotKey(keyCode, modifiers, {HotkeyPresses::kSignature, number},
+                            GetApplicationEventTarget(), 0, &hotkey);
     if (status != noErr || !hotkey) {
         impl_->known.remove(number);
         return nullptr;

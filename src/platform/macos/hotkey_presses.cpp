@@ -15,9 +15,9 @@ std::uint32_t HotkeyPresses::add(std::function<void()> onPress) {
     return lastNumber_;
 }
 
-bool HotkeyPresses::press(std::uint32_t number) const {
+bool HotkeyPresses::press(std::uint32_t signature, std::uint32_t number) const {
     const auto found = presses_.find(number);
-    if (found == presses_.end()) {
+    if (signature != kSignature || found == presses_.end()) {
         return false;
     }
     const std::function<void()> onPress = found->second;

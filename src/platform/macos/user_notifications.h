@@ -10,7 +10,7 @@ namespace ostrel {
 
 // The user's notification centre, which keeps what waits for its time itself.
 //
-// Asks for permission with the first request; requests wait for the answer. It exists only for a
+// It exists only for a
 // program in a bundle: elsewhere everything is swallowed and the authorisation is denied. To hear
 // of the tap that started the program, make this before the application's launch is over.
 class UserNotifications : public SystemNotifications {
@@ -22,7 +22,8 @@ class UserNotifications : public SystemNotifications {
     UserNotifications& operator=(const UserNotifications&) = delete;
     ~UserNotifications() override;
 
-    // A later call takes the place of an earlier one, as when the language changes.
+    // A later call takes the place of an earlier one. The actions have their names in the language
+    // in which the next notification comes.
     void registerCategories(std::vector<NotificationCategory> categories) override;
 
     void add(const NotificationRequest& request) override;

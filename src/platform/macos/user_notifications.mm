@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "platform/macos/foundation_values.h"
-#include "platform/macos/held_notifications.h"
 #include "platform/macos/mac_bundle.h"
 #include "platform/macos/notification_mapping.h"
 #include "platform/macos/observers.h"
 #include "platform/macos/on_main.h"
+#include "platform/macos/permission_gate.h"
 #include "platform/macos/text.h"
 
 using Respond = std::function<void(const ostrel::NotificationResponse&)>;
@@ -88,72 +88,74 @@ NSDictionary* userInfoOf(const NotificationRequest& request) {
 }  // namespace
 
 struct UserNotifications::Impl : std::enable_shared_from_this<Impl> {
-    Impl(TranslateText translateText, NowFunction nowFunction, Respond tell)
+    Impl(TranslateText translateText, NowFunction now, Respond tell)
         : translate(std::move(translateText)),
-          now(std::move(nowFunction)),
+          gate({[this] { ask(); }, [this] { read(); },
+                [this](const NotificationRequest& request) { post(request); }},
+               std::move(now)),
           respond(std::make_shared<Respond>(std::move(tell))) {
         // The centre throws for a program without a bundle: nobody else may ask for it.
         if (isInBundle()) {
             center = [UNUserNotificationCenter currentNotificationCenter];
             delegate = [[OstrelNotificationDelegate alloc] initWithRespond:respond];
             center.delegate = delegate;
-            authorization = Authorization::unknown;
+        } else {
+            gate.settle(Authorization::denied);
         }
     }
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
     ~Impl() { center.delegate = nil; }
 
-    void readAuthorization() {
+    // Answers on a thread of its own, and maybe after this object's end.
+    void read() {
         const std::weak_ptr<Impl> weak = weak_from_this();
         [center getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings* settings) {
-          const Authorization read =
-              NotificationMapping::authorizationOf(settings.authorizationStatus);
+          const auto read = NotificationMapping::authorizationOf(settings.authorizationStatus);
           onMain([weak, read] {
               if (const auto impl = weak.lock()) {
-                  impl->settle(read);
+                  impl->gate.settle(read);
               }
           });
         }];
     }
 
-    void askForPermission() {
+    void ask() {
         const std::weak_ptr<Impl> weak = weak_from_this();
         [center
             requestAuthorizationWithOptions:UNAuthorizationOptionAlert | UNAuthorizationOptionSound
                           completionHandler:^(BOOL, NSError*) {
                             onMain([weak] {
                                 if (const auto impl = weak.lock()) {
-                                    impl->readAuthorization();
+                                    impl->read();
                                 }
                             });
                           }];
     }
 
-    void settle(Authorization read) {
-        authorization = read;
-        if (authorization == Authorization::granted) {
-            for (const NotificationRequest& request : held.take(now())) {
-                post(request);
+    // In the language of the moment.
+    void nameActions() {
+        NSMutableArray<UNNotificationCategory*>* all = [[NSMutableArray alloc] init];
+        for (const NotificationCategory& category : categories) {
+            NSMutableArray<UNNotificationAction*>* actions = [[NSMutableArray alloc] init];
+            for (const NotificationAction& action : category.actions) {
+                NSString* title = toNSString(translate({action.titleKey, {}}));
+                [actions addObject:[UNNotificationAction
+                                       actionWithIdentifier:toNSString(action.id)
+                                                      title:title
+                                                    options:UNNotificationActionOptionNone]];
             }
+            [all addObject:[UNNotificationCategory
+                               categoryWithIdentifier:toNSString(category.id)
+                                              actions:actions
+                                    intentIdentifiers:@[]
+                                              options:UNNotificationCategoryOptionNone]];
         }
-    }
-
-    void add(const NotificationRequest& request) {
-        if (authorization == Authorization::granted) {
-            post(request);
-            return;
-        }
-        held.hold(request, now());
-        // Once refused it may have been granted since, in the settings of the system.
-        if (std::exchange(isAsked, true)) {
-            readAuthorization();
-        } else {
-            askForPermission();
-        }
+        [center setNotificationCategories:[NSSet setWithArray:all]];
     }
 
     void post(const NotificationRequest& request) {
+        nameActions();
         UNMutableNotificationContent* content = [[UNMutableNotificationContent alloc] init];
         content.title = toNSString(translate(request.title));
         content.body = toNSString(translate(request.body));
@@ -170,13 +172,11 @@ struct UserNotifications::Impl : std::enable_shared_from_this<Impl> {
     }
 
     TranslateText translate;
-    NowFunction now;
+    PermissionGate gate;
     std::shared_ptr<Respond> respond;
     UNUserNotificationCenter* center = nil;
     OstrelNotificationDelegate* delegate = nil;
-    Authorization authorization = Authorization::denied;
-    bool isAsked = false;
-    HeldNotifications held;
+    std::vector<NotificationCategory> categories;
     std::unique_ptr<NotificationObserver> activation;
 };
 
@@ -187,41 +187,26 @@ UserNotifications::UserNotifications(TranslateText translate, NowFunction now)
     if (impl_->center) {
         impl_->activation = std::make_unique<NotificationObserver>(
             [NSNotificationCenter defaultCenter], NSApplicationDidBecomeActiveNotification,
-            [impl = impl_.get()](NSNotification*) { impl->readAuthorization(); });
-        impl_->readAuthorization();
+            [impl = impl_.get()](NSNotification*) { impl->read(); });
+        impl_->read();
     }
 }
 
 UserNotifications::~UserNotifications() = default;
 
 void UserNotifications::registerCategories(std::vector<NotificationCategory> categories) {
-    NSMutableArray<UNNotificationCategory*>* all = [[NSMutableArray alloc] init];
-    for (const NotificationCategory& category : categories) {
-        NSMutableArray<UNNotificationAction*>* actions = [[NSMutableArray alloc] init];
-        for (const NotificationAction& action : category.actions) {
-            NSString* title = toNSString(impl_->translate({action.titleKey, {}}));
-            [actions addObject:[UNNotificationAction
-                                   actionWithIdentifier:toNSString(action.id)
-                                                  title:title
-                                                options:UNNotificationActionOptionNone]];
-        }
-        [all addObject:[UNNotificationCategory
-                           categoryWithIdentifier:toNSString(category.id)
-                                          actions:actions
-                                intentIdentifiers:@[]
-                                          options:UNNotificationCategoryOptionNone]];
-    }
-    [impl_->center setNotificationCategories:[NSSet setWithArray:all]];
+    impl_->categories = std::move(categories);
+    impl_->nameActions();
 }
 
 void UserNotifications::add(const NotificationRequest& request) {
     if (impl_->center) {
-        impl_->add(request);
+        impl_->gate.add(request);
     }
 }
 
 void UserNotifications::removePending(const std::string& id) {
-    impl_->held.remove(id);
+    impl_->gate.remove(id);
     [impl_->center removePendingNotificationRequestsWithIdentifiers:@[ toNSString(id) ]];
 }
 
@@ -230,7 +215,7 @@ void UserNotifications::removeDelivered(const std::string& id) {
 }
 
 SystemNotifications::Authorization UserNotifications::authorization() const {
-    return impl_->authorization;
+    return impl_->gate.authorization();
 }
 
 }  // namespace ostrel

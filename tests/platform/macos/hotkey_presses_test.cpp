@@ -13,13 +13,13 @@ TEST(HotkeyPresses, APressReachesTheOneThatHasItsNumberAndNeverASuccessor) {
     std::string log;
     const std::uint32_t one = presses.add([&] { log += '1'; });
     const std::uint32_t two = presses.add([&] { log += '2'; });
-    EXPECT_TRUE(presses.press(two));
-    EXPECT_FALSE(presses.press(0)) << "a press of somebody else's";
+    EXPECT_TRUE(presses.press(HotkeyPresses::kSignature, two));
+    EXPECT_FALSE(presses.press(HotkeyPresses::kSignature + 1, two)) << "another program's";
     presses.remove(one);
     const std::uint32_t successor = presses.add([&] { log += '3'; });
-    EXPECT_FALSE(presses.press(one)) << "one that arrives late";
+    EXPECT_FALSE(presses.press(HotkeyPresses::kSignature, one)) << "one that arrives late";
     EXPECT_EQ(log, "2");
-    EXPECT_TRUE(presses.press(successor));
+    EXPECT_TRUE(presses.press(HotkeyPresses::kSignature, successor));
 }
 
 TEST(HotkeyPresses, WhatIsCalledMayRemoveItself) {
@@ -30,9 +30,9 @@ TEST(HotkeyPresses, WhatIsCalledMayRemoveItself) {
         presses.remove(number);
         ++*told;
     });
-    EXPECT_TRUE(presses.press(number));
+    EXPECT_TRUE(presses.press(HotkeyPresses::kSignature, number));
     EXPECT_EQ(*told, 1);
-    EXPECT_FALSE(presses.press(number));
+    EXPECT_FALSE(presses.press(HotkeyPresses::kSignature, number));
 }
 
 TEST(HotkeyPresses, AChordIsAKeyOfTheTableWithAtLeastOneModifierOfOurs) {

@@ -4,6 +4,7 @@
 #include "platform/macos/keyboard_debt.h"
 #include "platform/macos/login_item_rule.h"
 #include "platform/macos/mac_capabilities.h"
+#include "platform/macos/program_rule.h"
 
 namespace ostrel {
 namespace {
@@ -68,6 +69,13 @@ TEST(MacCapabilities, EveryTopicStandsAtItsPlaceWithAReasonExactlyWhenItDoesNotW
         EXPECT_EQ(all[static_cast<std::size_t>(Capability::Topic::chimes)].reason.empty(),
                   isInBundle);
     }
+}
+
+TEST(ProgramRule, OfferedIsWhatPeopleKnowCanFindAgainAndIsNotOurs) {
+    EXPECT_TRUE(isToChoose({"org.example.Call", true, 7}, 8));
+    EXPECT_FALSE(isToChoose({std::nullopt, true, 7}, 8));
+    EXPECT_FALSE(isToChoose({"org.example.Agent", false, 7}, 8));
+    EXPECT_FALSE(isToChoose({"org.ostrel.Ostrel", true, 8}, 8));
 }
 
 }  // namespace

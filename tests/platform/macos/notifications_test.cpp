@@ -4,6 +4,7 @@
 
 #include "platform/macos/held_notifications.h"
 #include "platform/macos/notification_mapping.h"
+#include "platform/macos/permission_gate.h"
 
 namespace ostrel {
 namespace {
@@ -85,6 +86,28 @@ TEST_F(HeldNotificationsTest, ALaterRequestTakesThePlaceOfAnEarlierAndARemovedOn
     held.remove("pause");
     held.remove("unknown");
     EXPECT_EQ(take(101), std::vector{request("soon", AfterSeconds{5})});
+}
+
+TEST(PermissionGate, TheUserIsAskedOnceAndWhatWaitedIsPostedWhenAllowed) {
+    std::string log;
+    WallTime now = wallTimeAt(0);
+    PermissionGate gate({[&] { log += "ask "; }, [&] { log += "read "; },
+                         [&](const NotificationRequest& posted) { log += posted.id + " "; }},
+                        [&] { return now; });
+    gate.settle(Authorization::unknown);
+    gate.add(request("a"));
+    gate.add(request("b", AfterSeconds{60}));
+    gate.add(request("c", AfterSeconds{60}));
+    gate.remove("c");
+    gate.settle(Authorization::denied);
+    EXPECT_EQ(log, "ask read read ");
+    EXPECT_EQ(gate.authorization(), Authorization::denied);
+    log.clear();
+    now += wallSec(11);  // by now "a" is no news
+    gate.settle(Authorization::granted);
+    gate.add(request("d"));
+    gate.settle(Authorization::granted);
+    EXPECT_EQ(log, "b d ");
 }
 
 }  // namespace
