@@ -18,6 +18,15 @@ constexpr Modifier kModifiers[] = {
     {HotkeyChord::kCommand, "⌘", "key.super"},
 };
 
+// A Mac has the glyphs on its keys.
+QString writtenOut(const Modifier& modifier) {
+#ifdef Q_OS_MACOS
+    return QString::fromUtf8(modifier.glyph);
+#else
+    return Texts::of(modifier.word) + u'+';
+#endif
+}
+
 // Other keys have the same name on most keyboards. The toolkit's catalogues are no help: for Home
 // the Polish one speaks of a folder, and the Italian one has an arrow.
 QString keyWord(const QString& key) {
@@ -32,7 +41,7 @@ QString of(const HotkeyChord& chord) {
     for (const Modifier& modifier : kModifiers) {
         key.remove(QString::fromUtf8(modifier.glyph));
         if ((chord.modifiers & modifier.mask) != 0) {
-            words += Texts::of(modifier.word) + u'+';
+            words += writtenOut(modifier);
         }
     }
     return words + keyWord(key);

@@ -10,7 +10,7 @@
 namespace ostrel::ChordWords {
 
 // For people, with the words that the keyboards of the language have: "Ctrl+Shift+B", in German
-// "Strg+Umschalt+B".
+// "Strg+Umschalt+B"; on a Mac with the glyphs of its keys: "⌃⇧B".
 [[nodiscard]] QString of(const HotkeyChord& chord);
 
 // The glyphs of HotkeyChord::displayString for its masks: "⌃⇧".

@@ -34,8 +34,15 @@ MacStatusItem::MacStatusItem(const StatusMenu::Services& services)
         menu_.refresh();
         refresh();
     };
-    subscriptions_.push_back(
-        services_.timerEngine.state().onChange([this](const auto&) { refresh(); }));
+    // The toolkit does not take a menu of the system for visible.
+    QObject::connect(&menu_, &QMenu::aboutToShow, &menu_, [this] { isMenuOpen_ = true; });
+    QObject::connect(&menu_, &QMenu::aboutToHide, &menu_, [this] { isMenuOpen_ = false; });
+    subscriptions_.push_back(services_.timerEngine.state().onChange([this](const auto&) {
+        refresh();
+        if (isMenuOpen_) {
+            menu_.refresh();
+        }
+    }));
     subscriptions_.push_back(services_.sessionStateStore.current().onChange(refreshAll));
     subscriptions_.push_back(services_.settingsStore.settings().onChange(refreshAll));
     subscriptions_.push_back(

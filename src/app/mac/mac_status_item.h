@@ -32,6 +32,7 @@ class MacStatusItem : public StatusPresence {
     std::optional<StatusIcon::Face> face_;  // as it is shown
     QString title_;
     QString toolTip_;
+    bool isMenuOpen_ = false;
     std::vector<Subscription> subscriptions_;
 };
 

@@ -6,4 +6,7 @@ namespace ostrel {
 // nor a login item nor the sounds.
 [[nodiscard]] bool isInBundle();
 
+// Whether another process of this user runs the same bundle.
+[[nodiscard]] bool isRunningTwice();
+
 }  // namespace ostrel

@@ -1,11 +1,16 @@
 #include "platform/macos/mac_bundle.h"
 
-#import <Foundation/Foundation.h>
+#import <AppKit/AppKit.h>
 
 namespace ostrel {
 
 bool isInBundle() {
     return [NSBundle mainBundle].bundleIdentifier != nil;
+}
+
+bool isRunningTwice() {
+    NSString* own = [NSBundle mainBundle].bundleIdentifier;
+    return own && [NSRunningApplication runningApplicationsWithBundleIdentifier:own].count > 1;
 }
 
 }  // namespace ostrel

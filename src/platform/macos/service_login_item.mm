@@ -5,12 +5,6 @@
 #include "platform/macos/login_item_rule.h"
 
 namespace ostrel {
-bool ServiceLoginItem::isOffered() {
-    if (@available(macOS 13.0, *)) {
-        return true;
-    }
-    return false;
-}
 
 bool ServiceLoginItem::isEnabled() const {
     if (@available(macOS 13.0, *)) {

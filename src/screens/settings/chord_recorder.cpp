@@ -15,11 +15,19 @@ struct Modifier {
     Qt::KeyboardModifier pressed;
     std::uint32_t mask;
 };
+// On a Mac the toolkit has Control for the key with ⌘ on it, and Meta for the one with ⌃.
+#ifdef Q_OS_MACOS
+constexpr Qt::KeyboardModifier kControlKey = Qt::MetaModifier;
+constexpr Qt::KeyboardModifier kCommandKey = Qt::ControlModifier;
+#else
+constexpr Qt::KeyboardModifier kControlKey = Qt::ControlModifier;
+constexpr Qt::KeyboardModifier kCommandKey = Qt::MetaModifier;
+#endif
 constexpr Modifier kModifiers[] = {
-    {Qt::ControlModifier, HotkeyChord::kControl},
+    {kControlKey, HotkeyChord::kControl},
     {Qt::AltModifier, HotkeyChord::kOption},
     {Qt::ShiftModifier, HotkeyChord::kShift},
-    {Qt::MetaModifier, HotkeyChord::kCommand},
+    {kCommandKey, HotkeyChord::kCommand},
 };
 
 bool isModifier(int key) {

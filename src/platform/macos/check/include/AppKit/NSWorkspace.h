@@ -15,6 +15,8 @@ typedef CK_OPTIONS(NSUInteger, NSApplicationActivationOptions){NSApplicationActi
 @property(readonly) pid_t processIdentifier CK_MACOS(10.6);
 @property(readonly) NSApplicationActivationPolicy activationPolicy CK_MACOS(10.6);
 @property(class, readonly, strong) NSRunningApplication* currentApplication CK_MACOS(10.6);
++ (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:(NSString*)identifier
+    CK_MACOS(10.6);
 - (BOOL)activateWithOptions:(NSApplicationActivationOptions)options CK_MACOS(10.6);
 - (BOOL)activateFromApplication:(NSRunningApplication*)application
                         options:(NSApplicationActivationOptions)options CK_MACOS(14.0);
