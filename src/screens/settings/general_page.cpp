@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QSaveFile>
 #include <QUrl>
+#include <algorithm>
 
 #include "core/engine/timer_engine.h"
 #include "core/settings/document.h"
@@ -44,7 +45,15 @@ Choice* makeLanguages(SettingsStore& store) {
     for (const Texts::Language& language : Texts::languages()) {
         choices.emplace_back(language.code, QString::fromUtf8(language.name.data()));
     }
-    return Bound::makeChoice(store, &SettingsModel::languageRaw, std::move(choices), "languageRaw");
+    const auto& longest = *std::ranges::max_element(
+        choices, {}, [](const auto& choice) { return choice.second.size(); });
+    const int letters = static_cast<int>(longest.second.size());
+    Choice* control =
+        Bound::makeChoice(store, &SettingsModel::languageRaw, std::move(choices), "languageRaw");
+    // Measuring the names would load a font for each of their scripts, and keep it.
+    control->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    control->setMinimumContentsLength(letters);
+    return control;
 }
 
 Card* addProgram(Page& page, SettingsStore& store) {
