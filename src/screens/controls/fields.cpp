@@ -1,7 +1,7 @@
 #include "screens/controls/fields.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
+#include <QListView>
 #include <QPainter>
 #include <QStyleOptionComboBox>
 #include <QStyleOptionSpinBox>
@@ -41,6 +41,10 @@ void drawArrows(QAbstractSpinBox& field, const QStyleOptionSpinBox& option) {
 Choice::Choice(QWidget* parent) : QComboBox(parent) {
     // The delegate of its own knows nothing of a style sheet's rows.
     view()->setItemDelegate(new QStyledItemDelegate(view()));
+    // Measuring each row would load, and keep, a font for each script in the list of languages.
+    if (auto* list = qobject_cast<QListView*>(view())) {
+        list->setUniformItemSizes(true);
+    }
 }
 
 void Choice::paintEvent(QPaintEvent* event) {
