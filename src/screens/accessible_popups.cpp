@@ -39,7 +39,8 @@ class AccessibleApplication : public QAccessibleApplication {
         QVector<QAccessibleInterface*> found;
         for (QWidget* window : QApplication::topLevelWidgets()) {
             const auto* menu = qobject_cast<QMenu*>(window);
-            if (menu && menu->isVisible() && !menu->parentWidget()) {
+            if (menu && menu->isVisible() &&
+                qobject_cast<QMenu*>(menu->parentWidget()) == nullptr) {
                 found.push_back(QAccessible::queryAccessibleInterface(window));
             }
         }

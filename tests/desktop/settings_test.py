@@ -1,9 +1,13 @@
 #!/usr/bin/python3
 """Every control of the settings window, by the screen reader's tree: set, stored, acting; and back."""
 
+import json
+import os
+import subprocess
 import unittest
+from pathlib import Path
 
-from desktop import DesktopTest, key, overlay_windows, wait_for
+from desktop import OSTREL, DesktopTest, Terminal, key, overlay_windows, wait_for
 from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
 
 # What has to be repaired is written whole at once.
@@ -55,8 +59,20 @@ class SettingsTest(DesktopTest):
     def setUp(self):
         super().setUp()
         self.reader = ScreenReader(self.atspi)
-        self.start(SETTINGS, **ACCESSIBLE)
+        # What opens folders on this desktop.
+        (opener := Path(self.folder) / "bin" / "xdg-open").parent.mkdir(parents=True)
+        opener.write_text('#!/bin/sh\necho "$1" >"$0.asked"\n', encoding="utf-8")
+        opener.chmod(0o755)
+        self.opened = opener.with_suffix(".asked")
+        self.start(SETTINGS, PATH=f"{opener.parent}:{os.environ['PATH']}", **ACCESSIBLE)
         self.open_window()
+
+    def status(self):
+        told = subprocess.run([OSTREL, "status", "--json"], env=self.environment(), capture_output=True, check=True)
+        return json.loads(told.stdout)
+
+    def wait_interval(self, kind, seconds):
+        wait_for(lambda: self.status()[kind]["intervalSec"] == seconds, f"the {kind} countdown of {seconds}")
 
     def part(self, role, name):
         return wait_for(lambda: self.reader.named(role).get(name), f"{name}")
@@ -103,12 +119,31 @@ class SettingsTest(DesktopTest):
                 for wanted in (value, before):
                     self.part(role, name).queryValue().currentValue = wanted
                     self.wait_stored(field, wanted / 100 if field == "overlayDimOpacity" else wanted)
+                    if field.endswith("IntervalSec"):
+                        self.wait_interval(field.removesuffix("BreakIntervalSec"), wanted)
         self.assertEqual(self.document("settings")["activePresetID"], "custom")
 
-    def test_presets_are_radio_buttons_and_act_at_once(self):
-        self.reader.press(self.part(self.atspi.ROLE_RADIO_BUTTON, "Light"))
-        self.wait_stored("eyeBreakIntervalSec", 1800)
-        self.assertEqual(self.part(self.atspi.ROLE_SLIDER, "Time between eye breaks").queryValue().currentValue, 1800)
+    def choose_preset(self, name):
+        self.reader.press(self.part(self.atspi.ROLE_RADIO_BUTTON, name))
+
+    def test_presets_act_at_once_and_ask_first_while_a_break_is_on_the_screen(self):
+        for name, seconds in (("Light", 1800), ("Strict", 900), ("Standard", 1200)):
+            self.choose_preset(name)
+            self.wait_stored("eyeBreakIntervalSec", seconds)
+            slider = self.part(self.atspi.ROLE_SLIDER, "Time between eye breaks")
+            self.assertEqual(slider.queryValue().currentValue, seconds)
+            self.wait_interval("eye", seconds)
+        subprocess.run([OSTREL, "break", "eye"], env=self.environment(), check=True)
+        self.wait_for_break()
+        for answer, seconds in (("Cancel", 1200), ("Switch", 900)):
+            self.choose_preset("Strict")
+            self.part(self.atspi.ROLE_LABEL,
+                      "A break is near or on the screen. Switching now starts both countdowns anew.")
+            self.assertEqual(self.document("settings")["eyeBreakIntervalSec"], 1200)
+            self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, answer))
+            self.wait_stored("eyeBreakIntervalSec", seconds)
+            chosen = self.part(self.atspi.ROLE_RADIO_BUTTON, "Strict" if answer == "Switch" else "Standard")
+            wait_for(lambda card=chosen: self.reader.has(card, self.atspi.STATE_CHECKED), f"the card after {answer}")
 
     def test_days_and_programs(self):
         self.open("Work hours")
@@ -127,6 +162,14 @@ class SettingsTest(DesktopTest):
         self.wait_stored("deferAppBundleIDs", others)
         self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Restore the list"))
         self.wait_stored("deferAppBundleIDs", [first, *others[:-1]])
+
+        Terminal(self, "elsewhere", "navy", 0)
+        self.open_window()
+        # By the keyboard: the toolkit answers a press by the tree only when the menu is gone.
+        self.part(self.atspi.ROLE_PUSH_BUTTON, "Choose a running program").queryComponent().grabFocus()
+        key("space")
+        self.reader.press(self.part(self.atspi.ROLE_MENU_ITEM, "XTerm"))
+        wait_for(lambda: "term" in self.document("settings")["deferAppBundleIDs"][-1].lower(), "its identifier")
 
     def test_hours_are_set_with_the_arrow_keys(self):
         self.open("Work hours")
@@ -163,6 +206,13 @@ class SettingsTest(DesktopTest):
         wait_for(lambda: not overlay_windows(), "its end")
         self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Restore the default"))
         self.wait_stored("startBreakHotkey", first)
+        recorder = self.part(self.atspi.ROLE_PUSH_BUTTON, "Pause or resume")
+        self.reader.press(recorder)
+        wait_for(lambda: recorder.description == "Press the keys", "the recorder to listen")
+        key("ctrl+alt+k")
+        wait_for(lambda: self.document("settings")["togglePauseHotkey"]["displayString"] == "⌃⌥K", "the keys to pause")
+        key("ctrl+alt+k")
+        wait_for(lambda: self.status()["state"] == "paused", "the pause")
 
     def test_settings_are_exported_reset_and_imported(self):
         self.open("Breaks")
@@ -178,6 +228,12 @@ class SettingsTest(DesktopTest):
         wait_for(lambda: self.document("settings")["overlayTint"] != "sage", "the reset")
         self.answer("Import settings", file, "Open")
         self.wait_stored("overlayTint", "sage")
+
+    def test_the_folder_is_opened(self):
+        self.open("General")
+        self.reader.press(self.part(self.atspi.ROLE_PUSH_BUTTON, "Where it is"))
+        wait_for(self.opened.exists, "the folder to be asked for")
+        self.assertEqual(self.opened.read_text(encoding="utf-8").strip().removeprefix("file://"), str(self.documents))
 
     def answer(self, name, path, button):
         """Opens a dialog for a file and answers it."""
