@@ -1,13 +1,11 @@
 #!/usr/bin/python3
-"""The first start, by mouse and by keyboard, as a screen reader has it; and the start after a crash."""
+"""The first start, by mouse and by keyboard, as a screen reader has it."""
 
-import signal
 import subprocess
 import unittest
 from pathlib import Path
 
-from desktop import (LEFT, OSTREL, RIGHT, SOON, DesktopTest, active_window, is_toast_shown, key, overlay_windows,
-                     wait_for, windows)
+from desktop import LEFT, RIGHT, SOON, DesktopTest, active_window, key, overlay_windows, wait_for, windows
 from screen_reader import ACCESSIBLE, ScreenReader, connect_as_screen_reader
 
 # What has to be repaired is written whole at once.
@@ -92,34 +90,6 @@ class WelcomeTest(DesktopTest):
         self.start({**self.settings(), **SOON})
         self.wait_for_break()
         self.assertFalse(welcome_window())
-
-
-class CrashTest(DesktopTest):
-    def setUp(self):
-        if b"__asan_init" in Path(OSTREL).read_bytes():
-            self.skipTest("the sanitizer reports crashes itself")
-        super().setUp()
-
-    def is_offered(self):
-        return is_toast_shown("Ostrel crashed last time")
-
-    def test_leaves_a_report_that_the_next_start_tells_of_once(self):
-        self.start()
-        self.wait_for_break()
-        self.app.send_signal(signal.SIGSEGV)
-        self.assertEqual(self.app.wait(20), -signal.SIGSEGV)
-        reports = list((Path(self.folder) / "state" / "ostrel").glob("crash-*.txt"))
-        self.assertEqual(len(reports), 1)
-        self.assertIn("SIGSEGV", reports[0].read_text(encoding="utf-8"))
-
-        self.start()
-        self.wait_running(self.is_offered, "the offer")
-        self.assertIn(str(reports[0]), self.log.read_text(encoding="utf-8"))
-        self.end(self.app)
-        self.start()
-        painted = len(self.trace("painted"))
-        self.wait_running(lambda: len(self.trace("painted")) > painted, "a break")
-        self.assertFalse(self.is_offered())
 
 
 if __name__ == "__main__":
