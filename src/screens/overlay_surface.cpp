@@ -25,7 +25,9 @@ QScreen* screenOf(const QRect& frame) {
 
 OverlaySurface::OverlaySurface(OverlayManager& manager, BreakLogEntry::Kind kind, Role role,
                                OnFirstPaint onFirstPaint)
-    : manager_(manager), onFirstPaint_(std::move(onFirstPaint)) {
+    : manager_(manager),
+      view_(new OverlayView(manager, kind, role, this)),
+      onFirstPaint_(std::move(onFirstPaint)) {
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                    WindowSystem::current().coverFlags());
     setWindowTitle(
@@ -34,7 +36,6 @@ OverlaySurface::OverlaySurface(OverlayManager& manager, BreakLogEntry::Kind kind
     // Every pixel is drawn here.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
-    view_ = new OverlayView(manager, kind, role, this);
     backdrop_.setTint(view_->look().tint, manager.settingsStore().settings()->overlayDimOpacity);
     // No button begins with the focus, so that a stray Space presses nothing.
     setFocus();

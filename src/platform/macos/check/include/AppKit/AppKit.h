@@ -36,7 +36,7 @@ CK_EXTERN NSAppearanceName const NSAppearanceNameDarkAqua CK_MACOS(10.14);
 @end
 
 typedef CGFloat NSFontWeight;
-CK_EXTERN const NSFontWeight NSFontWeightRegular CK_MACOS(10.11);
+CK_EXTERN NSFontWeight const NSFontWeightRegular CK_MACOS(10.11);
 @interface NSFont : NSObject
 @property(readonly) CGFloat pointSize;
 + (NSFont*)menuBarFontOfSize:(CGFloat)size;
