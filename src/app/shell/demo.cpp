@@ -81,9 +81,9 @@ void Demo::breakOpened() {
     const OverlayManager& overlay = environment_.overlayManager();
     const ActiveOverlaySession& session = **overlay.activeSession();
     const std::size_t displays = overlay.openWindows().size();
-    tell(std::string(session.kind == BreakKind::eye ? "an eye" : "a body") + " break of " +
-         std::to_string(session.totalSec()) + " seconds covers " + std::to_string(displays) +
-         (displays == 1 ? " display" : " displays"));
+    const char* which = session.kind == BreakKind::eye ? "an eye break of " : "a body break of ";
+    tell(which + std::to_string(session.totalSec()) + " seconds covers " +
+         std::to_string(displays) + (displays == 1 ? " display" : " displays"));
     photographSoon(std::string(nameOf(session.kind)) + "-break");
 }
 
